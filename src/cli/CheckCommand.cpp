@@ -1,0 +1,112 @@
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+#include <system_error>
+
+#include "cli/CheckReport.h"
+#include "cli/Commands.h"
+#include "conf/ConfFolder.h"
+#include "text/Charset.h"
+#include "updater/ChangeComparison.h"
+
+namespace quenmar {
+
+namespace {
+
+void RequireFolder(const Path& folder) {
+  std::error_code error;
+  if (std::filesystem::is_directory(folder, error)) return;
+  throw CommandTrouble(ToUtf8(PathText(folder)) + ": no such folder");
+}
+
+std::vector<Path> FilesToCheck(const CheckArguments& arguments) {
+  std::vector<Path> files;
+  for (const std::string& file : arguments.files) files.push_back(ArgumentPath(file));
+  if (!files.empty()) return files;
+  files = ListConfFiles(arguments.distribution);
+  std::sort(files.begin(), files.end());
+  if (!files.empty()) return files;
+  throw CommandTrouble(ToUtf8(PathText(arguments.distribution)) + ": no .conf file in it");
+}
+
+FileReport Summarize(const ChangeComparison& comparison, const Document& distribution) {
+  FileReport report;
+  const Fields& fresh = comparison.NewFields().Fields();
+  for (int i = 0; i < fresh.Count(); ++i) {
+    const auto field = fresh.Field(i);
+    const bool mandatory = comparison.IsMandatory(field->Name());
+    report.fresh.push_back({field->Name(), field->Value(), mandatory});
+  }
+  const Fields& actual = comparison.ActualFields().Fields();
+  for (int i = 0; i < actual.Count(); ++i) {
+    const auto field = actual.Field(i);
+    const String original = distribution.Fields().Field(field->Name())->Value();
+    const String value = field->Value();
+    if (value != original) report.changed.push_back({field->Name(), value, original});
+  }
+  const Fields& obsolete = comparison.DeletedFields().Fields();
+  for (int i = 0; i < obsolete.Count(); ++i) {
+    const auto field = obsolete.Field(i);
+    report.obsolete.push_back({field->Name(), field->Value()});
+  }
+  report.freshSeries = SeriesEntriesOf(comparison.NewSeries());
+  report.obsoleteSeries = SeriesEntriesOf(comparison.DeletedSeries());
+  return report;
+}
+
+FileReport Examine(const Path& file, const CheckArguments& arguments,
+                   const CommandContext& context) {
+  const ConfReader reader(context.options, context.language, context.messages);
+  FileReport failed;
+  failed.file = PathText(file);
+  failed.status = FileStatus::kFailed;
+  ConfDocuments documents{nullptr, std::make_shared<Document>(), nullptr,
+                          std::make_shared<Document>()};
+  std::error_code error;
+  const bool onServer = std::filesystem::exists(arguments.server / file, error);
+  if (!reader.LoadConfFile(arguments.distribution / file, documents.distribution,
+                           documents.distributionSeries) ||
+      (onServer && !reader.LoadConfFile(arguments.server / file, documents.server,
+                                        documents.serverSeries))) {
+    return failed;
+  }
+  ChangeComparison comparison(documents, context.options.IsSorted());
+  comparison.FillNewFields();
+  comparison.FillActualFields();
+  comparison.FillDeletedFields();
+  FileReport report = Summarize(comparison, *documents.distribution);
+  report.file = PathText(file);
+  if (!onServer) {
+    report.status = FileStatus::kNew;
+  } else if (report.HasDifferences()) {
+    report.status = FileStatus::kDifferent;
+  }
+  return report;
+}
+
+}  // namespace
+
+int RunCheck(const CheckArguments& arguments, const CommandContext& context) {
+  RequireFolder(arguments.distribution);
+  RequireFolder(arguments.server);
+  CheckReport summary;
+  Json list = Json::array();
+  for (const Path& file : FilesToCheck(arguments)) {
+    const FileReport report = Examine(file, arguments, context);
+    summary.Count(report);
+    if (arguments.json) {
+      list.push_back(ReportJson(report));
+    } else {
+      PrintReport(report, context.streams.out, context.streams.colours);
+      context.streams.out.flush();  // in step with messages about the next file
+    }
+  }
+  if (arguments.json) {
+    context.streams.out << list.dump(1) << '\n';
+  } else {
+    summary.Print(context.streams.out);
+  }
+  return summary.Status();
+}
+
+}  // namespace quenmar

@@ -1,0 +1,187 @@
+#include "cli/CheckReport.h"
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+#include <string>
+
+#include "text/Charset.h"
+
+namespace quenmar {
+
+namespace {
+
+constexpr const char* kGreen = "\033[32m";
+constexpr const char* kYellow = "\033[33m";
+constexpr const char* kRed = "\033[31m";
+constexpr const char* kPlain = "\033[0m";
+
+/// @return what is printed of a text: one line, whatever it holds.
+std::string Printable(StringView text) {
+  String shown;
+  for (const char16_t character : text) shown += character < u' ' ? u' ' : character;
+  return ToUtf8(shown);
+}
+
+std::string Padded(StringView text, size_t width) {
+  return Printable(text) + std::string(width - std::min(width, text.size()), ' ');
+}
+
+/// Prints the lines of one file, the names in one column and the values in the next.
+class Lines {
+ public:
+  Lines(const FileReport& report, std::ostream& out, bool colours) : out_(out), colours_(colours) {
+    constexpr size_t kWidest = 48;
+    const auto widen = [this](const auto& settings) {
+      for (const auto& setting : settings) width_ = std::max(width_, setting.name.size());
+    };
+    widen(report.fresh);
+    widen(report.changed);
+    widen(report.obsolete);
+    width_ = std::min(width_, kWidest);
+  }
+
+  void Print(const char* colour, const char* kind, StringView name, StringView value) {
+    out_ << "  " << (colours_ ? colour : "") << kind << (colours_ ? kPlain : "") << ' '
+         << Padded(name, width_);
+    if (!value.empty()) out_ << "  " << Printable(value);
+    out_ << '\n';
+  }
+
+  void PrintSeries(const char* colour, const char* kind, const std::vector<SeriesEntry>& entries) {
+    for (const SeriesEntry& entry : entries) {
+      const String line = entry.type + u": " + entry.name;
+      Print(colour, kind, line, {});
+    }
+  }
+
+ private:
+  std::ostream& out_;
+  bool colours_;
+  size_t width_ = 0;
+};
+
+const char* StatusName(FileStatus status) {
+  constexpr std::array<const char*, 4> kNames = {"same", "different", "new", "failed"};
+  return kNames.at(static_cast<size_t>(status));
+}
+
+void PrintCounts(const FileReport& report, std::ostream& out) {
+  out << report.fresh.size() << " new (" << report.MandatoryCount() << " mandatory), "
+      << report.changed.size() << " changed, " << report.obsolete.size() << " obsolete";
+  if (!report.freshSeries.empty() || !report.obsoleteSeries.empty()) {
+    out << "; series: " << report.freshSeries.size() << " new, " << report.obsoleteSeries.size()
+        << " only on the server";
+  }
+  out << '\n';
+}
+
+Json SeriesJson(const std::vector<SeriesEntry>& entries) {
+  Json list = Json::array();
+  for (const SeriesEntry& entry : entries) {
+    list.push_back({{"type", ToUtf8(entry.type)}, {"name", ToUtf8(entry.name)}});
+  }
+  return list;
+}
+
+}  // namespace
+
+bool FileReport::HasDifferences() const {
+  return !fresh.empty() || !changed.empty() || !obsolete.empty() || !freshSeries.empty() ||
+         !obsoleteSeries.empty();
+}
+
+size_t FileReport::MandatoryCount() const {
+  return static_cast<size_t>(std::count_if(fresh.begin(), fresh.end(),
+                                           [](const FreshSetting& s) { return s.mandatory; }));
+}
+
+std::vector<SeriesEntry> SeriesEntriesOf(const Document& series) {
+  std::vector<SeriesEntry> entries;
+  for (int i = 0; i < series.Fields().Count(); ++i) {
+    const auto entry = series.Fields().Field(i);
+    entries.push_back({entry->Parameters().Parameter(0)->Value(), entry->Name()});
+  }
+  return entries;
+}
+
+Json ReportJson(const FileReport& report) {
+  Json fresh = Json::array();
+  for (const FreshSetting& setting : report.fresh) {
+    fresh.push_back({{"name", ToUtf8(setting.name)},
+                     {"value", ToUtf8(setting.value)},
+                     {"mandatory", setting.mandatory}});
+  }
+  Json obsolete = Json::array();
+  for (const ObsoleteSetting& setting : report.obsolete) {
+    obsolete.push_back({{"name", ToUtf8(setting.name)}, {"value", ToUtf8(setting.value)}});
+  }
+  Json changed = Json::array();
+  for (const ChangedSetting& setting : report.changed) {
+    changed.push_back({{"name", ToUtf8(setting.name)},
+                       {"actual", ToUtf8(setting.actual)},
+                       {"original", ToUtf8(setting.original)}});
+  }
+  return {{"file", ToUtf8(report.file)},
+          {"status", StatusName(report.status)},
+          {"new", std::move(fresh)},
+          {"obsolete", std::move(obsolete)},
+          {"changed", std::move(changed)},
+          {"series",
+           {{"new", SeriesJson(report.freshSeries)},
+            {"obsolete", SeriesJson(report.obsoleteSeries)}}}};
+}
+
+void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
+  out << Printable(report.file) << ": ";
+  if (report.status == FileStatus::kFailed) {
+    out << "could not be read\n";
+    return;
+  }
+  if (report.status == FileStatus::kSame) {
+    out << "no differences\n";
+    return;
+  }
+  if (report.status == FileStatus::kNew) out << "the server lacks this file: ";
+  PrintCounts(report, out);
+
+  Lines lines(report, out, colours);
+  for (const FreshSetting& setting : report.fresh) {
+    const char* const kind = setting.mandatory ? "new [x] " : "new [ ] ";
+    lines.Print(kGreen, kind, setting.name, setting.value);
+  }
+  for (const ChangedSetting& setting : report.changed) {
+    const String values = setting.actual + u"  (distribution: " + setting.original + u")";
+    lines.Print(kYellow, "changed ", setting.name, values);
+  }
+  for (const ObsoleteSetting& setting : report.obsolete) {
+    lines.Print(kRed, "obsolete", setting.name, setting.value);
+  }
+  lines.PrintSeries(kGreen, "new     ", report.freshSeries);
+  lines.PrintSeries(kPlain, "own     ", report.obsoleteSeries);
+}
+
+void CheckReport::Count(const FileReport& report) {
+  ++files_;
+  different_ += report.status == FileStatus::kDifferent ? 1 : 0;
+  lacking_ += report.status == FileStatus::kNew ? 1 : 0;
+  failed_ += report.status == FileStatus::kFailed ? 1 : 0;
+  fresh_ += report.fresh.size();
+  mandatory_ += report.MandatoryCount();
+  changed_ += report.changed.size();
+  obsolete_ += report.obsolete.size();
+}
+
+void CheckReport::Print(std::ostream& out) const {
+  out << "Sum of " << files_ << " files: " << different_ << " different, " << lacking_
+      << " new, " << failed_ << " failed; settings: " << fresh_ << " new (" << mandatory_
+      << " mandatory), " << changed_ << " changed, " << obsolete_ << " obsolete\n";
+  if (fresh_ > 0) out << "[x] mandatory: the server needs it; [ ] optional\n";
+}
+
+ExitStatus CheckReport::Status() const {
+  if (failed_ > 0) return kTrouble;
+  return different_ + lacking_ > 0 ? kDifferences : kNothingToDo;
+}
+
+}  // namespace quenmar

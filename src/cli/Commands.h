@@ -1,0 +1,73 @@
+/// The commands of the console program. Each takes its parsed arguments and what all of them share,
+/// and returns the exit status; `EndApplication` and failures of files pass through.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/Console.h"
+#include "conf/ConfReader.h"
+#include "conf/MessageBoxes.h"
+#include "files/Files.h"
+#include "registry/Language.h"
+#include "registry/Options.h"
+
+namespace quenmar {
+
+/// What every command works with.
+struct CommandContext {
+  const ConsoleStreams& streams;
+  const Options& options;
+  const Language& language;
+  MessageBoxes& messages;
+};
+
+/// Something the user asked for cannot be done; `what` is the sentence to show.
+class CommandTrouble : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+struct CheckArguments {
+  Path distribution;
+  Path server;
+  std::vector<std::string> files;  ///< all configuration files of the distribution when empty
+  bool json = false;
+};
+int RunCheck(const CheckArguments& arguments, const CommandContext& context);
+
+struct CompareArguments {
+  Path distribution;
+  Path server;
+  bool sort = false;
+};
+int RunCompare(const CompareArguments& arguments, const CommandContext& context);
+
+struct DumpArguments {
+  Path file;
+  std::string xml;  ///< "settings", "series", or empty for JSON
+};
+int RunDump(const DumpArguments& arguments, const CommandContext& context);
+
+struct MergeArguments {
+  Path distribution;
+  Path server;
+  std::string file;
+  std::vector<std::string> restore;
+  std::vector<std::string> add;
+  bool addMandatory = false;
+  bool addAll = false;
+  std::vector<std::string> remove;
+  std::vector<std::string> set;       ///< NAME=VALUE
+  std::optional<std::string> output;  ///< another file than the server's; "-" is `out`
+  bool dryRun = false;
+};
+int RunMerge(const MergeArguments& arguments, const CommandContext& context);
+
+/// @return the path that an argument names.
+[[nodiscard]] Path ArgumentPath(const std::string& argument);
+
+}  // namespace quenmar

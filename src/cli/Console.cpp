@@ -1,0 +1,161 @@
+#include "cli/Console.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <ostream>
+
+#include "cli/Commands.h"
+#include "cli/TerminalMessages.h"
+#include "conf/EndApplication.h"
+#include "registry/OpenRegistry.h"
+#include "text/Charset.h"
+
+namespace quenmar {
+
+namespace {
+
+struct Arguments {
+  bool yes = false;
+  bool no = false;
+  std::string registry;
+  CheckArguments check;
+  CompareArguments compare;
+  DumpArguments dump;
+  MergeArguments merge;
+};
+
+/// Turns a path argument into a `Path` when it is parsed.
+CLI::Option* AddPath(CLI::App& command, const std::string& name, Path& target,
+                     const std::string& description) {
+  return command
+      .add_option_function<std::string>(
+          name, [&target](const std::string& text) { target = ArgumentPath(text); }, description)
+      ->required();
+}
+
+/// An option that may be given many times, one value each.
+void AddRepeated(CLI::App& command, const std::string& name, std::vector<std::string>& values,
+                 const std::string& type, const std::string& description) {
+  command.add_option(name, values, description)->allow_extra_args(false)->type_name(type);
+}
+
+void AddCheck(CLI::App& app, CheckArguments& arguments) {
+  CLI::App& command = *app.add_subcommand(
+      "check", "Tell what is new, changed and obsolete on the server, per file and in sum");
+  AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
+  AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
+  command.add_option("FILE", arguments.files, "Names of files to check (default: all *.conf)");
+  command.add_flag("--json", arguments.json, "Print a JSON array instead of text");
+}
+
+void AddCompare(CLI::App& app, CompareArguments& arguments) {
+  CLI::App& command =
+      *app.add_subcommand("compare", "Print the six result trees of two files as JSON");
+  command.add_flag("--sort", arguments.sort, "Sort new and obsolete entries by name");
+  AddPath(command, "DIST_FILE", arguments.distribution, "The distribution's file");
+  AddPath(command, "SERVER_FILE", arguments.server, "The server's file");
+}
+
+void AddMerge(CLI::App& app, MergeArguments& arguments) {
+  CLI::App& command = *app.add_subcommand(
+      "merge", "Write the server's file anew: its values for the settings that the distribution "
+               "knows; obsolete settings go unless restored, new ones come when added");
+  AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
+  AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
+  command.add_option("FILE", arguments.file, "Name of the file to merge")->required();
+  AddRepeated(command, "--restore", arguments.restore, "NAME", "Keep an obsolete setting");
+  AddRepeated(command, "--add", arguments.add, "NAME", "Add a new setting");
+  command.add_flag("--add-mandatory", arguments.addMandatory, "Add all new mandatory settings");
+  command.add_flag("--add-all", arguments.addAll, "Add all new settings");
+  AddRepeated(command, "--remove", arguments.remove, "NAME", "Leave a setting out");
+  AddRepeated(command, "--set", arguments.set, "NAME=VALUE", "Give a kept setting another value");
+  CLI::Option* const output =
+      command.add_option("--output", arguments.output, "Write to PATH instead; - prints the file")
+          ->type_name("PATH");
+  command.add_flag("--dry-run", arguments.dryRun, "Write nothing; print what a save would change")
+      ->excludes(output);
+}
+
+void AddDump(CLI::App& app, DumpArguments& arguments) {
+  CLI::App& command = *app.add_subcommand("dump", "Print the trees of one file as JSON");
+  command.add_option("--xml", arguments.xml, "Print one tree as XML text instead")
+      ->check(CLI::IsMember({"settings", "series"}))
+      ->type_name("settings|series");
+  AddPath(command, "FILE", arguments.file, "The file");
+}
+
+std::unique_ptr<CLI::App> MakeParser(Arguments& arguments) {
+  auto app = std::make_unique<CLI::App>(
+      "Compare and merge the configuration files of a game server's distribution with those of the "
+      "running server.",
+      "quenmarctl");
+#ifdef _WIN32
+  app->allow_windows_style_options(false);  // a path may begin with a slash
+#endif
+  app->fallthrough();
+  app->require_subcommand(1);
+  app->set_version_flag("--version", "quenmarctl " QUENMAR_VERSION);
+  CLI::Option* const yes = app->add_flag("--yes", arguments.yes, "Answer every question with Yes");
+  app->add_flag("--no", arguments.no, "Answer every question with No")->excludes(yes);
+  app->add_option("--registry", arguments.registry, "Registry file to take the options from")
+      ->type_name("FILE");
+  app->footer("Exit status: 0 nothing to do, 1 differences found (check), 2 trouble.");
+  AddCheck(*app, arguments.check);
+  AddCompare(*app, arguments.compare);
+  AddMerge(*app, arguments.merge);
+  AddDump(*app, arguments.dump);
+  return app;
+}
+
+Answers AnswersOf(const Arguments& arguments, const ConsoleStreams& streams) {
+  if (arguments.yes) return Answers::kYes;
+  return streams.interactive && !arguments.no ? Answers::kAsk : Answers::kNo;
+}
+
+int RunCommand(const CLI::App& app, const Arguments& arguments, const ConsoleStreams& streams) {
+  const auto registry =
+      OpenRegistry(arguments.registry.empty() ? std::optional<Path>()
+                                              : ArgumentPath(arguments.registry));
+  if (const String trouble = registry->Trouble(); !trouble.empty()) {
+    streams.err << "quenmarctl: " << ToUtf8(trouble) << '\n';
+  }
+  const Language language = Language::LoadLanguage(*registry);
+  const Options options = LoadOptions(*registry);
+  TerminalMessages messages(streams, AnswersOf(arguments, streams));
+  const CommandContext context{streams, options, language, messages};
+
+  if (app.got_subcommand("check")) return RunCheck(arguments.check, context);
+  if (app.got_subcommand("compare")) return RunCompare(arguments.compare, context);
+  if (app.got_subcommand("merge")) return RunMerge(arguments.merge, context);
+  return RunDump(arguments.dump, context);
+}
+
+}  // namespace
+
+Path ArgumentPath(const std::string& argument) {
+  return std::u8string(argument.begin(), argument.end());
+}
+
+int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& streams) {
+  Arguments parsed;
+  const auto app = MakeParser(parsed);
+  try {
+    app->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // last one first
+  } catch (const CLI::ParseError& error) {
+    return app->exit(error, streams.out, streams.err) == 0 ? kNothingToDo : kTrouble;
+  }
+  try {
+    const int status = RunCommand(*app, parsed, streams);
+    streams.out.flush();
+    if (streams.out) return status;
+    streams.err << "quenmarctl: the output could not be written\n";
+  } catch (const EndApplication&) {
+    streams.err << "quenmarctl: ended, nothing was saved\n";
+  } catch (const std::exception& error) {
+    streams.err << "quenmarctl: " << error.what() << '\n';
+  }
+  return kTrouble;
+}
+
+}  // namespace quenmar

@@ -1,0 +1,26 @@
+#include <ostream>
+
+#include "cli/Commands.h"
+#include "cli/TreeJson.h"
+#include "text/Charset.h"
+
+namespace quenmar {
+
+int RunDump(const DumpArguments& arguments, const CommandContext& context) {
+  const ConfReader reader(context.options, context.language, context.messages);
+  std::shared_ptr<Document> settings;
+  std::shared_ptr<Document> series;
+  const bool complete = reader.LoadConfFile(arguments.file, settings, series);
+  std::ostream& out = context.streams.out;
+  if (arguments.xml.empty()) {
+    const Json trees = {{"settings", FieldsJson(*settings)}, {"series", FieldsJson(*series)}};
+    out << trees.dump(1) << '\n';
+  } else {
+    // The bytes of an exported file. What was read from one always fits.
+    Document& tree = arguments.xml == "settings" ? *settings : *series;
+    out << ToWindows1252(tree.XMLExport()).value();
+  }
+  return complete ? kNothingToDo : kTrouble;
+}
+
+}  // namespace quenmar

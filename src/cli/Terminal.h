@@ -1,0 +1,31 @@
+/// What the console program asks of the system around it; one source file per platform.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quenmar {
+
+/// @return the arguments behind the program's name as UTF-8.
+[[nodiscard]] std::vector<std::string> CommandLineArguments(int argc, char** argv);
+
+/// @return whether a person sits at standard input.
+[[nodiscard]] bool StandardInputIsTerminal();
+
+/// @return whether standard output is a terminal that understands colour sequences.
+[[nodiscard]] bool StandardOutputShowsColours();
+
+/// Prepares the standard streams for their lifetime: bytes pass unchanged, and a console reads them
+/// as UTF-8. Restores the console when destroyed.
+class TerminalEncoding {
+ public:
+  TerminalEncoding();
+  TerminalEncoding(const TerminalEncoding&) = delete;
+  TerminalEncoding& operator=(const TerminalEncoding&) = delete;
+  ~TerminalEncoding();
+
+ private:
+  unsigned previous_ = 0;  // the console's code page, 0 where there is none to restore
+};
+
+}  // namespace quenmar

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <memory>
+
+#include "docmodel/Document.h"
+
+namespace quenmar {
+
+/// The trees of one configuration file in its two versions, in the order in which every operation
+/// that takes them takes them. They are shared: what one operation changes, the next one sees.
+struct ConfDocuments {
+  std::shared_ptr<Document> distribution;        ///< the distribution's settings
+  std::shared_ptr<Document> server;              ///< the server's settings
+  std::shared_ptr<Document> distributionSeries;  ///< the distribution's series entries
+  std::shared_ptr<Document> serverSeries;        ///< the server's series entries
+};
+
+}  // namespace quenmar

@@ -1,0 +1,61 @@
+#include "conf/ConfLine.h"
+
+#include "conf/Functions.h"
+#include "text/CaseFolding.h"
+
+namespace quenmar {
+
+namespace {
+
+constexpr StringView kSlashes = u"//";
+
+}  // namespace
+
+ConfLine ParseConfLine(StringView line) {
+  ConfLine parsed;
+  parsed.slashes = line.starts_with(kSlashes);
+  parsed.text = parsed.slashes ? line.substr(kSlashes.size()) : line;
+  const size_t colon = parsed.text.find(u':');
+  if (colon == StringView::npos || !IsLetter(parsed.text)) return parsed;
+
+  parsed.commented = parsed.slashes;
+  // Never empty: the text begins with a letter.
+  const StringView name = parsed.text.substr(0, colon);
+  if (Contains(name, u" ")) return parsed;
+  parsed.setting = true;
+  parsed.name = name;
+  parsed.value = Trim(parsed.text.substr(colon + 1));
+  return parsed;
+}
+
+StringView CutBefore(StringView value, StringView mark) {
+  const size_t hit = value.find(mark);
+  return hit == StringView::npos ? value : Trim(value.substr(0, hit));
+}
+
+StringView EffectiveValue(StringView value) {
+  return CutBefore(CutBefore(value, kSlashes), u"\t");
+}
+
+bool IsRemarkName(StringView name) {
+  return EqualIgnoringCase(name, u"note") || EqualIgnoringCase(name, u"example");
+}
+
+bool IsRepeatable(StringView name, StringView series) {
+  return Contains(series, u"{" + ToLower(name) + u"}");
+}
+
+bool ConfLines::Next(StringView& line) {
+  if (rest_.empty()) return false;
+  const size_t end = rest_.find(u'\r');
+  line = rest_.substr(0, end);
+  rest_.remove_prefix(line.size());
+  if (rest_.starts_with(kLineEnd)) {
+    rest_.remove_prefix(kLineEnd.size());
+  } else if (!rest_.empty()) {
+    rest_.remove_prefix(1);
+  }
+  return true;
+}
+
+}  // namespace quenmar

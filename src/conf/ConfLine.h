@@ -1,0 +1,49 @@
+/// The grammar of one line of a configuration file.
+#pragma once
+
+#include "text/String.h"
+
+namespace quenmar {
+
+/// One line taken apart; the views point into the line.
+struct ConfLine {
+  StringView text;         ///< the line without its leading slashes
+  bool slashes = false;    ///< the line began with "//"
+  bool commented = false;  ///< behind the slashes stands what looks like a setting
+  bool setting = false;    ///< the line is a setting, active or commented out
+  StringView name;         ///< of a setting: the text before the first ":"
+  StringView value;        ///< of a setting: the text behind it, trimmed, remarks still in it
+};
+
+/// @param line one line without its end.
+[[nodiscard]] ConfLine ParseConfLine(StringView line);
+
+/// @return `value` before the first `mark`, trimmed; `value` as it is when it has none.
+[[nodiscard]] StringView CutBefore(StringView value, StringView mark);
+
+/// @return the part of a setting's value that counts: before a "//" remark, then before a tab.
+[[nodiscard]] StringView EffectiveValue(StringView value);
+
+/// @return whether a commented-out line of that name is comment text by convention: "note" and
+/// "example" in any case.
+[[nodiscard]] bool IsRemarkName(StringView name);
+
+/// @return whether the setting `name` may stand in a file many times: its small form in braces
+/// occurs in `series` (such as "{map}{npc}"), which is therefore held in small letters.
+[[nodiscard]] bool IsRepeatable(StringView name, StringView series);
+
+/// Hands out the lines of a text one by one. CR and CR LF end a line; a last line without an end is
+/// a line; a lone LF stays inside the line.
+class ConfLines {
+ public:
+  /// @param text outlives this object and the lines that it hands out.
+  explicit ConfLines(StringView text) : rest_(text) {}
+
+  /// @return whether there was a further line.
+  [[nodiscard]] bool Next(StringView& line);
+
+ private:
+  StringView rest_;
+};
+
+}  // namespace quenmar

@@ -1,0 +1,65 @@
+#include "conf/Functions.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "files/FileError.h"
+#include "text/Charset.h"
+
+namespace quenmar {
+
+bool ReadTextFile(const Path& path, String& text) {
+  try {
+    text = FromWindows1252(ReadBytes(path));
+    return true;
+  } catch (const FileError&) {
+    return false;  // the result is the report
+  }
+}
+
+bool WriteTextFile(const Path& path, StringView text) {
+  const auto bytes = ToWindows1252(text);
+  if (!bytes) return false;
+  try {
+    ReplaceBytes(path, *bytes);
+    return true;
+  } catch (const FileError&) {
+    return false;  // the result is the report
+  }
+}
+
+Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
+                   std::initializer_list<StringView> placeholders) {
+  text = ReplaceAll(text, u"\\n", kLineEnd);
+  int number = 1;
+  for (const StringView placeholder : placeholders) {
+    text = ReplaceAll(text, u"%" + ToText(number++), placeholder);
+  }
+  return messages.Show(text, buttons);
+}
+
+Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
+                   std::initializer_list<StringView> placeholders) {
+  return ShowMessage(messages, text, buttons, placeholders);
+}
+
+String& NotAvailable(String& text) {
+  if (text.empty()) text = u"** n/a **";
+  return text;
+}
+
+StringView TabLabel(StringView caption) { return caption.substr(0, caption.find(u'(')); }
+
+void SelectListItem(StringView text, CheckList& list) {
+  const auto hit = std::find_if(list.begin(), list.end(),
+                                [text](const CheckItem& item) { return item.text == text; });
+  if (hit != list.end()) hit->checked = true;
+}
+
+bool IsLetter(StringView text) {
+  if (text.empty()) return false;
+  const char16_t first = text.front();
+  return (first >= u'A' && first <= u'Z') || (first >= u'a' && first <= u'z');
+}
+
+}  // namespace quenmar

@@ -1,0 +1,53 @@
+/// Small procedures that the reader, the writer and the windows share.
+#pragma once
+
+#include <initializer_list>
+#include <vector>
+
+#include "conf/MessageBoxes.h"
+#include "files/Files.h"
+#include "text/String.h"
+
+namespace quenmar {
+
+/// One entry of a list with check boxes.
+struct CheckItem {
+  String text;
+  bool checked = false;
+};
+using CheckList = std::vector<CheckItem>;
+
+/// Reads a whole file of 8-bit text, also an empty one.
+/// @param text receives the content; unchanged on failure
+/// @return whether the file exists and could be read.
+[[nodiscard]] bool ReadTextFile(const Path& path, String& text);
+
+/// Writes the text unchanged as 8-bit text, replacing an existing file wholly or not at all.
+/// @return whether the file was written.
+[[nodiscard]] bool WriteTextFile(const Path& path, StringView text);
+
+/// Shows a message. Every backslash followed by "n" in `text` becomes a line break; then "%1" and
+/// "%2" become the placeholders, in this order and not searched for breaks (a path may well hold
+/// a backslash before an "n").
+/// @param text the message; holds what was shown afterwards
+/// @param buttons a sum of `message_style` numbers
+/// @return the pressed button.
+Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
+                   std::initializer_list<StringView> placeholders = {});
+Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
+                   std::initializer_list<StringView> placeholders = {});
+
+/// Puts "** n/a **" in the place of an empty text.
+/// @return `text`.
+String& NotAvailable(String& text);
+
+/// @return the caption's text before its first "(", not trimmed, or all of it when it has none.
+[[nodiscard]] StringView TabLabel(StringView caption);
+
+/// Checks the first item whose text is exactly `text`; does nothing when there is none.
+void SelectListItem(StringView text, CheckList& list);
+
+/// @return whether the first character is an ASCII letter; false for an empty text.
+[[nodiscard]] bool IsLetter(StringView text);
+
+}  // namespace quenmar

@@ -1,0 +1,80 @@
+/// What the three collections of the tree share: a plain array that owns its elements.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "docmodel/DocError.h"
+#include "docmodel/ExchangeSort.h"
+#include "docmodel/NameOrIndex.h"
+
+namespace quenmar {
+
+/// @tparam Element `Document`, `Field` or `Parameter`.
+///
+/// A lookup that finds nothing returns a new, empty element that stands in no collection, never
+/// null: absence shows as an empty name, and writing to such an element changes nothing.
+template <class Element>
+class Collection {
+ public:
+  using Pointer = std::shared_ptr<Element>;
+
+  Collection() = default;
+  Collection(const Collection&) = delete;
+  Collection& operator=(const Collection&) = delete;
+
+  /// @return how many elements the collection holds.
+  [[nodiscard]] int Count() const { return static_cast<int>(elements_.size()); }
+
+ protected:
+  static constexpr int kNone = -1;
+
+  ~Collection() = default;
+
+  /// @return the position that `index` stands for, `kNone` beyond the last element or in an empty
+  /// collection. Throws `DocError` 9 for a negative index into a collection that holds something.
+  [[nodiscard]] int PositionOf(double index) const {
+    if (elements_.empty() || index > Count() - 1) return kNone;
+    const double rounded = std::nearbyint(index);  // halves go to the even neighbour
+    if (!(rounded >= 0)) {
+      throw DocError(DocError::kSubscriptOutOfRange, u"Collection", u"Subscript out of range");
+    }
+    return static_cast<int>(rounded);
+  }
+
+  /// @return the position of the first element that `matches`, or `kNone`.
+  template <class Predicate>
+  [[nodiscard]] int FindFirst(Predicate matches) const {
+    for (size_t i = 0; i < elements_.size(); ++i) {
+      if (matches(*elements_[i])) return static_cast<int>(i);
+    }
+    return kNone;
+  }
+
+  /// @return the element at `position`, or a new empty one for `kNone`.
+  [[nodiscard]] Pointer At(int position) const {
+    return position == kNone ? std::make_shared<Element>()
+                             : elements_[static_cast<size_t>(position)];
+  }
+
+  /// Orders the elements by name as `ExchangeSortOrder` describes.
+  void SortByName(bool ascendent) {
+    std::vector<StringView> names;
+    names.reserve(elements_.size());
+    for (const Pointer& element : elements_) names.emplace_back(element->Name());
+
+    std::vector<Pointer> sorted;
+    sorted.reserve(elements_.size());
+    for (const std::uint32_t position : ExchangeSortOrder(names, ascendent)) {
+      sorted.push_back(elements_[position]);
+    }
+    elements_ = std::move(sorted);
+  }
+
+  std::vector<Pointer> elements_;  // NOLINT(*-non-private-*): the collections are its only heirs
+};
+
+}  // namespace quenmar

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "docmodel/Parameters.h"
+#include "text/String.h"
+
+namespace quenmar {
+
+class Fields;
+
+/// A named value of a `Document`, with parameters of its own.
+class Field {
+ public:
+  Field() = default;
+  Field(const Field&) = delete;
+  Field& operator=(const Field&) = delete;
+
+  [[nodiscard]] const String& Name() const { return name_; }
+
+  /// Throws `DocError` 32 or 33 and keeps the old name when `name` holds a blank, "<", ">" or a
+  /// double quote.
+  void SetName(StringView name);
+
+  /// @return the value as it was written, except that entity forms it held then (such as "&lt;")
+  /// come back as the characters they stand for.
+  [[nodiscard]] String Value() const;
+
+  /// Holds `XmlEscape` of the value; reading undoes it with `XmlUnescape`.
+  void SetValue(StringView value);
+
+  [[nodiscard]] quenmar::Parameters& Parameters() { return parameters_; }
+  [[nodiscard]] const quenmar::Parameters& Parameters() const { return parameters_; }
+
+ private:
+  friend class Fields;
+
+  String name_;
+  String escapedValue_;
+  quenmar::Parameters parameters_;
+  Fields* owner_ = nullptr;  // told of a new name; null when the field stands in no collection
+};
+
+}  // namespace quenmar

@@ -1,0 +1,97 @@
+#include "docmodel/Fields.h"
+
+#include <algorithm>
+
+#include "text/CaseFolding.h"
+
+namespace quenmar {
+
+namespace {
+
+/// FNV-1a over the 16-bit characters.
+std::uint32_t HashOf(StringView name) {
+  std::uint32_t hash = 2166136261U;
+  for (const char16_t character : name) hash = (hash ^ character) * 16777619U;
+  return hash;
+}
+
+/// @return the first position from `start` on that holds `wanted`, or the size of `hashes`.
+/// Whole blocks are compared without a branch in between, which the compiler turns into a few
+/// vector instructions per block.
+size_t FindHash(const std::vector<std::uint32_t>& hashes, std::uint32_t wanted, size_t start) {
+  constexpr size_t kBlock = 32;
+  size_t i = start;
+  for (; i + kBlock <= hashes.size(); i += kBlock) {
+    const std::uint32_t* const block = hashes.data() + i;
+    std::uint32_t hits = 0;
+    for (size_t k = 0; k < kBlock; ++k) hits |= static_cast<std::uint32_t>(block[k] == wanted);
+    if (hits != 0) break;
+  }
+  while (i < hashes.size() && hashes[i] != wanted) ++i;
+  return i;
+}
+
+}  // namespace
+
+Fields::~Fields() {
+  for (const Pointer& field : elements_) field->owner_ = nullptr;
+}
+
+int Fields::Find(const NameOrIndex& nameOrIndex) const {
+  if (!nameOrIndex.IsName()) return PositionOf(nameOrIndex.Index());
+  const StringView name = nameOrIndex.Name();
+  const std::uint32_t hash = HashOf(name);
+  for (size_t i = FindHash(hashes_, hash, 0); i < hashes_.size();
+       i = FindHash(hashes_, hash, i + 1)) {
+    if (elements_[i]->Name() == name) return static_cast<int>(i);
+  }
+  return kNone;
+}
+
+Fields::Pointer Fields::Field(const NameOrIndex& nameOrIndex) const {
+  return At(Find(nameOrIndex));
+}
+
+int Fields::AddField(StringView name, StringView value) {
+  // Grow first, then name: callers that catch a rejected name find the unnamed element in place.
+  const Pointer added = elements_.emplace_back(std::make_shared<quenmar::Field>());
+  hashes_.push_back(HashOf({}));
+  added->owner_ = this;
+  added->SetName(name);
+  added->SetValue(value);
+  return Count() - 1;
+}
+
+bool Fields::RemoveField(const NameOrIndex& nameOrIndex) {
+  const int position = Find(nameOrIndex);
+  if (position == kNone) return false;
+  elements_[static_cast<size_t>(position)]->owner_ = nullptr;
+  elements_.erase(elements_.begin() + position);
+  hashes_.erase(hashes_.begin() + position);
+  return true;
+}
+
+Fields::Pointer Fields::SearchField(StringView fieldName, bool ignoreCase) const {
+  int last = kNone;
+  for (int i = 0; i < Count(); ++i) {
+    const String& name = elements_[static_cast<size_t>(i)]->Name();
+    if (ignoreCase ? EqualIgnoringCase(name, fieldName) : name == fieldName) last = i;
+  }
+  return At(last);
+}
+
+void Fields::Sort(bool ascendent) {
+  SortByName(ascendent);
+  std::transform(elements_.begin(), elements_.end(), hashes_.begin(),
+                 [](const Pointer& field) { return HashOf(field->Name()); });
+}
+
+void Fields::NameChanged(const quenmar::Field& field) {
+  // From the end: the field that was just added is the one most often named.
+  const auto hit = std::find_if(elements_.rbegin(), elements_.rend(),
+                                [&field](const Pointer& element) { return element.get() == &field; });
+  const auto position = static_cast<size_t>(elements_.rend() - hit) - 1;
+  hashes_[position] = HashOf(field.Name());
+}
+
+}  // namespace quenmar

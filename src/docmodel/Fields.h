@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "docmodel/Collection.h"
+#include "docmodel/Field.h"
+
+namespace quenmar {
+
+/// The named values of a `Document`, in order. A lookup by name is a linear scan; to make its step
+/// cheap the hashes of the names stand side by side in an array of their own.
+class Fields : public Collection<Field> {
+ public:
+  Fields() = default;
+  Fields(const Fields&) = delete;
+  Fields& operator=(const Fields&) = delete;
+  ~Fields();
+
+  /// @return the first field of exactly that name, or the one at that index; see `Collection`.
+  [[nodiscard]] Pointer Field(const NameOrIndex& nameOrIndex) const;
+
+  /// Appends; a name that stands already is accepted (the conf reader relies on it for repeated
+  /// names). When the name is rejected (`DocError`), an unnamed field stays at the end.
+  /// @return the index of the new field.
+  int AddField(StringView name, StringView value);
+
+  /// @return whether an element was removed.
+  bool RemoveField(const NameOrIndex& nameOrIndex);
+
+  /// @return the last field of that name, compared exactly or without regard to case.
+  [[nodiscard]] Pointer SearchField(StringView fieldName, bool ignoreCase) const;
+
+  /// Orders the fields by name as `ExchangeSortOrder` describes.
+  void Sort(bool ascendent);
+
+ private:
+  friend class quenmar::Field;
+
+  [[nodiscard]] int Find(const NameOrIndex& nameOrIndex) const;
+  void NameChanged(const quenmar::Field& field);
+
+  std::vector<std::uint32_t> hashes_;  // of the names, position by position
+};
+
+}  // namespace quenmar

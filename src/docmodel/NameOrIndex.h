@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+
+#include "text/String.h"
+
+namespace quenmar {
+
+/// The argument that picks an element of a collection: strings are names, whole numbers and
+/// `double` are indexes counted from 0. It views the name, so it lives no longer than a call.
+class NameOrIndex {
+ public:
+  // Conversions are implicit so that callers write Child(u"map") and Child(0) alike.
+  NameOrIndex(StringView name) : name_(name), isName_(true) {}       // NOLINT(*-explicit-*)
+  NameOrIndex(const String& name) : NameOrIndex(StringView(name)) {}     // NOLINT(*-explicit-*)
+  NameOrIndex(const char16_t* name) : NameOrIndex(StringView(name)) {}   // NOLINT(*-explicit-*)
+  NameOrIndex(std::int16_t index) : index_(index) {}                     // NOLINT(*-explicit-*)
+  NameOrIndex(std::int32_t index) : index_(index) {}                     // NOLINT(*-explicit-*)
+  NameOrIndex(double index) : index_(index) {}                           // NOLINT(*-explicit-*)
+
+  // Single-precision numbers, bytes and characters are no indexes; as callers never mean them as
+  // names either, the compiler refuses them.
+  NameOrIndex(float) = delete;
+  NameOrIndex(std::uint8_t) = delete;
+  NameOrIndex(char16_t) = delete;
+
+  [[nodiscard]] bool IsName() const { return isName_; }
+  [[nodiscard]] StringView Name() const { return name_; }
+  [[nodiscard]] double Index() const { return index_; }
+
+ private:
+  StringView name_;
+  double index_ = 0;
+  bool isName_ = false;
+};
+
+}  // namespace quenmar

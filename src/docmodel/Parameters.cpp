@@ -1,0 +1,33 @@
+#include "docmodel/Parameters.h"
+
+#include "text/CaseFolding.h"
+
+namespace quenmar {
+
+int Parameters::Find(const NameOrIndex& nameOrIndex) const {
+  if (!nameOrIndex.IsName()) return PositionOf(nameOrIndex.Index());
+  return FindFirst([&nameOrIndex](const quenmar::Parameter& parameter) {
+    return EqualIgnoringCase(parameter.Name(), nameOrIndex.Name());
+  });
+}
+
+Parameters::Pointer Parameters::Parameter(const NameOrIndex& nameOrIndex) const {
+  return At(Find(nameOrIndex));
+}
+
+int Parameters::AddParameter(StringView name, StringView value) {
+  // Grow first, then name: callers that catch a rejected name find the unnamed element in place.
+  const Pointer added = elements_.emplace_back(std::make_shared<quenmar::Parameter>());
+  added->SetName(name);
+  added->SetValue(value);
+  return Count() - 1;
+}
+
+bool Parameters::RemoveParameter(const NameOrIndex& nameOrIndex) {
+  const int position = Find(nameOrIndex);
+  if (position == kNone) return false;
+  elements_.erase(elements_.begin() + position);
+  return true;
+}
+
+}  // namespace quenmar

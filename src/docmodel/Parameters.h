@@ -1,0 +1,26 @@
+#pragma once
+
+#include "docmodel/Collection.h"
+#include "docmodel/Parameter.h"
+
+namespace quenmar {
+
+/// The attributes of a `Document` or a `Field`, in order. Names compare without regard to case.
+class Parameters : public Collection<Parameter> {
+ public:
+  /// @return the first parameter of that name, or the one at that index; see `Collection`.
+  [[nodiscard]] Pointer Parameter(const NameOrIndex& nameOrIndex) const;
+
+  /// Appends; a name that stands already is accepted. When the name is rejected (`DocError`), an
+  /// unnamed parameter stays at the end.
+  /// @return the index of the new parameter.
+  int AddParameter(StringView name, StringView value);
+
+  /// @return whether an element was removed.
+  bool RemoveParameter(const NameOrIndex& nameOrIndex);
+
+ private:
+  [[nodiscard]] int Find(const NameOrIndex& nameOrIndex) const;
+};
+
+}  // namespace quenmar

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <memory>
+
+namespace quenmar {
+
+class Document;
+
+/// A holder for a parent link that never holds one: the tree is navigated downward only, and
+/// nothing relies on a value here.
+class xDocParent {  // NOLINT(readability-identifier-naming): its established name
+ public:
+  /// @return no object, whatever was assigned.
+  [[nodiscard]] static std::shared_ptr<Document> Parent() { return nullptr; }
+
+  static void SetParent(const std::shared_ptr<Document>& /*parent*/) {}
+};
+
+}  // namespace quenmar

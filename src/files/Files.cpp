@@ -1,0 +1,142 @@
+#include "files/Files.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <random>
+#include <system_error>
+#include <utility>
+
+#include "files/FileError.h"
+#include "files/FileHandle.h"
+#include "text/Charset.h"
+
+namespace quenmar {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr size_t kBlock = 64UL * 1024;
+
+/// @return the file behind a symbolic link, or `path` itself when there is none to follow.
+Path BehindLinks(const Path& path) {
+  std::error_code error;
+  Path target = fs::canonical(path, error);
+  return error ? path : target;
+}
+
+/// A new file in the folder of a target, removed again unless it is moved over the target.
+class TemporaryFile {
+ public:
+  /// Throws `FileError` when the folder takes no new file or `model`'s owner cannot be kept.
+  TemporaryFile(const Path& target, const std::optional<Path>& model)
+      : path_(NameBeside(target)) {
+    handle_.emplace(path_, FileHandle::Mode::kCreateNew);
+    try {
+      model ? handle_->TakePermissionsOf(*model) : handle_->TakeDefaultPermissions();
+    } catch (const FileError&) {
+      Remove();
+      throw;
+    }
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
+    if (!moved_) Remove();
+  }
+
+  void MoveTo(const Path& target, std::string_view bytes) {
+    handle_->Write(bytes);
+    handle_->FlushAndClose();
+    MoveOver(path_, target);
+    moved_ = true;
+  }
+
+ private:
+  static Path NameBeside(const Path& target) {
+    Path name = target;
+    name += '.';
+    name += std::to_string(std::random_device()());
+    name += ".tmp";
+    return name;
+  }
+
+  void Remove() {
+    handle_.reset();          // Windows removes no open file
+    std::error_code ignored;  // a leftover is all that a failure here costs
+    fs::remove(path_, ignored);
+  }
+
+  Path path_;
+  std::optional<FileHandle> handle_;
+  bool moved_ = false;
+};
+
+std::unique_ptr<TemporaryFile> TryTemporaryFile(const Path& target,
+                                                const std::optional<Path>& model) {
+  try {
+    return std::make_unique<TemporaryFile>(target, model);
+  } catch (const FileError&) {
+    return nullptr;  // the caller writes in place, and a failure there is reported
+  }
+}
+
+void Replace(const Path& path, std::string_view bytes, std::optional<Path> model) {
+  const Path target = BehindLinks(path);
+  std::error_code error;
+  const fs::file_status status = fs::symlink_status(target, error);
+  const bool exists = fs::exists(status);
+  if (exists) {
+    // Renaming would pass over a write protection: ask the file itself first.
+    const FileHandle probe(target, FileHandle::Mode::kProbeForWrite);
+    if (!model) model = target;
+  }
+  const bool replaceable = !exists || fs::is_regular_file(status);
+  const auto temporary = replaceable ? TryTemporaryFile(target, model) : nullptr;
+  temporary ? temporary->MoveTo(target, bytes) : WriteInPlace(target, bytes);
+}
+
+}  // namespace
+
+String PathText(const Path& path) {
+  const Path::string_type& native = path.native();
+  if constexpr (std::is_same_v<Path::value_type, char>) {
+    return FromUtf8(path.string());
+  } else {
+    return {native.begin(), native.end()};
+  }
+}
+
+Path PathFromText(StringView text) {
+  if constexpr (std::is_same_v<Path::value_type, char>) {
+    return ToUtf8(text);
+  } else {
+    return Path::string_type(text.begin(), text.end());
+  }
+}
+
+std::string ReadBytes(const Path& path) {
+  FileHandle file(path, FileHandle::Mode::kRead);
+  std::string bytes;
+  std::error_code unknown;
+  if (const auto size = fs::file_size(path, unknown); !unknown) bytes.reserve(size);
+  std::array<char, kBlock> block;
+  for (size_t count = file.Read(block.data(), block.size()); count > 0;
+       count = file.Read(block.data(), block.size())) {
+    bytes.append(block.data(), count);
+  }
+  return bytes;
+}
+
+void ReplaceBytes(const Path& path, std::string_view bytes) { Replace(path, bytes, std::nullopt); }
+
+void BackUp(const Path& from, const Path& to) { Replace(to, ReadBytes(from), from); }
+
+void WriteInPlace(const Path& path, std::string_view bytes) {
+  FileHandle file(path, FileHandle::Mode::kTruncate);
+  file.Write(bytes);
+  file.FlushAndClose();
+}
+
+}  // namespace quenmar

@@ -1,0 +1,39 @@
+/// Whole files: read, replaced so that a failure costs nothing, or written in place.
+///
+/// Failures are `FileError`s whose description is the system's own sentence.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "text/String.h"
+
+namespace quenmar {
+
+using Path = std::filesystem::path;
+
+/// @return the path as text, for messages and options.
+[[nodiscard]] String PathText(const Path& path);
+
+/// @return the path that `text` names; the inverse of `PathText` for well-formed names.
+[[nodiscard]] Path PathFromText(StringView text);
+
+/// @return every byte of the file.
+[[nodiscard]] std::string ReadBytes(const Path& path);
+
+/// Gives the file the content `bytes`, wholly or not at all: they are written to a temporary file
+/// in the same folder, flushed, and renamed over the file. Owner and permissions stay, symbolic
+/// links are followed. A folder that takes no new file, a file whose owner could not be kept and
+/// anything that is no regular file are written in place instead.
+void ReplaceBytes(const Path& path, std::string_view bytes);
+
+/// Copies the file `from` to `to` as `ReplaceBytes` does, with the permissions of `from`, so that
+/// the copy tells nobody more than the original does.
+void BackUp(const Path& from, const Path& to);
+
+/// Empties the file (or creates it), writes `bytes` from the start and flushes them to the disk. After
+/// a failure the file holds what had been written by then.
+void WriteInPlace(const Path& path, std::string_view bytes);
+
+}  // namespace quenmar

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "registry/Registry.h"
+#include "text/String.h"
+
+namespace quenmar {
+
+/// What the user has chosen for all files. A new `Options` holds the defaults.
+struct Options {
+  String svnPath;     ///< the distribution's conf folder
+  String serverPath;  ///< the running server's conf folder
+  int sort = 0;       ///< the state of the sort check box: 0 unchecked, 1 checked
+  String series = u"{map}{npc}{addon}{import}";  ///< repeatable settings, lower case, in braces
+  bool saveCommentedSeries = true;    ///< write unchecked series items as commented lines
+  bool alwaysIgnoreDupParam = false;  ///< accept duplicate settings without asking
+
+  /// @return whether parameter lists are shown sorted.
+  [[nodiscard]] bool IsSorted() const { return sort == 1; }
+};
+
+/// Reads the options at start-up. Of the values that are missing or empty, Series,
+/// SaveCommentedSeries and AlwaysIgnoreDupParam are stored with their defaults, so that the user
+/// finds them there to change; a failure to do so is silent.
+[[nodiscard]] Options LoadOptions(Registry& registry);
+
+/// Each stores one option at once when the user has changed it.
+/// @return whether it was stored.
+bool StoreSvnPath(Registry& registry, StringView path);
+bool StoreServerPath(Registry& registry, StringView path);
+bool StoreSort(Registry& registry, int sort);
+
+}  // namespace quenmar

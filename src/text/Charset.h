@@ -1,0 +1,37 @@
+/// The one place where bytes become text and text becomes bytes.
+///
+/// Configuration files hold Windows-1252. The five bytes that this code page leaves undefined
+/// (0x81, 0x8D, 0x8F, 0x90, 0x9D) stand for the code points of the same number, so every byte
+/// survives reading and writing. UTF-8 and UTF-16 serve the console, path names and registry files.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "text/String.h"
+
+namespace quenmar {
+
+/// @return one character for each byte of `bytes`.
+[[nodiscard]] String FromWindows1252(std::string_view bytes);
+
+/// @return one byte for each character, or nothing when the code page lacks one of them.
+[[nodiscard]] std::optional<std::string> ToWindows1252(StringView text);
+
+/// @return whether the code page has every character of `text`.
+[[nodiscard]] bool FitsWindows1252(StringView text);
+
+/// @return the text; each byte that is not part of well-formed UTF-8 becomes U+FFFD.
+[[nodiscard]] String FromUtf8(std::string_view bytes);
+
+/// @return the bytes; a surrogate that is not part of a pair becomes U+FFFD.
+[[nodiscard]] std::string ToUtf8(StringView text);
+
+/// @return the characters of little-endian UTF-16 bytes; an odd byte at the end is dropped.
+[[nodiscard]] String FromUtf16Le(std::string_view bytes);
+
+/// @return two bytes for each character, the lower one first.
+[[nodiscard]] std::string ToUtf16Le(StringView text);
+
+}  // namespace quenmar

@@ -1,0 +1,95 @@
+/// The comparison of a distribution file with the server's file of the same name, and the merge
+/// under the user's control. Runs without any user interface; windows and console share it.
+#pragma once
+
+#include <vector>
+
+#include "conf/ConfDocuments.h"
+#include "conf/MessageBoxes.h"
+#include "conf/SeriesGroups.h"
+#include "docmodel/Document.h"
+#include "registry/Language.h"
+
+namespace quenmar {
+
+/// Six result trees and the moves between three of them. `ActualFields` is the merge result, which
+/// the conf writer gets. Made anew for every comparison; the `Fill...` operations run once each, in
+/// the order of their declaration.
+class ChangeComparison {
+ public:
+  /// @param documents the four trees, read to their ends; shared, and only `FillSeries` changes them
+  /// @param sorted whether result trees are kept sorted by name
+  ChangeComparison(ConfDocuments documents, bool sorted);
+
+  /// Builds `NewFields` and `NewSeries`: what the distribution has and the server lacks.
+  void FillNewFields();
+
+  /// Builds `ActualFields` (the distribution's settings that the server has, in the distribution's
+  /// order with the server's values) and `ActualSeries` (all series entries; "Disabled" tells
+  /// whether the server has an entry that the distribution has).
+  void FillActualFields();
+
+  /// Builds `DeletedFields` and `DeletedSeries`: what only the server has.
+  void FillDeletedFields();
+
+  /// Offers the distribution's missing series entries in the shared server series document as
+  /// commented-out ones, sorts the shared server settings document, and makes the check lists.
+  /// With an eleventh kind of series, shows LNG22 and throws `EndApplication`: no part of such a
+  /// file may be saved.
+  [[nodiscard]] SeriesGroups FillSeries(MessageBoxes& messages, const Language& language);
+
+  [[nodiscard]] const Document& NewFields() const { return newFields_; }
+  [[nodiscard]] const Document& NewSeries() const { return newSeries_; }
+  [[nodiscard]] const Document& ActualFields() const { return actualFields_; }
+  [[nodiscard]] const Document& ActualSeries() const { return actualSeries_; }
+  [[nodiscard]] const Document& DeletedFields() const { return deletedFields_; }
+  [[nodiscard]] const Document& DeletedSeries() const { return deletedSeries_; }
+
+  /// @return whether there is anything to move: `NewFields` or `DeletedFields` holds a field.
+  [[nodiscard]] bool HasListChanges() const;
+
+  /// @return whether the distribution's setting of that name stands active ("Disabled" is exactly
+  /// "1"); false for a setting that the distribution lacks.
+  [[nodiscard]] bool IsMandatory(StringView name) const;
+
+  /// @return whether a new setting starts with a check mark: its flag is a number above 0.
+  [[nodiscard]] bool StartsChecked(StringView name) const;
+
+  /// Moves fields from `NewFields` to the end of `ActualFields`, with their values there. Names that
+  /// `NewFields` lacks are passed over, here as in the other moves; afterwards the three trees are
+  /// sorted if they are kept so.
+  /// @return how many fields were moved.
+  int Add(const std::vector<String>& names);
+
+  /// Moves fields from `ActualFields` to the end of `DeletedFields`. Before a mandatory one goes, asks
+  /// LNG25 (Yes, No, Cancel; No is the default): No keeps it, Cancel keeps all further ones too.
+  /// @return how many fields were moved.
+  int Remove(const std::vector<String>& names, MessageBoxes& messages, const Language& language);
+
+  /// Moves fields from `DeletedFields` back to the end of `ActualFields`.
+  /// @return how many fields were moved.
+  int Restore(const std::vector<String>& names);
+
+  /// Gives a field of `NewFields` another value.
+  /// @return false when there is no such field.
+  bool SetNewValue(StringView name, StringView value);
+
+  /// Gives a field of `ActualFields` another value.
+  /// @return false when there is no such field.
+  bool SetActualValue(StringView name, StringView value);
+
+ private:
+  int Move(const std::vector<String>& names, Document& from, Document& to);
+  void SortLists();
+
+  ConfDocuments documents_;
+  bool sorted_;
+  Document newFields_;
+  Document newSeries_;
+  Document actualFields_;
+  Document actualSeries_;
+  Document deletedFields_;
+  Document deletedSeries_;
+};
+
+}  // namespace quenmar
