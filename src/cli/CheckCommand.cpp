@@ -66,8 +66,8 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
   const bool onServer = std::filesystem::exists(arguments.server / file, error);
   if (!reader.LoadConfFile(arguments.distribution / file, documents.distribution,
                            documents.distributionSeries) ||
-      (onServer && !reader.LoadConfFile(arguments.server / file, documents.server,
-                                        documents.serverSeries))) {
+      (onServer &&
+       !reader.LoadConfFile(arguments.server / file, documents.server, documents.serverSeries))) {
     return failed;
   }
   ChangeComparison comparison(documents, context.options.IsSorted());

@@ -92,8 +92,8 @@ bool FileReport::HasDifferences() const {
 }
 
 size_t FileReport::MandatoryCount() const {
-  return static_cast<size_t>(std::count_if(fresh.begin(), fresh.end(),
-                                           [](const FreshSetting& s) { return s.mandatory; }));
+  return static_cast<size_t>(
+      std::count_if(fresh.begin(), fresh.end(), [](const FreshSetting& s) { return s.mandatory; }));
 }
 
 std::vector<SeriesEntry> SeriesEntriesOf(const Document& series) {
@@ -122,14 +122,14 @@ Json ReportJson(const FileReport& report) {
                        {"actual", ToUtf8(setting.actual)},
                        {"original", ToUtf8(setting.original)}});
   }
-  return {{"file", ToUtf8(report.file)},
-          {"status", StatusName(report.status)},
-          {"new", std::move(fresh)},
-          {"obsolete", std::move(obsolete)},
-          {"changed", std::move(changed)},
-          {"series",
-           {{"new", SeriesJson(report.freshSeries)},
-            {"obsolete", SeriesJson(report.obsoleteSeries)}}}};
+  return {
+      {"file", ToUtf8(report.file)},
+      {"status", StatusName(report.status)},
+      {"new", std::move(fresh)},
+      {"obsolete", std::move(obsolete)},
+      {"changed", std::move(changed)},
+      {"series",
+       {{"new", SeriesJson(report.freshSeries)}, {"obsolete", SeriesJson(report.obsoleteSeries)}}}};
 }
 
 void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
@@ -173,9 +173,9 @@ void CheckReport::Count(const FileReport& report) {
 }
 
 void CheckReport::Print(std::ostream& out) const {
-  out << "Sum of " << files_ << " files: " << different_ << " different, " << lacking_
-      << " new, " << failed_ << " failed; settings: " << fresh_ << " new (" << mandatory_
-      << " mandatory), " << changed_ << " changed, " << obsolete_ << " obsolete\n";
+  out << "Sum of " << files_ << " files: " << different_ << " different, " << lacking_ << " new, "
+      << failed_ << " failed; settings: " << fresh_ << " new (" << mandatory_ << " mandatory), "
+      << changed_ << " changed, " << obsolete_ << " obsolete\n";
   if (fresh_ > 0) out << "[x] mandatory: the server needs it; [ ] optional\n";
 }
 

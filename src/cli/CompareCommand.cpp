@@ -19,13 +19,12 @@ int RunCompare(const CompareArguments& arguments, const CommandContext& context)
   comparison.FillActualFields();
   comparison.FillDeletedFields();
 
-  const Json trees = {{"NewFields", FieldsJson(comparison.NewFields())},
-                      {"NewSeries", FieldsJson(comparison.NewSeries())},
-                      {"ActualFields", FieldsJson(comparison.ActualFields())},
-                      {"ActualSeries", FieldsJson(comparison.ActualSeries())},
-                      {"DeletedFields", FieldsJson(comparison.DeletedFields())},
-                      {"DeletedSeries", FieldsJson(comparison.DeletedSeries())}};
-  context.streams.out << trees.dump(1) << '\n';
+  context.streams.out << TreesJson({{"NewFields", &comparison.NewFields()},
+                                    {"NewSeries", &comparison.NewSeries()},
+                                    {"ActualFields", &comparison.ActualFields()},
+                                    {"ActualSeries", &comparison.ActualSeries()},
+                                    {"DeletedFields", &comparison.DeletedFields()},
+                                    {"DeletedSeries", &comparison.DeletedSeries()}});
   return kNothingToDo;
 }
 

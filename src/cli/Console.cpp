@@ -59,8 +59,9 @@ void AddCompare(CLI::App& app, CompareArguments& arguments) {
 
 void AddMerge(CLI::App& app, MergeArguments& arguments) {
   CLI::App& command = *app.add_subcommand(
-      "merge", "Write the server's file anew: its values for the settings that the distribution "
-               "knows; obsolete settings go unless restored, new ones come when added");
+      "merge",
+      "Write the server's file anew: its values for the settings that the distribution "
+      "knows; obsolete settings go unless restored, new ones come when added");
   AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
   AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
   command.add_option("FILE", arguments.file, "Name of the file to merge")->required();
@@ -114,9 +115,8 @@ Answers AnswersOf(const Arguments& arguments, const ConsoleStreams& streams) {
 }
 
 int RunCommand(const CLI::App& app, const Arguments& arguments, const ConsoleStreams& streams) {
-  const auto registry =
-      OpenRegistry(arguments.registry.empty() ? std::optional<Path>()
-                                              : ArgumentPath(arguments.registry));
+  const auto registry = OpenRegistry(arguments.registry.empty() ? std::optional<Path>()
+                                                                : ArgumentPath(arguments.registry));
   if (const String trouble = registry->Trouble(); !trouble.empty()) {
     streams.err << "quenmarctl: " << ToUtf8(trouble) << '\n';
   }

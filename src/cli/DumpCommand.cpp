@@ -13,8 +13,7 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context) {
   const bool complete = reader.LoadConfFile(arguments.file, settings, series);
   std::ostream& out = context.streams.out;
   if (arguments.xml.empty()) {
-    const Json trees = {{"settings", FieldsJson(*settings)}, {"series", FieldsJson(*series)}};
-    out << trees.dump(1) << '\n';
+    out << TreesJson({{"settings", settings.get()}, {"series", series.get()}});
   } else {
     // The bytes of an exported file. What was read from one always fits.
     Document& tree = arguments.xml == "settings" ? *settings : *series;

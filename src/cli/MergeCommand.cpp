@@ -70,9 +70,9 @@ class Merge {
       serverSource_ = distributionFile_;
       return true;
     }
-    const Button answer = ShowMessage(context_.messages, String(context_.language.Text(LNG14)),
-                                      message_style::kYesNo | message_style::kQuestion,
-                                      {FromUtf8(arguments_.file)});
+    const Button answer =
+        ShowMessage(context_.messages, String(context_.language.Text(LNG14)),
+                    message_style::kYesNo | message_style::kQuestion, {FromUtf8(arguments_.file)});
     if (answer != Button::kYes) return false;
     ReplaceBytes(serverFile_, ReadBytes(distributionFile_));
     return true;
@@ -179,24 +179,23 @@ std::string Describe(const SaveChange& change) {
   const std::string values = oldValue == newValue ? newValue : oldValue + " -> " + newValue;
   switch (change.kind) {
     case Kind::kAdded:
-      return "added         " + name + newValue + commented;
+      return "added          " + name + newValue + commented;
     case Kind::kRemoved:
-      return "removed       " + name + oldValue + commented;
+      return "removed        " + name + oldValue + commented;
     case Kind::kChanged:
-      return "changed       " + name + values;
+      return "changed        " + name + values;
     case Kind::kActivated:
       return "becomes active " + name + values;
     case Kind::kSwitchedOn:
-      return "switched on   " + name + values;
+      return "switched on    " + name + values;
     case Kind::kSwitchedOff:
-      return "switched off  " + name + values;
+      return "switched off   " + name + values;
   }
   return {};
 }
 
 void Merge::PrintChanges(const std::vector<String>& lines) const {
-  const String oldText =
-      Exists(serverFile_) ? FromWindows1252(ReadBytes(serverFile_)) : String();
+  const String oldText = Exists(serverFile_) ? FromWindows1252(ReadBytes(serverFile_)) : String();
   const SaveChanges result = ListSaveChanges(oldText, lines, context_.options.series);
   std::ostream& out = context_.streams.out;
   for (const SaveChange& change : result.changes) out << Describe(change) << '\n';

@@ -17,15 +17,21 @@ Json ParametersJson(const Parameters& parameters) {
 
 }  // namespace
 
-Json FieldsJson(const Document& tree) {
-  Json list = Json::array();
-  for (int i = 0; i < tree.Fields().Count(); ++i) {
-    const auto field = tree.Fields().Field(i);
-    list.push_back({{"name", ToUtf8(field->Name())},
-                    {"value", ToUtf8(field->Value())},
-                    {"parameters", ParametersJson(field->Parameters())}});
+std::string TreesJson(std::initializer_list<NamedTree> trees) {
+  std::string text;
+  Json object = {{"name", ""}, {"value", ""}, {"parameters", Json::array()}};
+  for (const auto& [key, tree] : trees) {
+    text.append(text.empty() ? "{\n" : ",\n").append(Json(key).dump()).append(": [");
+    for (int i = 0; i < tree->Fields().Count(); ++i) {
+      const auto field = tree->Fields().Field(i);
+      object["name"] = ToUtf8(field->Name());
+      object["value"] = ToUtf8(field->Value());
+      object["parameters"] = ParametersJson(field->Parameters());
+      text.append(i == 0 ? "\n " : ",\n ").append(object.dump());
+    }
+    text.append("]");
   }
-  return list;
+  return text.append("\n}\n");
 }
 
 }  // namespace quenmar

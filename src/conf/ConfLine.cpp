@@ -1,5 +1,7 @@
 #include "conf/ConfLine.h"
 
+#include <algorithm>
+
 #include "conf/Functions.h"
 #include "text/CaseFolding.h"
 
@@ -33,16 +35,24 @@ StringView CutBefore(StringView value, StringView mark) {
   return hit == StringView::npos ? value : Trim(value.substr(0, hit));
 }
 
-StringView EffectiveValue(StringView value) {
-  return CutBefore(CutBefore(value, kSlashes), u"\t");
-}
+StringView EffectiveValue(StringView value) { return CutBefore(CutBefore(value, kSlashes), u"\t"); }
 
 bool IsRemarkName(StringView name) {
   return EqualIgnoringCase(name, u"note") || EqualIgnoringCase(name, u"example");
 }
 
 bool IsRepeatable(StringView name, StringView series) {
-  return Contains(series, u"{" + ToLower(name) + u"}");
+  // Finds "{name}" without building it: every line of a file asks.
+  for (size_t open = series.find(u'{'); open != StringView::npos;
+       open = series.find(u'{', open + 1)) {
+    const StringView listed = series.substr(open + 1);
+    if (listed.size() > name.size() && listed[name.size()] == u'}' &&
+        std::equal(name.begin(), name.end(), listed.begin(),
+                   [](char16_t own, char16_t stored) { return ToLower(own) == stored; })) {
+      return true;
+    }
+  }
+  return false;
 }
 
 bool ConfLines::Next(StringView& line) {

@@ -1,5 +1,6 @@
 #include "conf/ConfReader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "conf/ConfLine.h"
@@ -16,7 +17,9 @@ constexpr StringView kCommentedOut = u"0";
 
 /// @return comment text as the trees hold it, without tabs and "//".
 String ForComments(StringView text) {
-  return ReplaceAll(ReplaceAll(text, u"\t", u" "), u"//", u" ");
+  String plain(text);
+  std::replace(plain.begin(), plain.end(), u'\t', u' ');
+  return Contains(plain, u"//") ? ReplaceAll(plain, u"//", u" ") : plain;
 }
 
 void AppendLine(String& block, StringView line) {
@@ -112,8 +115,8 @@ class Reading {
     return true;
   }
 
-  /// Cuts the line's value before a "//" remark and then before a tab; each cut adds the line to the
-  /// comment block, so a line that has both is added twice.
+  /// Cuts the line's value before a "//" remark and then before a tab; each cut adds the line to
+  /// the comment block, so a line that has both is added twice.
   StringView CutValue() {
     StringView value = line_.value;
     for (const StringView mark : {StringView(u"//"), StringView(u"\t")}) {
@@ -125,7 +128,12 @@ class Reading {
   }
 
   bool TakeSetting(const Setting& setting) {
-    const std::shared_ptr<Field> known = settings_.Field(setting.name);
+    const int index = settings_.IndexOf(setting.name);
+    if (index < 0) {
+      AddUnlessRemark(setting, settings_.Count());
+      return true;
+    }
+    const std::shared_ptr<Field> known = settings_.Field(index);
     const std::shared_ptr<Parameter> disabled = known->Parameters().Parameter(1);
     if (disabled->Value() == kActive && !line_.commented) {
       if (!AcceptsDuplicate(setting.name)) return false;
@@ -135,7 +143,7 @@ class Reading {
     if (disabled->Value() == kCommentedOut) {
       Merge(setting, *known);
     } else {
-      Add(setting, known);
+      AddUnlessRemark(setting, index);
     }
     return true;
   }
@@ -146,18 +154,18 @@ class Reading {
                {name, PathText(context_.path)}) == Button::kYes;
   }
 
-  /// A setting that is not known yet, or a commented-out line of an active one. The latter becomes a
-  /// second field of that name, while its parameters go to the first: what looks fields up by name
-  /// must not see it.
-  void Add(const Setting& setting, const std::shared_ptr<Field>& known) {
+  /// A setting that is not known yet, or a commented-out line of an active one. The latter becomes
+  /// a second field of that name, while its parameters go to the first: what looks fields up by
+  /// name must not see it.
+  /// @param first where the first field of that name stands, or will stand
+  void AddUnlessRemark(const Setting& setting, int first) {
     if (comment_.empty()) comment_ = carriedComment_;
     if (line_.commented && IsRemarkName(setting.name)) {
       AppendLine(comment_, line_.text);
       return;
     }
-    const int index = settings_.AddField(setting.name, setting.value);
-    Parameters& parameters =
-        (known->Name().empty() ? settings_.Field(index) : known)->Parameters();
+    settings_.AddField(setting.name, setting.value);
+    Parameters& parameters = settings_.Field(first)->Parameters();
     parameters.AddParameter(u"Comments", ForComments(comment_));
     parameters.AddParameter(u"Disabled", line_.commented ? kCommentedOut : kActive);
     carriedComment_ = std::exchange(comment_, String());

@@ -61,7 +61,8 @@ class Comparison {
     kept_.insert(entry.key);
     Waiting& waiting = waiting_[entry.key];
     // An active line is what the new one continues; only where there is none a commented one is.
-    std::deque<const Entry*>& partners = waiting.active.empty() ? waiting.commented : waiting.active;
+    std::deque<const Entry*>& partners =
+        waiting.active.empty() ? waiting.commented : waiting.active;
     if (partners.empty()) {
       Report(Kind::kAdded, entry, {}, entry.value);
       return;

@@ -12,8 +12,7 @@ void AppendString::AddToString(StringView strAdd) {
     buffer_.reserve(length);
     buffer_.resize(length, u' ');
   }
-  std::copy(strAdd.begin(), strAdd.end(),
-            buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
+  std::copy(strAdd.begin(), strAdd.end(), buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
   used_ = needed;
 }
 

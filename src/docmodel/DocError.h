@@ -4,7 +4,8 @@
 
 namespace quenmar {
 
-/// A failure of the document tree: a rejected name (32, 33) or a subscript outside a collection (9).
+/// A failure of the document tree: a rejected name (32, 33) or a subscript outside a collection
+/// (9).
 class DocError : public RuntimeError {
  public:
   static constexpr int kSubscriptOutOfRange = 9;

@@ -12,8 +12,7 @@ namespace {
 bool Satisfies(const Document& node, StringView condition) {
   const size_t equals = condition.find(u'=');
   StringView name = condition.substr(0, equals);
-  StringView value =
-      equals == StringView::npos ? StringView() : condition.substr(equals + 1);
+  StringView value = equals == StringView::npos ? StringView() : condition.substr(equals + 1);
   if (value.size() >= 2 && value.front() == u'\'' && value.back() == u'\'') {
     value = value.substr(1, value.size() - 2);
   }

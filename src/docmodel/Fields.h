@@ -9,7 +9,8 @@
 namespace quenmar {
 
 /// The named values of a `Document`, in order. A lookup by name is a linear scan; to make its step
-/// cheap the hashes of the names stand side by side in an array of their own.
+/// cheap, a 16-bit hash of each name stands in an array of its own, where one instruction compares
+/// eight of them.
 class Fields : public Collection<Field> {
  public:
   Fields() = default;
@@ -19,6 +20,9 @@ class Fields : public Collection<Field> {
 
   /// @return the first field of exactly that name, or the one at that index; see `Collection`.
   [[nodiscard]] Pointer Field(const NameOrIndex& nameOrIndex) const;
+
+  /// @return the index of the first field of exactly that name, -1 when there is none.
+  [[nodiscard]] int IndexOf(StringView name) const;
 
   /// Appends; a name that stands already is accepted (the conf reader relies on it for repeated
   /// names). When the name is rejected (`DocError`), an unnamed field stays at the end.
@@ -40,7 +44,7 @@ class Fields : public Collection<Field> {
   [[nodiscard]] int Find(const NameOrIndex& nameOrIndex) const;
   void NameChanged(const quenmar::Field& field);
 
-  std::vector<std::uint32_t> hashes_;  // of the names, position by position
+  std::vector<std::uint16_t> hashes_;  // of the names, position by position
 };
 
 }  // namespace quenmar

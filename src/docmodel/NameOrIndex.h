@@ -11,12 +11,12 @@ namespace quenmar {
 class NameOrIndex {
  public:
   // Conversions are implicit so that callers write Child(u"map") and Child(0) alike.
-  NameOrIndex(StringView name) : name_(name), isName_(true) {}       // NOLINT(*-explicit-*)
-  NameOrIndex(const String& name) : NameOrIndex(StringView(name)) {}     // NOLINT(*-explicit-*)
-  NameOrIndex(const char16_t* name) : NameOrIndex(StringView(name)) {}   // NOLINT(*-explicit-*)
-  NameOrIndex(std::int16_t index) : index_(index) {}                     // NOLINT(*-explicit-*)
-  NameOrIndex(std::int32_t index) : index_(index) {}                     // NOLINT(*-explicit-*)
-  NameOrIndex(double index) : index_(index) {}                           // NOLINT(*-explicit-*)
+  NameOrIndex(StringView name) : name_(name), isName_(true) {}          // NOLINT(*-explicit-*)
+  NameOrIndex(const String& name) : NameOrIndex(StringView(name)) {}    // NOLINT(*-explicit-*)
+  NameOrIndex(const char16_t* name) : NameOrIndex(StringView(name)) {}  // NOLINT(*-explicit-*)
+  NameOrIndex(std::int16_t index) : index_(index) {}                    // NOLINT(*-explicit-*)
+  NameOrIndex(std::int32_t index) : index_(index) {}                    // NOLINT(*-explicit-*)
+  NameOrIndex(double index) : index_(index) {}                          // NOLINT(*-explicit-*)
 
   // Single-precision numbers, bytes and characters are no indexes; as callers never mean them as
   // names either, the compiler refuses them.

@@ -16,6 +16,7 @@ Parameters::Pointer Parameters::Parameter(const NameOrIndex& nameOrIndex) const 
 }
 
 int Parameters::AddParameter(StringView name, StringView value) {
+  if (elements_.empty()) elements_.reserve(2);  // what every field of a configuration file has
   // Grow first, then name: callers that catch a rejected name find the unnamed element in place.
   const Pointer added = elements_.emplace_back(std::make_shared<quenmar::Parameter>());
   added->SetName(name);

@@ -9,7 +9,8 @@
 
 namespace quenmar {
 
-/// Owns one open file and closes it at the latest when destroyed. Every operation throws `FileError`.
+/// Owns one open file and closes it at the latest when destroyed. Every operation throws
+/// `FileError`.
 class FileHandle {
  public:
   enum class Mode {

@@ -30,8 +30,7 @@ Path BehindLinks(const Path& path) {
 class TemporaryFile {
  public:
   /// Throws `FileError` when the folder takes no new file or `model`'s owner cannot be kept.
-  TemporaryFile(const Path& target, const std::optional<Path>& model)
-      : path_(NameBeside(target)) {
+  TemporaryFile(const Path& target, const std::optional<Path>& model) : path_(NameBeside(target)) {
     handle_.emplace(path_, FileHandle::Mode::kCreateNew);
     try {
       model ? handle_->TakePermissionsOf(*model) : handle_->TakeDefaultPermissions();

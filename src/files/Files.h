@@ -32,8 +32,8 @@ void ReplaceBytes(const Path& path, std::string_view bytes);
 /// the copy tells nobody more than the original does.
 void BackUp(const Path& from, const Path& to);
 
-/// Empties the file (or creates it), writes `bytes` from the start and flushes them to the disk. After
-/// a failure the file holds what had been written by then.
+/// Empties the file (or creates it), writes `bytes` from the start and flushes them to the disk.
+/// After a failure the file holds what had been written by then.
 void WriteInPlace(const Path& path, std::string_view bytes);
 
 }  // namespace quenmar

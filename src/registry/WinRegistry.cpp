@@ -15,7 +15,7 @@ class Key {
   using Opener = LSTATUS(WINAPI*)(HKEY, LPCSTR, PHKEY);
 
   Key(Opener open, RegistryRoot root, const std::string& subkey) {
-    const HKEY parent =
+    auto* const parent =
         root == RegistryRoot::kLocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
     if (open(parent, subkey.c_str(), &handle_) != ERROR_SUCCESS) handle_ = nullptr;
   }

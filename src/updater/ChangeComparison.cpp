@@ -10,8 +10,9 @@ namespace {
 
 constexpr int kDisabled = 1;  // position of the "Disabled" parameter
 
+/// An unnamed field counts as absent.
 bool Has(const Document& tree, StringView name) {
-  return !tree.Fields().Field(name)->Name().empty();
+  return !name.empty() && tree.Fields().IndexOf(name) >= 0;
 }
 
 /// Appends a copy of `field` with all its parameters.
@@ -55,9 +56,12 @@ void ChangeComparison::FillNewFields() {
 
 void ChangeComparison::FillActualFields() {
   const Fields& distribution = documents_.distribution->Fields();
+  const Fields& server = documents_.server->Fields();
   for (int i = 0; i < distribution.Count(); ++i) {
-    const auto found = documents_.server->Fields().Field(distribution.Field(i)->Name());
-    if (!found->Name().empty()) actualFields_.Fields().AddField(found->Name(), found->Value());
+    const int index = server.IndexOf(distribution.Field(i)->Name());
+    if (index < 0) continue;
+    const auto found = server.Field(index);
+    actualFields_.Fields().AddField(found->Name(), found->Value());
   }
 
   const Fields& offered = documents_.distributionSeries->Fields();

@@ -17,7 +17,8 @@ namespace quenmar {
 /// the order of their declaration.
 class ChangeComparison {
  public:
-  /// @param documents the four trees, read to their ends; shared, and only `FillSeries` changes them
+  /// @param documents the four trees, read to their ends; shared, and only `FillSeries` changes
+  /// them
   /// @param sorted whether result trees are kept sorted by name
   ChangeComparison(ConfDocuments documents, bool sorted);
 
@@ -55,14 +56,15 @@ class ChangeComparison {
   /// @return whether a new setting starts with a check mark: its flag is a number above 0.
   [[nodiscard]] bool StartsChecked(StringView name) const;
 
-  /// Moves fields from `NewFields` to the end of `ActualFields`, with their values there. Names that
-  /// `NewFields` lacks are passed over, here as in the other moves; afterwards the three trees are
-  /// sorted if they are kept so.
+  /// Moves fields from `NewFields` to the end of `ActualFields`, with their values there. Names
+  /// that `NewFields` lacks are passed over, here as in the other moves; afterwards the three trees
+  /// are sorted if they are kept so.
   /// @return how many fields were moved.
   int Add(const std::vector<String>& names);
 
-  /// Moves fields from `ActualFields` to the end of `DeletedFields`. Before a mandatory one goes, asks
-  /// LNG25 (Yes, No, Cancel; No is the default): No keeps it, Cancel keeps all further ones too.
+  /// Moves fields from `ActualFields` to the end of `DeletedFields`. Before a mandatory one goes,
+  /// asks LNG25 (Yes, No, Cancel; No is the default): No keeps it, Cancel keeps all further ones
+  /// too.
   /// @return how many fields were moved.
   int Remove(const std::vector<String>& names, MessageBoxes& messages, const Language& language);
 

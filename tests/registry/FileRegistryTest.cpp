@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "ScratchFolder.h"
 #include "text/Charset.h"
@@ -37,19 +38,19 @@ class FileRegistryTest : public ::testing::Test {
 };
 
 TEST_F(FileRegistryTest, ReadsWhatAnImportWouldGive) {
-  const struct {
+  struct Case {
     std::string content;
     String value;
-  } cases[] = {
-      {kHead + "\"x\"=\"a\"", u"a"},
+  };
+  const std::vector<Case> cases = {
+      {kHead + R"("x"="a")", u"a"},
       {kHead + " \"X\" \t=  \"a\"\t\n", u"a"},
       {kHead + "\"x\"=\"a\" ; why\r\n", u"a"},
       {kHead + R"("x"="C:\\dir\\ \"q\" C:\dir")", u"C:\\dir\\ \"q\" C:\\dir"},
       {kHead + "\"x\"=\"caf\xE9 \x80\"\r\n", u"caf\u00E9 \u20AC"},
       {kHead + "\"x\"=\"a\"\r\n\"x\"=\"b\"\r\n", u"b"},
       {kHead + "\"x\"=\"a\"\r\n\"x\"=-\r\n", u"default"},
-      {kHead + "\"x\"=\"a\"\r\n[Other]\r\n\"x\"=\"b\"\r\n" + kHead.substr(10) + "\"y\"=\"c\"",
-       u"a"},
+      {kHead + "\"x\"=\"a\"\r\n[Other]\r\n\"x\"=\"b\"\r\n" + kHead.substr(10) + R"("y"="c")", u"a"},
       {kHead + "\"x\"=\"a\"\r\n[-HKEY_LOCAL_MACHINE\\software\\QUENMAR]\r\n", u"default"},
       {"REGEDIT4\n[-HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\n\"x\"=\"a\"\n", u"default"},
       {kHead + "\"x\"=dword:00000001\r\n", u"default"},
@@ -70,20 +71,21 @@ TEST_F(FileRegistryTest, AWriteTouchesOneValueOnly) {
   const std::string line = "\"x\"=\"new\"\r\n";
   const std::string other =
       "; note \x81\xE9\n\r\n[Other]\n\"x\"=\"other\"\n\"y\"=hex:00,\\\n  01\n";
-  const struct {
+  struct Case {
     std::string content;
     std::string after;
-  } cases[] = {
+  };
+  const std::vector<Case> cases = {
       {"", kHead + line},
       {"REGEDIT4", "REGEDIT4\r\n" + kHead.substr(10) + line},
       {kHead + other, kHead + line + other},
       {kHead + "\"y\"=\"1\"\n\n" + other, kHead + "\"y\"=\"1\"\n" + line + "\n" + other},
       {kHead + "\"X\" = \"old\"\n; end\n" + other, kHead + line + "; end\n" + other},
       {kHead + "\"x\"=dword:01\n" + other, kHead + line + other},
-      {kHead + "\"x\"=hex:61,\\\r\n  62,\\\r\n  63\r\n\"y\"=\"\"", kHead + line + "\"y\"=\"\""},
+      {kHead + "\"x\"=hex:61,\\\r\n  62,\\\r\n  63\r\n" + R"("y"="")", kHead + line + R"("y"="")"},
       {kHead + "\"x\"=\"1\"\n" + other + "\"x\"=\"\"\n", kHead + line + other + "\"x\"=\"\"\n"},
       {kHead + "\"x\"=\"1\"\n\"x\"=\"2\"\n", kHead + "\"x\"=\"1\"\n" + line},
-      {kHead + "\"y\"=\"1\"", kHead + "\"y\"=\"1\"\r\n" + line},
+      {kHead + R"("y"="1")", kHead + "\"y\"=\"1\"\r\n" + line},
       {"REGEDIT4\n" + other, "REGEDIT4\n" + other + kHead.substr(10) + line},
   };
   for (const auto& [content, after] : cases) EXPECT_EQ(SetIn(content), after) << content;
@@ -113,28 +115,33 @@ TEST_F(FileRegistryTest, AWriteKeepsWhatOthersWroteMeanwhile) {
 
 TEST_F(FileRegistryTest, RefusesTextThatNoLineCanHold) {
   FileRegistry registry(file_);
-  for (const StringView text : {StringView(u"a\rb"), StringView(u"a\nb"), StringView(u"a\0b", 3)}) {
-    EXPECT_FALSE(registry.RegWriteString(kRoot, kKey, u"x", text));
-    EXPECT_FALSE(registry.RegWriteString(kRoot, kKey, text, u"x"));
-    EXPECT_FALSE(registry.RegWriteString(kRoot, text, u"x", u"x"));
+  const std::vector<StringView> texts = {u"a\rb", u"a\nb", StringView(u"a\0b", 3)};
+  for (const StringView text : texts) {
+    const bool stored = registry.RegWriteString(kRoot, kKey, u"x", text) ||
+                        registry.RegWriteString(kRoot, kKey, text, u"x") ||
+                        registry.RegWriteString(kRoot, text, u"x", u"x");
+    EXPECT_FALSE(stored) << ToUtf8(text);
   }
   EXPECT_FALSE(std::filesystem::exists(file_));
 }
 
 TEST_F(FileRegistryTest, WhatIsNoRegistryFileIsReportedAndNeverOverwritten) {
-  const std::string damaged[] = {"\"x\"=\"a\"\r\n", "REGEDIT\r\n", "\xEF\xBB\xBF" + kHead,
-                                 "\n" + kHead, Utf16(u"REGEDIT4\r\n") + "x"};
+  const std::vector<std::string> damaged = {"\"x\"=\"a\"\r\n", "REGEDIT\r\n",
+                                            "\xEF\xBB\xBF" + kHead, "\n" + kHead,
+                                            Utf16(u"REGEDIT4\r\n") + "x"};
   for (const std::string& content : damaged) {
-    ReplaceBytes(file_, content);
+    EXPECT_EQ(ReadFrom(content), u"default") << content;
     FileRegistry registry(file_);
-    EXPECT_THAT(ToUtf8(registry.Trouble()), HasSubstr(ToUtf8(PathText(file_)))) << content;
-    EXPECT_EQ(registry.RegReadString(kRoot, kKey, u"x", u"default"), u"default");
-    EXPECT_FALSE(registry.RegWriteString(kRoot, kKey, u"x", u"new"));
-    EXPECT_EQ(ReadBytes(file_), content);
+    EXPECT_THAT(ToUtf8(registry.Trouble()), HasSubstr(ToUtf8(PathText(file_))));
+    const bool stored = registry.RegWriteString(kRoot, kKey, u"x", u"new");
+    EXPECT_TRUE(!stored && ReadBytes(file_) == content) << content;
   }
-  FileRegistry folder(folder_.Folder());
-  EXPECT_NE(folder.Trouble(), u"");
-  EXPECT_FALSE(folder.RegWriteString(kRoot, kKey, u"x", u"new"));
+}
+
+TEST_F(FileRegistryTest, AFolderInTheFilesPlaceIsReported) {
+  FileRegistry registry(folder_.Folder());
+  EXPECT_NE(registry.Trouble(), u"");
+  EXPECT_FALSE(registry.RegWriteString(kRoot, kKey, u"x", u"new"));
 }
 
 TEST_F(FileRegistryTest, CreatesMissingFoldersWherePossible) {

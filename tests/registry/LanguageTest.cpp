@@ -12,10 +12,11 @@ namespace quenmar {
 namespace {
 
 TEST(LanguageTest, BuiltInTextsStandLetterForLetter) {
-  const struct {
+  struct Case {
     MessageKey key;
     StringView text;
-  } cases[] = {
+  };
+  const std::vector<Case> cases = {
       {LNG1, u"Talsk/Orvanth .conf Editor"},
       {LNG11, u"The %1 file is not found in you game folder, please use %2"},
       {LNG15, u"Please, select the \"conf-dist\" or \"conf-tmpl\" inside your SVN root folder."},

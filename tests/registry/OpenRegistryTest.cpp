@@ -28,7 +28,6 @@ class Variable {
 #endif
   }
 
- private:
   void Set(const std::string& value) const {
 #ifdef _WIN32
     ::_putenv_s(name_, value.c_str());
@@ -37,39 +36,42 @@ class Variable {
 #endif
   }
 
+ private:
   const char* name_;
   std::optional<std::string> before_;
 };
 
-TEST(OpenRegistryTest, TheFirstPlaceThatIsNamedCounts) {
+/// @return whether the registry that is opened takes a value and keeps it in the file `place`.
+bool WritesTo(const std::optional<Path>& given, const Path& place) {
+  const auto registry = OpenRegistry(given);
+  return registry->RegWriteString(RegistryRoot::kCurrentUser, u"Software\\Quenmar", u"x", u"1") &&
+         std::filesystem::remove(place);
+}
+
+TEST(OpenRegistryTest, AGivenFileComesBeforeTheVariable) {
   const ScratchFolder folder;
-  const auto writesTo = [](const std::optional<Path>& given, const Path& place) {
-    const auto registry = OpenRegistry(given);
-    return registry->RegWriteString(RegistryRoot::kCurrentUser, u"Software\\Quenmar", u"x", u"1") &&
-           std::filesystem::remove(place);
-  };
-  const Path named = folder / "named.reg";
-  const Variable variable("QUENMAR_REGISTRY", named);
-  EXPECT_TRUE(writesTo(folder / "given.reg", folder / "given.reg"));
-  EXPECT_TRUE(writesTo(std::nullopt, named));
+  const Variable named("QUENMAR_REGISTRY", folder / "named.reg");
+  EXPECT_TRUE(WritesTo(folder / "given.reg", folder / "given.reg"));
+  EXPECT_TRUE(WritesTo(std::nullopt, folder / "named.reg"));
+}
+
 #ifndef _WIN32
+TEST(OpenRegistryTest, TheUsersOwnFileFollowsTheConfigurationFolder) {
+  const ScratchFolder folder;
+  const Path file = Path("quenmar") / "registry.reg";
+  const Path inHome = folder / "home" / ".config" / file;
   const Variable unnamed("QUENMAR_REGISTRY", "");
   const Variable home("HOME", folder / "home");
-  const Path inHome = folder / "home" / ".config" / "quenmar" / "registry.reg";
-  {
-    const Variable config("XDG_CONFIG_HOME", folder / "config");
-    EXPECT_TRUE(writesTo(std::nullopt, folder / "config" / "quenmar" / "registry.reg"));
-  }
-  for (const char* const ignored : {"", "relative"}) {
-    const Variable config("XDG_CONFIG_HOME", ignored);
-    EXPECT_TRUE(writesTo(std::nullopt, inHome)) << ignored;
-  }
-  const Variable config("XDG_CONFIG_HOME", "");
+  const Variable config("XDG_CONFIG_HOME", folder / "config");
+  EXPECT_TRUE(WritesTo(std::nullopt, folder / "config" / file));
+  config.Set("");
+  EXPECT_TRUE(WritesTo(std::nullopt, inHome));
+  config.Set("relative");
+  EXPECT_TRUE(WritesTo(std::nullopt, inHome));
   const Variable homeless("HOME", "");
-  EXPECT_FALSE(OpenRegistry(std::nullopt)
-                   ->RegWriteString(RegistryRoot::kCurrentUser, u"Software\\Quenmar", u"x", u"1"));
-#endif
+  EXPECT_FALSE(WritesTo(std::nullopt, inHome));
 }
+#endif
 
 }  // namespace
 }  // namespace quenmar

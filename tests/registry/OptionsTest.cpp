@@ -55,38 +55,22 @@ TEST_F(OptionsTest, StoredValuesAreTakenAndNotRewritten) {
 }
 
 TEST_F(OptionsTest, EmptyValuesCountAsMissing) {
-  const Options options =
-      Load("\"Series\"=\"\"\r\n\"SaveCommentedSeries\"=\"\"\r\n\"AlwaysIgnoreDupParam\"=\"\"\r\n");
-  EXPECT_TRUE(options.saveCommentedSeries);
-  EXPECT_FALSE(options.alwaysIgnoreDupParam);
+  Load("\"Series\"=\"\"\r\n\"SaveCommentedSeries\"=\"\"\r\n\"AlwaysIgnoreDupParam\"=\"\"\r\n");
   EXPECT_EQ(ReadBytes(file_), kHead +
                                   "\"Series\"=\"{map}{npc}{addon}{import}\"\r\n"
                                   "\"SaveCommentedSeries\"=\"1\"\r\n"
                                   "\"AlwaysIgnoreDupParam\"=\"0\"\r\n");
 }
 
-TEST_F(OptionsTest, OnlyTheTextOneIsTrue) {
+TEST_F(OptionsTest, OddTextsAreFalseAndUnchecked) {
   EXPECT_TRUE(Load("\"AlwaysIgnoreDupParam\"=\"1\"").alwaysIgnoreDupParam);
-  for (const char* const text : {"0", "true", " 1", "01", "-1"}) {
-    const std::string quoted = std::string("\"") + text + "\"\r\n";
-    const Options options =
-        Load("\"AlwaysIgnoreDupParam\"=" + quoted + "\"SaveCommentedSeries\"=" + quoted);
-    EXPECT_FALSE(options.alwaysIgnoreDupParam) << text;
-    EXPECT_FALSE(options.saveCommentedSeries) << text;
+  for (const char* const text : {"true", " 1", "01", "-1"}) {
+    const std::string quoted = std::string("\"") + text + "\"";
+    EXPECT_FALSE(Load("\"AlwaysIgnoreDupParam\"=" + quoted).alwaysIgnoreDupParam) << text;
   }
-}
-
-TEST_F(OptionsTest, ASortStateThatIsNoNumberIsUnchecked) {
   for (const char* const text : {"\"abc\"", "\"\"", "\"1x\"", "dword:00000001"}) {
     EXPECT_EQ(Load(std::string("\"Sort\"=") + text).sort, 0) << text;
   }
-}
-
-TEST_F(OptionsTest, AStoreThatTakesNothingStillGivesDefaults) {
-  FileRegistry registry{Path()};
-  const Options options = LoadOptions(registry);
-  EXPECT_EQ(options.series, u"{map}{npc}{addon}{import}");
-  EXPECT_TRUE(options.saveCommentedSeries);
 }
 
 TEST_F(OptionsTest, WhatTheUserChangesIsThereTheNextTime) {

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ScratchFolder.h"
 #include "files/Files.h"
@@ -77,7 +78,7 @@ TYPED_TEST(RegistryTest, WhatIsMissingReadsAsTheDefault) {
 }
 
 TYPED_TEST(RegistryTest, ValuesComeBackAsTheyWereWritten) {
-  const String texts[] = {
+  const std::vector<String> texts = {
       u"",        u"C:\\Server\\conf\\", u"say \"hi\\\"",   u"  spaced\t", u"a;b=c",
       u"[x] - @", u"caf\u00E9 \u20AC",   String(3000, u'x')};
   const auto registry = this->store_.Open();

@@ -1,0 +1,47 @@
+# What the scripts share. To be sourced from bash; changes to the repository's root folder.
+# shellcheck shell=bash
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+# Debian's packages by purpose.
+build_packages=(cmake g++ libcli11-dev ninja-build nlohmann-json3-dev)
+test_packages=("${build_packages[@]}" libgmock-dev libgtest-dev)
+clang_packages=("${build_packages[@]}" clang libclang-rt-dev)
+
+jobs=$(nproc)
+
+# install_packages PACKAGE...: installs those that are missing. Asks no package server anything when
+# there is nothing to install, so that the scripts run offline from the second time on.
+install_packages() {
+  local package missing=() root=()
+  for package in "$@"; do
+    [[ $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) == installed* ]] ||
+      missing+=("$package")
+  done
+  ((${#missing[@]} > 0)) || return 0
+  if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null; then
+      echo "Please install as root: ${missing[*]}" >&2
+      return 1
+    fi
+    root=(sudo)
+  fi
+  echo "Installing ${missing[*]}"
+  local apt=("${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=120)
+  "${apt[@]}" update </dev/null
+  "${apt[@]}" install --no-install-recommends "${missing[@]}" </dev/null
+}
+
+# build PRESET [OPTION...]: configures with the options and builds.
+build() {
+  local preset=$1
+  shift
+  cmake --preset "$preset" "$@"
+  cmake --build --preset "$preset" -j "$jobs"
+}
+
+# make_scratch: a new folder, removed when the script ends; its path is in $scratch.
+make_scratch() {
+  scratch=$(mktemp -d)
+  trap 'rm -rf "$scratch"' EXIT
+}

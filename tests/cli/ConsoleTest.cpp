@@ -1,0 +1,260 @@
+#include "cli/Console.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "ScratchFolder.h"
+#include "Trees.h"
+
+namespace quenmar {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+using Json = nlohmann::json;
+
+constexpr const char* kDistribution =
+    "// Base\r\nbase: 1\r\nrate: 100\r\nfresh: 7\r\n//extra: 8\r\nnpc: a.txt\r\nnpc: new.txt\r\n";
+constexpr const char* kServer =
+    "// Mine\r\nrate: 150 // high\r\n//base: 2\r\nold: 3\r\nnpc: own.txt\r\n//npc: a.txt\r\n";
+constexpr const char* kMerged =
+    "base: 2\r\nrate: 150\r\nnpc: own.txt\r\n//npc: a.txt\r\n//npc: new.txt\r\n";
+
+class ConsoleTest : public ::testing::Test {
+ protected:
+  ConsoleTest() {
+    for (const char* name : {"dist", "server"}) std::filesystem::create_directory(folder_ / name);
+    Write("dist/a.conf", kDistribution);
+    Write("server/a.conf", kServer);
+  }
+
+  void Write(const char* name, std::string_view bytes) { WriteFile(folder_ / name, bytes); }
+  std::string Read(const char* name) { return ReadFile(folder_ / name); }
+  std::string At(const char* name) { return ToUtf8(PathText(folder_ / name)); }
+
+  /// Runs the program with a registry file in the scratch folder.
+  int Run(std::vector<std::string> arguments) {
+    std::istringstream in(input_);
+    std::ostringstream out;
+    std::ostringstream err;
+    arguments.insert(arguments.begin(), {"--registry", At("options.reg")});
+    const int status = RunConsole(arguments, {in, out, err, interactive_, colours_});
+    out_ = out.str();
+    err_ = err.str();
+    return status;
+  }
+
+  int Merge(std::vector<std::string> options) {
+    options.insert(options.begin(), {"merge", At("dist"), At("server"), "a.conf"});
+    return Run(std::move(options));
+  }
+
+  ScratchFolder folder_;
+  bool interactive_ = false;
+  bool colours_ = false;
+  std::string input_;
+  std::string out_;
+  std::string err_;
+};
+
+TEST_F(ConsoleTest, CheckTellsAPersonWhatDiffers) {
+  Write("dist/new.conf", "n: 1\r\n//m: 2\r\n");
+  Write("dist/same.CONF", "s: 1\r\n");
+  Write("server/same.CONF", "s: 1\r\n");
+  EXPECT_EQ(Run({"check", At("dist"), At("server")}), kDifferences);
+  EXPECT_EQ(
+      out_,
+      "a.conf: 2 new (1 mandatory), 2 changed, 1 obsolete; series: 1 new, 1 only on the server\n"
+      "  new [x]  fresh  7\n"
+      "  new [ ]  extra  8\n"
+      "  changed  base   2  (distribution: 1)\n"
+      "  changed  rate   150  (distribution: 100)\n"
+      "  obsolete old    3\n"
+      "  new      npc: new.txt\n"
+      "  own      npc: own.txt\n"
+      "new.conf: the server lacks this file: 2 new (1 mandatory), 0 changed, 0 obsolete\n"
+      "  new [x]  n  1\n"
+      "  new [ ]  m  2\n"
+      "same.CONF: no differences\n"
+      "Sum of 3 files: 1 different, 1 new, 0 failed; settings: 4 new (2 mandatory), 2 changed, "
+      "1 obsolete\n"
+      "[x] mandatory: the server needs it; [ ] optional\n");
+  EXPECT_EQ(err_, "");
+  EXPECT_EQ(Run({"check", At("dist"), At("server"), "same.CONF"}), kNothingToDo);
+  colours_ = true;
+  Run({"check", At("dist"), At("server"), "a.conf"});
+  EXPECT_THAT(out_, HasSubstr("\033[32mnew [x] \033[0m fresh"));
+}
+
+TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
+  Write("dist/bad.conf", "x y: 1\r\nnpc: a b\r\n");
+  Write("dist/new.conf", "n: \xE9\r\n");
+  EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
+  EXPECT_EQ(err_, "Error: Name don't allow spaces\n");
+  EXPECT_EQ(Json::parse(out_), Json::parse(R"([
+    {"file": "a.conf", "status": "different",
+     "new": [{"name": "fresh", "value": "7", "mandatory": true},
+             {"name": "extra", "value": "8", "mandatory": false}],
+     "obsolete": [{"name": "old", "value": "3"}],
+     "changed": [{"name": "base", "actual": "2", "original": "1"},
+                 {"name": "rate", "actual": "150", "original": "100"}],
+     "series": {"new": [{"type": "npc", "name": "new.txt"}],
+                "obsolete": [{"type": "npc", "name": "own.txt"}]}},
+    {"file": "bad.conf", "status": "failed", "new": [], "obsolete": [], "changed": [],
+     "series": {"new": [], "obsolete": []}},
+    {"file": "new.conf", "status": "new", "new": [{"name": "n", "value": "é", "mandatory": true}],
+     "obsolete": [], "changed": [], "series": {"new": [], "obsolete": []}}])"));
+}
+
+TEST_F(ConsoleTest, CheckGoesOnWhenAReadingIsDeclinedAndEndsAtBareLineFeeds) {
+  Write("server/a.conf", "rate: 1\r\nrate: 2\r\n");
+  Write("dist/b.conf", "b: 1\r\n");
+  Write("server/b.conf", "b: 1\n");
+  EXPECT_EQ(Run({"check", At("dist"), At("server")}), kTrouble);
+  EXPECT_THAT(out_, AllOf(StartsWith("a.conf: could not be read\n"), Not(HasSubstr("Sum"))));
+  EXPECT_THAT(err_, AllOf(HasSubstr("Parameter rate is duplicated"),
+                          HasSubstr("ended, nothing was saved")));
+  EXPECT_EQ(Read("server/b.conf"), "b: 1\n");
+
+  EXPECT_EQ(Run({"--yes", "check", At("dist"), At("server")}), kDifferences);
+  EXPECT_EQ(Read("server/b.conf"), "b: 1\r\n");
+}
+
+TEST_F(ConsoleTest, CompareAndDumpPrintTrees) {
+  EXPECT_EQ(Run({"compare", "--sort", At("dist/a.conf"), At("server/a.conf")}), kNothingToDo);
+  const Json trees = Json::parse(out_);
+  EXPECT_EQ(trees.size(), 6U);
+  EXPECT_EQ(trees["NewFields"], Json::parse(R"([{"name":"extra","value":"8","parameters":[]},
+                                                {"name":"fresh","value":"7","parameters":[]}])"));
+  EXPECT_EQ(trees["ActualFields"][1]["value"], "150");
+  EXPECT_EQ(trees["DeletedFields"][0]["name"], "old");
+  EXPECT_EQ(trees["NewSeries"][0]["parameters"],
+            Json::parse(R"([{"name":"Type","value":"npc"},{"name":"Disabled","value":"1"}])"));
+  EXPECT_EQ(trees["ActualSeries"].size(), 3U);
+  EXPECT_EQ(trees["DeletedSeries"].size(), 1U);
+  EXPECT_EQ(Run({"compare", At("dist/a.conf"), At("missing")}), kTrouble);
+  EXPECT_EQ(out_, "");
+
+  EXPECT_EQ(Run({"dump", At("server/a.conf")}), kNothingToDo);
+  EXPECT_EQ(Json::parse(out_)["settings"][0]["parameters"][0]["value"], "Mine\r\nrate: 150   high");
+  EXPECT_EQ(Json::parse(out_)["series"].size(), 2U);
+
+  Write("early.conf", "a: \xE9<\r\nnpc: x\r\nnpc: y z\r\n");
+  EXPECT_EQ(Run({"dump", At("early.conf")}), kTrouble);
+  EXPECT_EQ(Json::parse(out_)["settings"].size(), 1U);
+  EXPECT_EQ(Run({"dump", "--xml", "settings", At("early.conf")}), kTrouble);
+  EXPECT_EQ(out_,
+            "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\r\n<xml>\r\n"
+            "\t<a Comments=\"\" Disabled=\"1\">\xE9&lt;</a>\r\n</xml>\r\n");
+  Write("lf.conf", "a: 1\n");
+  EXPECT_EQ(Run({"--no", "dump", At("lf.conf")}), kTrouble);
+  EXPECT_EQ(out_, "");
+}
+
+TEST_F(ConsoleTest, MergeIsApplyAndMoves) {
+  EXPECT_EQ(Merge({}), kNothingToDo);
+  EXPECT_EQ(Read("server/a.conf"), kMerged);
+  EXPECT_EQ(Read("server/a.conf.bak"), kServer);
+  EXPECT_EQ(err_, "Saved!\n");
+
+  Write("server/a.conf", kServer);
+  EXPECT_EQ(Merge({"--set", "fresh=a=b", "--add-mandatory", "--restore", "old", "--output", "-"}),
+            kNothingToDo);
+  EXPECT_EQ(out_,
+            "base: 2\r\nrate: 150\r\nold: 3\r\nfresh: a=b\r\n"
+            "npc: own.txt\r\n//npc: a.txt\r\n//npc: new.txt\r\n");
+  EXPECT_EQ(Read("server/a.conf"), kServer);
+
+  Write("options.reg",
+        "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n"
+        "\"Sort\"=\"1\"\r\n\"SaveCommentedSeries\"=\"0\"\r\n");
+  EXPECT_EQ(Merge({"--add", "extra", "--add-all", "--output", At("out.conf")}), kNothingToDo);
+  EXPECT_EQ(Read("out.conf"), "base: 2\r\nextra: 8\r\nfresh: 7\r\nrate: 150\r\nnpc: own.txt\r\n");
+}
+
+TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
+  const std::vector<std::vector<std::string>> kRefused = {{"--restore", "base"},
+                                                          {"--add", "old"},
+                                                          {"--remove", "fresh"},
+                                                          {"--set", "old=1"},
+                                                          {"--set", "rate"},
+                                                          {"--set", "rate=a\nb"},
+                                                          {"--remove", "rate"},
+                                                          {"--set", "rate=\xD0\x96"},
+                                                          {"--dry-run", "--set", "rate=\xD0\x96"},
+                                                          {"--output", "-", "--dry-run"}};
+  for (const auto& options : kRefused) {
+    EXPECT_EQ(Merge(options), kTrouble) << options.front();
+    EXPECT_THAT(err_, Not(IsEmpty()));
+    EXPECT_EQ(out_, "");
+    EXPECT_EQ(Read("server/a.conf"), kServer);
+  }
+  EXPECT_EQ(Run({"merge", At("dist"), At("server"), "none.conf"}), kTrouble);
+  EXPECT_EQ(Run({"check", At("nowhere"), At("server")}), kTrouble);
+  EXPECT_EQ(Run({"check", At("server")}), kTrouble);
+  EXPECT_EQ(Run({"--yes", "--no", "check", At("dist"), At("server")}), kTrouble);
+  EXPECT_EQ(Run({}), kTrouble);
+  EXPECT_EQ(Run({"--help"}), kNothingToDo);
+  EXPECT_THAT(out_, HasSubstr("check"));
+  EXPECT_EQ(Run({"--version"}), kNothingToDo);
+  EXPECT_THAT(out_, StartsWith("quenmarctl "));
+}
+
+TEST_F(ConsoleTest, MergeAsksAtTheTerminal) {
+  interactive_ = true;
+  input_ = "what\ny\n";
+  EXPECT_EQ(Merge({"--remove", "rate"}), kNothingToDo);
+  EXPECT_EQ(err_, "The rate parameter is mandatory, delete anyway? [y/N/c]  [y/N/c] Saved!\n");
+  EXPECT_THAT(Read("server/a.conf"), StartsWith("base: 2\r\nnpc"));
+
+  Write("dist/b.conf", "b: 1\r\n//c: 2\r\n");
+  input_ = "\n";
+  EXPECT_EQ(Run({"merge", At("dist"), At("server"), "b.conf"}), kTrouble);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "server/b.conf"));
+  EXPECT_THAT(err_, StartsWith("The b.conf file is a new config file, copy in your project config "
+                               "folder? [y/N] "));
+  EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("server"), "b.conf"}), kNothingToDo);
+  EXPECT_EQ(Read("server/b.conf"), "b: 1\r\nc: 2\r\n");
+}
+
+TEST_F(ConsoleTest, DryRunPrintsChangesAndWritesNothing) {
+  Write("server/a.conf", "// Mine\nrate: 150 // high\n//base: 2\nold: 3\t4\nnpc: a.txt\n");
+  const std::string before = Read("server/a.conf");
+  EXPECT_EQ(
+      Run({"--yes", "merge", At("dist"), At("server"), "a.conf", "--dry-run", "--add", "fresh"}),
+      kNothingToDo);
+  EXPECT_EQ(out_,
+            "becomes active base: 2\n"
+            "changed        rate: 150 // high -> 150\n"
+            "added          fresh: 7\n"
+            "added          npc: new.txt (commented out)\n"
+            "removed        old: 3\\t4\n"
+            "comment lines lost: 1\n");
+  EXPECT_EQ(Read("server/a.conf"), before);
+
+  // A file that the server lacks is neither copied nor asked about.
+  Write("dist/b.conf", "b: 1\r\n");
+  EXPECT_EQ(Run({"merge", At("dist"), At("server"), "b.conf", "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "added          b: 1\n");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "server/b.conf"));
+  Write("server/b.conf", "b: 1\r\n");
+  Run({"merge", At("dist"), At("server"), "b.conf", "--dry-run"});
+  EXPECT_EQ(out_, "no changes\n");
+}
+
+TEST_F(ConsoleTest, ADamagedRegistryFileCostsOneLine) {
+  Write("options.reg", "no registry");
+  EXPECT_EQ(Merge({}), kNothingToDo);
+  EXPECT_EQ(Read("server/a.conf"), kMerged);
+  EXPECT_THAT(err_, ::testing::MatchesRegex("quenmarctl: [^\n]+\nSaved!\n"));
+  EXPECT_EQ(Read("options.reg"), "no registry");
+}
+
+}  // namespace
+}  // namespace quenmar

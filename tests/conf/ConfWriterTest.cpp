@@ -1,0 +1,165 @@
+#include "conf/ConfWriter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "ScratchFolder.h"
+#include "ScriptedMessages.h"
+#include "Trees.h"
+#include "conf/ConfReader.h"
+#include "conf/SeriesGroups.h"
+
+namespace quenmar {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using Shown = ScriptedMessages::Shown;
+
+/// Groups with captions of any form.
+struct Captioned : SeriesView {
+  struct Group {
+    String caption;
+    CheckList items;
+  };
+  explicit Captioned(std::vector<Group> list) : groups(std::move(list)) {}
+  [[nodiscard]] int GroupCount() const override { return static_cast<int>(groups.size()); }
+  [[nodiscard]] String TabCaption(int group) const override { return At(group).caption; }
+  [[nodiscard]] int ItemCount(int group) const override {
+    return static_cast<int>(At(group).items.size());
+  }
+  [[nodiscard]] String List(int group, int item) const override {
+    return At(group).items.at(static_cast<size_t>(item)).text;
+  }
+  [[nodiscard]] bool Selected(int group, int item) const override {
+    return At(group).items.at(static_cast<size_t>(item)).checked;
+  }
+  [[nodiscard]] const Group& At(int group) const { return groups.at(static_cast<size_t>(group)); }
+  std::vector<Group> groups;
+};
+
+class ConfWriterTest : public ::testing::Test {
+ protected:
+  bool Save(const SeriesView& series = SeriesGroups()) {
+    return ConfWriter(options_, language_, messages_).SaveConfFile(path_, settings_, series);
+  }
+
+  ScratchFolder folder_;
+  Path path_ = folder_ / "map.conf";
+  Options options_;
+  Language language_;
+  ScriptedMessages messages_;
+  Document settings_;
+};
+
+TEST_F(ConfWriterTest, WritesSettingsThenSeries) {
+  settings_.Fields().AddField(u"b", u"1 & 2");
+  settings_.Fields().AddField(u"a", u"");
+  settings_.Fields().Field(0)->Parameters().AddParameter(u"Comments", u"lost");
+  settings_.Fields().Field(0)->Parameters().AddParameter(u"Disabled", u"0");
+  settings_.Fields().AddField(u"\u20AC", u"\u00E9\u0081");
+  const Captioned series({{u"npc (2)", {{u"x", true}, {u"y", false}}},
+                          {u"map", {{u"m", true}}},
+                          {u"import(1)", {{u"z", false}}}});
+
+  EXPECT_TRUE(Save(series));
+  EXPECT_EQ(ReadFile(path_),
+            "b: 1 & 2\r\na: \r\n\x80: \xE9\x81\r\n"
+            "npc : x\r\n//npc : y\r\nmap: m\r\n//import: z\r\n");
+  options_.saveCommentedSeries = false;
+  EXPECT_TRUE(Save(series));
+  EXPECT_THAT(ReadFile(path_), ::testing::EndsWith("\r\nnpc : x\r\nmap: m\r\n"));
+  EXPECT_THAT(messages_.shown, ElementsAre(Shown{"Saved!", 64}, Shown{"Saved!", 64}));
+}
+
+TEST_F(ConfWriterTest, NothingToWriteGivesAnEmptyFile) {
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(ReadFile(path_), "");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "map.conf.bak"));
+  EXPECT_THAT(messages_.shown, ElementsAre(Shown{"Saved!", 64}));
+}
+
+TEST_F(ConfWriterTest, KeepsOneGenerationBeforeItWrites) {
+  const Path backup = folder_ / "map.conf.bak";
+  settings_.Fields().AddField(u"a", u"2");
+  WriteFile(path_, "first\n");
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(ReadFile(backup), "first\n");
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(ReadFile(backup), "a: 2\r\n");
+
+  // A backup that cannot be made stops the save.
+  std::filesystem::remove(backup);
+  std::filesystem::create_directory(backup);
+  WriteFile(path_, "mine\n");
+  EXPECT_FALSE(Save());
+  EXPECT_EQ(ReadFile(path_), "mine\n");
+  EXPECT_THAT(messages_.shown.back().text, StartsWith("Error: "));
+}
+
+TEST_F(ConfWriterTest, RefusesCharactersThatTheFileCannotHold) {
+  WriteFile(path_, "mine\n");
+  settings_.Fields().AddField(u"good", u"1");
+  settings_.Fields().AddField(u"motd", u"\u0416");
+  EXPECT_FALSE(Save());
+  EXPECT_EQ(ReadFile(path_), "mine\n");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "map.conf.bak"));
+  EXPECT_THAT(messages_.shown.at(0).text,
+              ::testing::AllOf(StartsWith("Error: "), HasSubstr(" motd ")));
+}
+
+TEST_F(ConfWriterTest, ReportsWhatTheDiskRefuses) {
+  settings_.Fields().AddField(u"a", u"1");
+  path_ = folder_ / "missing" / "map.conf";
+  EXPECT_FALSE(Save());
+  path_ = folder_.Folder();
+  EXPECT_FALSE(Save());
+#ifndef _WIN32
+  path_ = "/dev/full";
+  EXPECT_FALSE(Save());
+  EXPECT_EQ(messages_.shown.at(2), (Shown{"Error: No space left on device", 0}));
+#endif
+  for (const Shown& shown : messages_.shown) EXPECT_THAT(shown.text, StartsWith("Error: "));
+}
+
+TEST_F(ConfWriterTest, WhatWasWrittenReadsBackAndWritesTheSameBytes) {
+  std::mt19937 random(7);
+  const auto pick = [&random](const auto& list) { return list[random() % std::size(list)]; };
+  const char* const kNames[] = {"a", "B", "b_2", "npc", "Map", "import", "note", "z9"};
+  const char* const kValues[] = {"1",    "",    "x y",          "a//b",   "t\tu",
+                                 "&lt;", "<&>", "\xE9\x80\x81", "p/q.txt"};
+  const char* const kStarts[] = {"", "", "//", "// ", " "};
+  options_.alwaysIgnoreDupParam = true;
+  for (int round = 0; round < 200; ++round) {
+    std::string content;
+    for (auto line = random() % 12; line > 0; --line) {
+      content += std::string(pick(kStarts)) + pick(kNames) + ": " + pick(kValues) + "\r\n";
+    }
+    std::string written;
+    // A first reading may leave two fields of one name, which a second one joins; otherwise nothing
+    // may change once the file was written.
+    bool joined = false;
+    for (int pass = 0; pass < 3; ++pass) {
+      WriteFile(path_, pass == 0 ? content : written);
+      std::shared_ptr<Document> settings;
+      std::shared_ptr<Document> series;
+      if (!ConfReader(options_, language_, messages_).LoadConfFile(path_, settings, series)) break;
+      const ConfWriter writer(options_, language_, messages_);
+      const std::string bytes =
+          ConfWriter::EncodeLines(writer.ConfFileLines(*settings, SeriesGroups(*series)));
+      if (pass == 2 || (pass == 1 && !joined)) {
+        EXPECT_EQ(bytes, written) << content;
+      }
+      for (int i = 0; i < settings->Fields().Count(); ++i) {
+        joined |= settings->Fields().IndexOf(settings->Fields().Field(i)->Name()) != i;
+      }
+      written = bytes;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quenmar

@@ -1,0 +1,73 @@
+#include "conf/Functions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "ScratchFolder.h"
+#include "ScriptedMessages.h"
+#include "Trees.h"
+#include "conf/ConfFolder.h"
+
+namespace quenmar {
+namespace {
+
+TEST(Functions, TextFilesKeepEveryByte) {
+  const ScratchFolder folder;
+  String all;
+  for (int byte = 0; byte < 256; ++byte)
+    all += FromWindows1252(std::string(1, static_cast<char>(byte)));
+  EXPECT_TRUE(WriteTextFile(folder / "f", all));
+  EXPECT_EQ(ReadFile(folder / "f").size(), 256U);
+  String text = u"before";
+  EXPECT_TRUE(ReadTextFile(folder / "f", text));
+  EXPECT_EQ(text, all);
+
+  EXPECT_FALSE(WriteTextFile(folder / "f", u"\u0416"));
+  EXPECT_EQ(ReadFile(folder / "f").size(), 256U);
+  text = u"before";
+  EXPECT_FALSE(ReadTextFile(folder / "missing", text));
+  EXPECT_EQ(text, u"before");
+  EXPECT_FALSE(WriteTextFile(folder / "missing" / "f", u"x"));
+}
+
+TEST(Functions, MessagesBreakLinesInTheCallersText) {
+  ScriptedMessages messages;
+  String text = u"a\\nb\nc %2 %1";
+  EXPECT_EQ(ShowMessage(messages, text, 64, {u"one", u"t\\no"}), Button::kOk);
+  EXPECT_EQ(text, u"a\r\nb\nc t\\no one");
+  EXPECT_EQ(messages.shown.at(0), (ScriptedMessages::Shown{"a\r\nb\nc t\\no one", 64}));
+}
+
+TEST(Functions, SmallHelpers) {
+  String text;
+  EXPECT_EQ(NotAvailable(text), u"** n/a **");
+  EXPECT_EQ(text, u"** n/a **");
+  text = u" ";
+  EXPECT_EQ(NotAvailable(text), u" ");
+
+  EXPECT_EQ(TabLabel(u"npc (3)(4)"), u"npc ");
+  EXPECT_EQ(TabLabel(u"map"), u"map");
+
+  CheckList list = {{u"A"}, {u"a"}, {u"a"}};
+  SelectListItem(u"a", list);
+  SelectListItem(u"b", list);
+  EXPECT_TRUE(!list[0].checked && list[1].checked && !list[2].checked);
+
+  for (const char16_t letter : {u'A', u'Z', u'a', u'z'}) EXPECT_TRUE(IsLetter(String(1, letter)));
+  for (const char16_t other : {u'@', u'[', u'`', u'{', u'_', u'0', u' ', u'\u00E9'}) {
+    EXPECT_FALSE(IsLetter(String(1, other)));
+  }
+  EXPECT_FALSE(IsLetter({}));
+}
+
+TEST(ConfFolder, ListsConfigurationFilesOnly) {
+  const ScratchFolder folder;
+  for (const char* name : {"a.conf", "B.CONF", "c.conf.bak", "conf"}) WriteFile(folder / name, "");
+  std::filesystem::create_directory(folder / "d.conf");
+  EXPECT_THAT(ListConfFiles(folder.Folder()),
+              ::testing::UnorderedElementsAre(Path("a.conf"), Path("B.CONF")));
+  EXPECT_THAT(ListConfFiles(folder / "missing"), ::testing::IsEmpty());
+}
+
+}  // namespace
+}  // namespace quenmar
