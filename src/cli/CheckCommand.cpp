@@ -64,16 +64,14 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
                           std::make_shared<Document>()};
   std::error_code error;
   const bool onServer = std::filesystem::exists(arguments.server / file, error);
-  if (!reader.LoadConfFile(arguments.distribution / file, documents.distribution,
-                           documents.distributionSeries) ||
-      (onServer &&
-       !reader.LoadConfFile(arguments.server / file, documents.server, documents.serverSeries))) {
+  if (!ReadOrTell(reader, arguments.distribution / file, documents.distribution,
+                  documents.distributionSeries, context) ||
+      (onServer && !ReadOrTell(reader, arguments.server / file, documents.server,
+                               documents.serverSeries, context))) {
     return failed;
   }
   ChangeComparison comparison(documents, context.options.IsSorted());
-  comparison.FillNewFields();
-  comparison.FillActualFields();
-  comparison.FillDeletedFields();
+  comparison.FillResultTrees();
   FileReport report = Summarize(comparison, *documents.distribution);
   report.file = PathText(file);
   if (!onServer) {

@@ -2,6 +2,7 @@
 /// and returns the exit status; `EndApplication` and failures of files pass through.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -66,6 +67,12 @@ struct MergeArguments {
   bool dryRun = false;
 };
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);
+
+/// Reads a file; when that fails, tells which file it was after the reader has told why.
+/// @return whether the file was read to its end.
+[[nodiscard]] bool ReadOrTell(const ConfReader& reader, const Path& file,
+                              std::shared_ptr<Document>& settings,
+                              std::shared_ptr<Document>& series, const CommandContext& context);
 
 /// @return the path that an argument names.
 [[nodiscard]] Path ArgumentPath(const std::string& argument);

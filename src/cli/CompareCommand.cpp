@@ -9,15 +9,13 @@ namespace quenmar {
 int RunCompare(const CompareArguments& arguments, const CommandContext& context) {
   const ConfReader reader(context.options, context.language, context.messages);
   ConfDocuments documents;
-  if (!reader.LoadConfFile(arguments.distribution, documents.distribution,
-                           documents.distributionSeries) ||
-      !reader.LoadConfFile(arguments.server, documents.server, documents.serverSeries)) {
+  if (!ReadOrTell(reader, arguments.distribution, documents.distribution,
+                  documents.distributionSeries, context) ||
+      !ReadOrTell(reader, arguments.server, documents.server, documents.serverSeries, context)) {
     return kTrouble;
   }
   ChangeComparison comparison(std::move(documents), arguments.sort);
-  comparison.FillNewFields();
-  comparison.FillActualFields();
-  comparison.FillDeletedFields();
+  comparison.FillResultTrees();
 
   context.streams.out << TreesJson({{"NewFields", &comparison.NewFields()},
                                     {"NewSeries", &comparison.NewSeries()},

@@ -137,6 +137,13 @@ Path ArgumentPath(const std::string& argument) {
   return std::u8string(argument.begin(), argument.end());
 }
 
+bool ReadOrTell(const ConfReader& reader, const Path& file, std::shared_ptr<Document>& settings,
+                std::shared_ptr<Document>& series, const CommandContext& context) {
+  if (reader.LoadConfFile(file, settings, series)) return true;
+  context.streams.err << "quenmarctl: " << ToUtf8(PathText(file)) << ": not read to its end\n";
+  return false;
+}
+
 int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& streams) {
   Arguments parsed;
   const auto app = MakeParser(parsed);

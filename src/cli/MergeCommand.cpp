@@ -6,6 +6,7 @@
 #include "conf/ConfWriter.h"
 #include "conf/Functions.h"
 #include "conf/SaveChanges.h"
+#include "files/FileError.h"
 #include "text/Charset.h"
 #include "updater/ChangeComparison.h"
 
@@ -49,9 +50,7 @@ class Merge {
     }
     if (!PrepareServerFile() || !Read()) return kTrouble;
     ChangeComparison comparison(documents_, context_.options.IsSorted());
-    comparison.FillNewFields();
-    comparison.FillActualFields();
-    comparison.FillDeletedFields();
+    comparison.FillResultTrees();
     const SeriesGroups series = comparison.FillSeries(context_.messages, context_.language);
     if (!ApplyRequests(comparison)) return kTrouble;
     return Save(comparison.ActualFields(), series) ? kNothingToDo : kTrouble;
@@ -74,7 +73,11 @@ class Merge {
         ShowMessage(context_.messages, String(context_.language.Text(LNG14)),
                     message_style::kYesNo | message_style::kQuestion, {FromUtf8(arguments_.file)});
     if (answer != Button::kYes) return false;
-    ReplaceBytes(serverFile_, ReadBytes(distributionFile_));
+    try {
+      ReplaceBytes(serverFile_, ReadBytes(distributionFile_));
+    } catch (const FileError& error) {
+      throw CommandTrouble(ToUtf8(PathText(serverFile_)) + ": " + error.what());
+    }
     return true;
   }
 
@@ -82,9 +85,9 @@ class Merge {
     using Repair = ConfReader::LineEndRepair;
     const ConfReader reader(context_.options, context_.language, context_.messages,
                             arguments_.dryRun ? Repair::kInMemory : Repair::kInFile);
-    return reader.LoadConfFile(distributionFile_, documents_.distribution,
-                               documents_.distributionSeries) &&
-           reader.LoadConfFile(serverSource_, documents_.server, documents_.serverSeries);
+    return ReadOrTell(reader, distributionFile_, documents_.distribution,
+                      documents_.distributionSeries, context_) &&
+           ReadOrTell(reader, serverSource_, documents_.server, documents_.serverSeries, context_);
   }
 
   /// @return false when the user declined; throws `CommandTrouble` for a name out of place.

@@ -8,13 +8,6 @@ namespace {
 
 constexpr StringView kWhiteSpace = u" \t\r\n";
 
-/// @return `text` without the white space before and behind it.
-StringView Strip(StringView text) {
-  const size_t first = text.find_first_not_of(kWhiteSpace);
-  if (first == StringView::npos) return {};
-  return text.substr(first, text.find_last_not_of(kWhiteSpace) - first + 1);
-}
-
 }  // namespace
 
 void Document::SetStopOnLoadError(bool stop) {
@@ -51,7 +44,7 @@ bool Document::GetNextParameter(String& attributes, String& name, String& value)
   const size_t close = attributes.find(attributes[open], open + 1);
   if (close == String::npos) return false;
 
-  name = Strip(StringView(attributes).substr(0, equals));
+  name = Trim(StringView(attributes).substr(0, equals), kWhiteSpace);
   value = attributes.substr(open + 1, close - open - 1);
   attributes.erase(0, close + 1);
   return true;

@@ -18,23 +18,30 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr size_t kBlock = 64UL * 1024;
+constexpr int kMostLinks = 40;  // as many as the systems themselves follow
 
-/// @return the file behind a symbolic link, or `path` itself when there is none to follow.
-Path BehindLinks(const Path& path) {
+/// @return the file behind symbolic links, also one that is yet to be created.
+Path BehindLinks(Path path) {
   std::error_code error;
-  Path target = fs::canonical(path, error);
-  return error ? path : target;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
+    path = path.parent_path() / fs::read_symlink(path, error);
+  }
+  return path;
 }
 
 /// A new file in the folder of a target, removed again unless it is moved over the target.
 class TemporaryFile {
  public:
-  /// Throws `FileError` when the folder takes no new file or `model`'s owner cannot be kept.
-  TemporaryFile(const Path& target, const std::optional<Path>& model) : path_(NameBeside(target)) {
+  /// Throws `FileError` when the folder takes no new file. Without a model the file gets the
+  /// default permissions. Where the model's owner cannot be kept, a copy is for this user's eyes
+  /// only; any other file throws as well.
+  TemporaryFile(const Path& target, const std::optional<Path>& model, bool isCopy)
+      : path_(NameBeside(target)) {
     handle_.emplace(path_, FileHandle::Mode::kCreateNew);
     try {
       model ? handle_->TakePermissionsOf(*model) : handle_->TakeDefaultPermissions();
     } catch (const FileError&) {
+      if (isCopy) return;  // as it was created
       Remove();
       throw;
     }
@@ -73,26 +80,31 @@ class TemporaryFile {
 };
 
 std::unique_ptr<TemporaryFile> TryTemporaryFile(const Path& target,
-                                                const std::optional<Path>& model) {
+                                                const std::optional<Path>& model, bool isCopy) {
   try {
-    return std::make_unique<TemporaryFile>(target, model);
+    return std::make_unique<TemporaryFile>(target, model, isCopy);
   } catch (const FileError&) {
     return nullptr;  // the caller writes in place, and a failure there is reported
   }
 }
 
-void Replace(const Path& path, std::string_view bytes, std::optional<Path> model) {
+/// @param original the file that `bytes` are a copy of, if they are
+void Replace(const Path& path, std::string_view bytes, const std::optional<Path>& original) {
   const Path target = BehindLinks(path);
   std::error_code error;
   const fs::file_status status = fs::symlink_status(target, error);
-  const bool exists = fs::exists(status);
-  if (exists) {
+  std::optional<Path> model = original;
+  std::optional<FileHandle> existing;
+  if (fs::exists(status)) {
     // Renaming would pass over a write protection: ask the file itself first.
-    const FileHandle probe(target, FileHandle::Mode::kProbeForWrite);
+    existing.emplace(target, FileHandle::Mode::kProbeForWrite);
     if (!model) model = target;
   }
-  const bool replaceable = !exists || fs::is_regular_file(status);
-  const auto temporary = replaceable ? TryTemporaryFile(target, model) : nullptr;
+  const bool replaceable = !existing || fs::is_regular_file(status);
+  const auto temporary =
+      replaceable ? TryTemporaryFile(target, model, original.has_value()) : nullptr;
+  if (original && existing && replaceable && !temporary) existing->TakePermissionsOf(*original);
+  existing.reset();  // Windows replaces no open file
   temporary ? temporary->MoveTo(target, bytes) : WriteInPlace(target, bytes);
 }
 

@@ -28,8 +28,9 @@ using Path = std::filesystem::path;
 /// anything that is no regular file are written in place instead.
 void ReplaceBytes(const Path& path, std::string_view bytes);
 
-/// Copies the file `from` to `to` as `ReplaceBytes` does, with the permissions of `from`, so that
-/// the copy tells nobody more than the original does.
+/// Copies the file `from` to `to` as `ReplaceBytes` does, with the owner and the permissions of
+/// `from`, or for this user alone where that owner cannot be kept, so that the copy tells nobody
+/// more than the original does. Throws where it would.
 void BackUp(const Path& from, const Path& to);
 
 /// Empties the file (or creates it), writes `bytes` from the start and flushes them to the disk.

@@ -1,4 +1,4 @@
-/// The store of the few things that outlive a session: string values under keys, as the Windows
+/// The store of the few things that outlive one run: string values under keys, as the Windows
 /// registry has them. Keys and names are found without regard to letter case.
 #pragma once
 
@@ -25,7 +25,7 @@ class Registry {
   /// Sets the string value, creating the key and its parents when they are missing and replacing a
   /// value of another type.
   /// @return whether the value was stored. Callers may ignore it: a store without the right to
-  /// write stays silent and the session goes on.
+  /// write stays silent and the work goes on.
   virtual bool RegWriteString(RegistryRoot root, StringView subkey, StringView name,
                               StringView value) = 0;
 

@@ -15,13 +15,6 @@ constexpr std::string_view kByteOrderMark = "\xFF\xFE";
 constexpr StringView kBlanks = u" \t\r\n";
 constexpr StringView kNotInLines(u"\r\n\0", 3);
 
-/// @return the part between leading and trailing blanks, tabs and line ends.
-StringView Strip(StringView text) {
-  const size_t first = text.find_first_not_of(kBlanks);
-  if (first == StringView::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 /// @return the offset behind the line that starts at `start`, its line end included.
 size_t EndOfLine(StringView text, size_t start) {
   const size_t end = text.find(u'\n', start);
@@ -58,7 +51,7 @@ struct Entry {
 
 /// @return name and data of a value's line; nothing for comments and whatever else is no value.
 std::optional<Entry> ParseEntry(StringView line) {
-  StringView rest = Strip(line);
+  StringView rest = Trim(line, kBlanks);
   String name;
   if (rest.starts_with(u'@')) {
     rest.remove_prefix(1);
@@ -67,15 +60,15 @@ std::optional<Entry> ParseEntry(StringView line) {
   } else {
     return std::nullopt;
   }
-  rest = Strip(rest);
+  rest = Trim(rest, kBlanks);
   if (!rest.starts_with(u'=')) return std::nullopt;
-  return Entry{std::move(name), Strip(rest.substr(1))};
+  return Entry{std::move(name), Trim(rest.substr(1), kBlanks)};
 }
 
 /// @return the text of a value's data when it is a string, a comment behind it allowed.
 std::optional<String> ParseText(StringView data) {
   std::optional<String> text = TakeQuoted(data);
-  const StringView rest = Strip(data);
+  const StringView rest = Trim(data, kBlanks);
   return rest.empty() || rest.starts_with(u';') ? text : std::nullopt;
 }
 
@@ -84,13 +77,13 @@ std::optional<String> ParseText(StringView data) {
 /// that a stray backslash hides no value.
 size_t EndOfEntry(StringView text, size_t start) {
   size_t end = EndOfLine(text, start);
-  StringView line = Strip(text.substr(start, end - start));
+  StringView line = Trim(text.substr(start, end - start), kBlanks);
   if (!line.ends_with(u'\\')) return end;
   const auto entry = ParseEntry(line);
   if (!entry || !EqualIgnoringCase(entry->data.substr(0, 3), u"hex")) return end;
   while (line.ends_with(u'\\')) {
     const size_t next = EndOfLine(text, end);
-    line = Strip(text.substr(end, next - end));
+    line = Trim(text.substr(end, next - end), kBlanks);
     const bool data = line.find_first_not_of(u"0123456789ABCDEFabcdef,\\ \t") == StringView::npos;
     if (line.empty() || !data) break;
     end = next;
@@ -126,14 +119,15 @@ std::optional<RegistryFile> RegistryFile::Parse(std::string_view bytes) {
   } else {
     file.text_ = FromWindows1252(bytes);
   }
-  const StringView header = Strip(StringView(file.text_).substr(0, EndOfLine(file.text_, 0)));
+  const StringView header =
+      Trim(StringView(file.text_).substr(0, EndOfLine(file.text_, 0)), kBlanks);
   if (header != kHeader8Bit && header != kHeaderUtf16) return std::nullopt;
   return file;
 }
 
 std::string RegistryFile::Bytes() const {
   if (encoding_ == Encoding::kUtf16) return std::string(kByteOrderMark) + ToUtf16Le(text_);
-  return ToWindows1252(text_).value_or(std::string());  // `Set` sees to it that the text fits
+  return ToWindows1252(text_).value();  // `Set` sees to it that the text fits
 }
 
 std::optional<String> RegistryFile::Find(StringView key, StringView name) const {
@@ -172,7 +166,7 @@ RegistryFile::Located RegistryFile::Locate(StringView key, StringView name) cons
   bool inside = false;
   for (size_t start = 0, end = 0; start < text.size(); start = end) {
     end = EndOfEntry(text, start);
-    const StringView line = Strip(text.substr(start, end - start));
+    const StringView line = Trim(text.substr(start, end - start), kBlanks);
     if (line.starts_with(u'[')) {
       const StringView section = KeyOf(line);
       inside = EqualIgnoringCase(section, key);

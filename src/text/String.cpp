@@ -14,10 +14,10 @@ String ReplaceAll(StringView text, StringView from, StringView to) {
   return result.append(text, start);
 }
 
-StringView Trim(StringView text) {
-  const size_t first = text.find_first_not_of(u' ');
+StringView Trim(StringView text, StringView blanks) {
+  const size_t first = text.find_first_not_of(blanks);
   if (first == StringView::npos) return {};
-  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 bool Contains(StringView text, StringView part) { return text.find(part) != StringView::npos; }

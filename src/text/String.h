@@ -20,8 +20,9 @@ inline constexpr StringView kLineEnd = u"\r\n";
 /// the left: what a replacement produced is not searched again.
 [[nodiscard]] String ReplaceAll(StringView text, StringView from, StringView to);
 
-/// @return the part of `text` between its leading and its trailing spaces; a view into `text`.
-[[nodiscard]] StringView Trim(StringView text);
+/// @return the part of `text` between its leading and its trailing blanks; a view into `text`.
+/// @param blanks the characters to pass over; spaces only unless a format knows others
+[[nodiscard]] StringView Trim(StringView text, StringView blanks = u" ");
 
 /// @return whether `text` holds `part` anywhere.
 [[nodiscard]] bool Contains(StringView text, StringView part);

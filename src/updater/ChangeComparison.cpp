@@ -89,6 +89,12 @@ void ChangeComparison::FillDeletedFields() {
   deletedSeries_.Fields().Sort(true);
 }
 
+void ChangeComparison::FillResultTrees() {
+  FillNewFields();
+  FillActualFields();
+  FillDeletedFields();
+}
+
 SeriesGroups ChangeComparison::FillSeries(MessageBoxes& messages, const Language& language) {
   AddMissingSeries(*documents_.distributionSeries, *documents_.serverSeries);
   documents_.server->Fields().Sort(true);

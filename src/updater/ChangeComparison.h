@@ -33,6 +33,9 @@ class ChangeComparison {
   /// Builds `DeletedFields` and `DeletedSeries`: what only the server has.
   void FillDeletedFields();
 
+  /// Runs the three operations above.
+  void FillResultTrees();
+
   /// Offers the distribution's missing series entries in the shared server series document as
   /// commented-out ones, sorts the shared server settings document, and makes the check lists.
   /// With an eleventh kind of series, shows LNG22 and throws `EndApplication`: no part of such a

@@ -96,7 +96,8 @@ TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
   Write("dist/bad.conf", "x y: 1\r\nnpc: a b\r\n");
   Write("dist/new.conf", "n: \xE9\r\n");
   EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
-  EXPECT_EQ(err_, "Error: Name don't allow spaces\n");
+  EXPECT_EQ(err_, "Error: Name don't allow spaces\nquenmarctl: " +
+                      ToUtf8(PathText(folder_ / "dist" / "bad.conf")) + ": not read to its end\n");
   EXPECT_EQ(Json::parse(out_), Json::parse(R"([
     {"file": "a.conf", "status": "different",
      "new": [{"name": "fresh", "value": "7", "mandatory": true},

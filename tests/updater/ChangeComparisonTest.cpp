@@ -26,9 +26,7 @@ class ChangeComparisonTest : public ::testing::Test {
     ASSERT_TRUE(
         reader.LoadConfFile(folder_ / "s.conf", documents_.server, documents_.serverSeries));
     comparison_ = std::make_unique<ChangeComparison>(documents_, sorted);
-    comparison_->FillNewFields();
-    comparison_->FillActualFields();
-    comparison_->FillDeletedFields();
+    comparison_->FillResultTrees();
   }
 
   ScratchFolder folder_;
