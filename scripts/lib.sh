@@ -1,5 +1,5 @@
 # What the scripts share. To be sourced from bash; changes to the repository's root folder.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034  # not every script uses every variable
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -8,7 +8,7 @@ build_packages=(cmake g++ libcli11-dev ninja-build nlohmann-json3-dev)
 test_packages=("${build_packages[@]}" libgmock-dev libgtest-dev)
 clang_packages=("${build_packages[@]}" clang libclang-rt-dev)
 
-jobs=$(nproc)
+cores=$(nproc)
 
 # install_packages PACKAGE...: installs those that are missing. Asks no package server anything when
 # there is nothing to install, so that the scripts run offline from the second time on.
@@ -37,7 +37,7 @@ build() {
   local preset=$1
   shift
   cmake --preset "$preset" "$@"
-  cmake --build --preset "$preset" -j "$jobs"
+  cmake --build --preset "$preset" -j "$cores"
 }
 
 # make_scratch: a new folder, removed when the script ends; its path is in $scratch.

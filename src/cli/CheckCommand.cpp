@@ -13,12 +13,6 @@ namespace quenmar {
 
 namespace {
 
-void RequireFolder(const Path& folder) {
-  std::error_code error;
-  if (std::filesystem::is_directory(folder, error)) return;
-  throw CommandTrouble(ToUtf8(PathText(folder)) + ": no such folder");
-}
-
 std::vector<Path> FilesToCheck(const CheckArguments& arguments) {
   std::vector<Path> files;
   for (const std::string& file : arguments.files) files.push_back(ArgumentPath(file));
@@ -56,7 +50,6 @@ FileReport Summarize(const ChangeComparison& comparison, const Document& distrib
 
 FileReport Examine(const Path& file, const CheckArguments& arguments,
                    const CommandContext& context) {
-  const ConfReader reader(context.options, context.language, context.messages);
   FileReport failed;
   failed.file = PathText(file);
   failed.status = FileStatus::kFailed;
@@ -64,10 +57,10 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
                           std::make_shared<Document>()};
   std::error_code error;
   const bool onServer = std::filesystem::exists(arguments.server / file, error);
-  if (!ReadOrTell(reader, arguments.distribution / file, documents.distribution,
-                  documents.distributionSeries, context) ||
-      (onServer && !ReadOrTell(reader, arguments.server / file, documents.server,
-                               documents.serverSeries, context))) {
+  if (!ReadConfFile(arguments.distribution / file, documents.distribution,
+                    documents.distributionSeries, context) ||
+      (onServer &&
+       !ReadConfFile(arguments.server / file, documents.server, documents.serverSeries, context))) {
     return failed;
   }
   ChangeComparison comparison(documents, context.options.IsSorted());

@@ -27,6 +27,9 @@ std::string Padded(StringView text, size_t width) {
   return Printable(text) + std::string(width - std::min(width, text.size()), ' ');
 }
 
+/// @return the value, an empty one made visible.
+String OrQuotes(StringView value) { return String(value.empty() ? u"\"\"" : value); }
+
 /// Prints the lines of one file, the names in one column and the values in the next.
 class Lines {
  public:
@@ -43,9 +46,8 @@ class Lines {
 
   void Print(const char* colour, const char* kind, StringView name, StringView value) {
     out_ << "  " << (colours_ ? colour : "") << kind << (colours_ ? kPlain : "") << ' '
-         << Padded(name, width_);
-    if (!value.empty()) out_ << "  " << Printable(value);
-    out_ << '\n';
+         << (value.empty() ? Printable(name) : Padded(name, width_) + "  " + Printable(value))
+         << '\n';
   }
 
   void PrintSeries(const char* colour, const char* kind, const std::vector<SeriesEntry>& entries) {
@@ -151,7 +153,8 @@ void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
     lines.Print(kGreen, kind, setting.name, setting.value);
   }
   for (const ChangedSetting& setting : report.changed) {
-    const String values = setting.actual + u"  (distribution: " + setting.original + u")";
+    const String values =
+        OrQuotes(setting.actual) + u"  (distribution: " + OrQuotes(setting.original) + u")";
     lines.Print(kYellow, "changed ", setting.name, values);
   }
   for (const ObsoleteSetting& setting : report.obsolete) {
@@ -173,9 +176,10 @@ void CheckReport::Count(const FileReport& report) {
 }
 
 void CheckReport::Print(std::ostream& out) const {
-  out << "Sum of " << files_ << " files: " << different_ << " different, " << lacking_ << " new, "
-      << failed_ << " failed; settings: " << fresh_ << " new (" << mandatory_ << " mandatory), "
-      << changed_ << " changed, " << obsolete_ << " obsolete\n";
+  out << "Sum of " << files_ << (files_ == 1 ? " file: " : " files: ") << different_
+      << " different, " << lacking_ << " new, " << failed_ << " failed; settings: " << fresh_
+      << " new (" << mandatory_ << " mandatory), " << changed_ << " changed, " << obsolete_
+      << " obsolete\n";
   if (fresh_ > 0) out << "[x] mandatory: the server needs it; [ ] optional\n";
 }
 

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "cli/Console.h"
+#include "cli/TerminalMessages.h"
 #include "conf/ConfReader.h"
-#include "conf/MessageBoxes.h"
 #include "files/Files.h"
 #include "registry/Language.h"
 #include "registry/Options.h"
@@ -23,7 +23,7 @@ struct CommandContext {
   const ConsoleStreams& streams;
   const Options& options;
   const Language& language;
-  MessageBoxes& messages;
+  TerminalMessages& messages;
 };
 
 /// Something the user asked for cannot be done; `what` is the sentence to show.
@@ -68,11 +68,15 @@ struct MergeArguments {
 };
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 
-/// Reads a file; when that fails, tells which file it was after the reader has told why.
+/// Reads a file, whose path begins every message on the way.
 /// @return whether the file was read to its end.
-[[nodiscard]] bool ReadOrTell(const ConfReader& reader, const Path& file,
-                              std::shared_ptr<Document>& settings,
-                              std::shared_ptr<Document>& series, const CommandContext& context);
+[[nodiscard]] bool ReadConfFile(
+    const Path& file, std::shared_ptr<Document>& settings, std::shared_ptr<Document>& series,
+    const CommandContext& context,
+    ConfReader::LineEndRepair repair = ConfReader::LineEndRepair::kInFile);
+
+/// Throws `CommandTrouble` unless `folder` is one.
+void RequireFolder(const Path& folder);
 
 /// @return the path that an argument names.
 [[nodiscard]] Path ArgumentPath(const std::string& argument);

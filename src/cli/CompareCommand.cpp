@@ -7,11 +7,10 @@
 namespace quenmar {
 
 int RunCompare(const CompareArguments& arguments, const CommandContext& context) {
-  const ConfReader reader(context.options, context.language, context.messages);
   ConfDocuments documents;
-  if (!ReadOrTell(reader, arguments.distribution, documents.distribution,
-                  documents.distributionSeries, context) ||
-      !ReadOrTell(reader, arguments.server, documents.server, documents.serverSeries, context)) {
+  if (!ReadConfFile(arguments.distribution, documents.distribution, documents.distributionSeries,
+                    context) ||
+      !ReadConfFile(arguments.server, documents.server, documents.serverSeries, context)) {
     return kTrouble;
   }
   ChangeComparison comparison(std::move(documents), arguments.sort);

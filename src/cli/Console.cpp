@@ -1,9 +1,10 @@
 #include "cli/Console.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <ostream>
+#include <system_error>
 
 #include "cli/Commands.h"
 #include "cli/TerminalMessages.h"
@@ -31,13 +32,19 @@ CLI::Option* AddPath(CLI::App& command, const std::string& name, Path& target,
   return command
       .add_option_function<std::string>(
           name, [&target](const std::string& text) { target = ArgumentPath(text); }, description)
+      ->type_name("")
       ->required();
 }
 
 /// An option that may be given many times, one value each.
 void AddRepeated(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                  const std::string& type, const std::string& description) {
-  command.add_option(name, values, description)->allow_extra_args(false)->type_name(type);
+  command
+      .add_option_function<std::string>(
+          name, [&values](const std::string& value) { values.push_back(value); }, description)
+      ->trigger_on_parse()
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+      ->type_name(type);
 }
 
 void AddCheck(CLI::App& app, CheckArguments& arguments) {
@@ -45,7 +52,8 @@ void AddCheck(CLI::App& app, CheckArguments& arguments) {
       "check", "Tell what is new, changed and obsolete on the server, per file and in sum");
   AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
   AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
-  command.add_option("FILE", arguments.files, "Names of files to check (default: all *.conf)");
+  command.add_option("FILE", arguments.files, "Names of files to check (default: all *.conf)")
+      ->type_name("");
   command.add_flag("--json", arguments.json, "Print a JSON array instead of text");
 }
 
@@ -64,7 +72,9 @@ void AddMerge(CLI::App& app, MergeArguments& arguments) {
       "knows; obsolete settings go unless restored, new ones come when added");
   AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
   AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
-  command.add_option("FILE", arguments.file, "Name of the file to merge")->required();
+  command.add_option("FILE", arguments.file, "Name of the file to merge")
+      ->required()
+      ->type_name("");
   AddRepeated(command, "--restore", arguments.restore, "NAME", "Keep an obsolete setting");
   AddRepeated(command, "--add", arguments.add, "NAME", "Add a new setting");
   command.add_flag("--add-mandatory", arguments.addMandatory, "Add all new mandatory settings");
@@ -82,7 +92,7 @@ void AddDump(CLI::App& app, DumpArguments& arguments) {
   CLI::App& command = *app.add_subcommand("dump", "Print the trees of one file as JSON");
   command.add_option("--xml", arguments.xml, "Print one tree as XML text instead")
       ->check(CLI::IsMember({"settings", "series"}))
-      ->type_name("settings|series");
+      ->type_name("TREE");
   AddPath(command, "FILE", arguments.file, "The file");
 }
 
@@ -101,7 +111,12 @@ std::unique_ptr<CLI::App> MakeParser(Arguments& arguments) {
   app->add_flag("--no", arguments.no, "Answer every question with No")->excludes(yes);
   app->add_option("--registry", arguments.registry, "Registry file to take the options from")
       ->type_name("FILE");
-  app->footer("Exit status: 0 nothing to do, 1 differences found (check), 2 trouble.");
+  app->footer(
+      "Results go to standard output, questions and messages to standard error. Options come from\n"
+      "the file that QUENMAR_REGISTRY names, or from their usual place. A merge keeps the file "
+      "that it\n"
+      "replaces as FILE.bak.\n"
+      "Exit status: 0 done or nothing to do, 1 check found differences, 2 trouble.");
   AddCheck(*app, arguments.check);
   AddCompare(*app, arguments.compare);
   AddMerge(*app, arguments.merge);
@@ -137,11 +152,18 @@ Path ArgumentPath(const std::string& argument) {
   return std::u8string(argument.begin(), argument.end());
 }
 
-bool ReadOrTell(const ConfReader& reader, const Path& file, std::shared_ptr<Document>& settings,
-                std::shared_ptr<Document>& series, const CommandContext& context) {
-  if (reader.LoadConfFile(file, settings, series)) return true;
-  context.streams.err << "quenmarctl: " << ToUtf8(PathText(file)) << ": not read to its end\n";
-  return false;
+bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
+                  std::shared_ptr<Document>& series, const CommandContext& context,
+                  ConfReader::LineEndRepair repair) {
+  context.messages.SetSubject(file);
+  const ConfReader reader(context.options, context.language, context.messages, repair);
+  return reader.LoadConfFile(file, settings, series);
+}
+
+void RequireFolder(const Path& folder) {
+  std::error_code error;
+  if (std::filesystem::is_directory(folder, error)) return;
+  throw CommandTrouble(ToUtf8(PathText(folder)) + ": no such folder");
 }
 
 int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& streams) {

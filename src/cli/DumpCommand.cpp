@@ -7,10 +7,9 @@
 namespace quenmar {
 
 int RunDump(const DumpArguments& arguments, const CommandContext& context) {
-  const ConfReader reader(context.options, context.language, context.messages);
   std::shared_ptr<Document> settings;
   std::shared_ptr<Document> series;
-  const bool complete = ReadOrTell(reader, arguments.file, settings, series, context);
+  const bool complete = ReadConfFile(arguments.file, settings, series, context);
   std::ostream& out = context.streams.out;
   if (arguments.xml.empty()) {
     out << TreesJson({{"settings", settings.get()}, {"series", series.get()}});

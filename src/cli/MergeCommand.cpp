@@ -2,6 +2,7 @@
 #include <ostream>
 #include <system_error>
 
+#include "cli/ChangesText.h"
 #include "cli/Commands.h"
 #include "conf/ConfWriter.h"
 #include "conf/Functions.h"
@@ -45,14 +46,17 @@ class Merge {
         serverFile_(arguments.server / ArgumentPath(arguments.file)) {}
 
   int Run() {
+    RequireFolder(arguments_.distribution);
+    RequireFolder(arguments_.server);
     if (!Exists(distributionFile_)) {
       throw CommandTrouble(ToUtf8(PathText(distributionFile_)) + ": no such file");
     }
-    if (!PrepareServerFile() || !Read()) return kTrouble;
+    PrepareServerFile();
+    if (!Read()) return kTrouble;
     ChangeComparison comparison(documents_, context_.options.IsSorted());
     comparison.FillResultTrees();
     const SeriesGroups series = comparison.FillSeries(context_.messages, context_.language);
-    if (!ApplyRequests(comparison)) return kTrouble;
+    ApplyRequests(comparison);
     return Save(comparison.ActualFields(), series) ? kNothingToDo : kTrouble;
   }
 
@@ -62,36 +66,35 @@ class Merge {
   /// A file that the server lacks starts as a copy of the distribution's. Only a merge that writes
   /// it makes that copy, with the user's consent; any other reads the distribution's file in its
   /// place.
-  bool PrepareServerFile() {
+  void PrepareServerFile() {
     serverSource_ = serverFile_;
-    if (Exists(serverFile_)) return true;
+    if (Exists(serverFile_)) return;
     if (!WritesServerFile()) {
       serverSource_ = distributionFile_;
-      return true;
+      return;
     }
     const Button answer =
         ShowMessage(context_.messages, String(context_.language.Text(LNG14)),
                     message_style::kYesNo | message_style::kQuestion, {FromUtf8(arguments_.file)});
-    if (answer != Button::kYes) return false;
+    if (answer != Button::kYes) throw CommandTrouble("declined, nothing was written");
     try {
       ReplaceBytes(serverFile_, ReadBytes(distributionFile_));
     } catch (const FileError& error) {
       throw CommandTrouble(ToUtf8(PathText(serverFile_)) + ": " + error.what());
     }
-    return true;
   }
 
   bool Read() {
     using Repair = ConfReader::LineEndRepair;
-    const ConfReader reader(context_.options, context_.language, context_.messages,
-                            arguments_.dryRun ? Repair::kInMemory : Repair::kInFile);
-    return ReadOrTell(reader, distributionFile_, documents_.distribution,
-                      documents_.distributionSeries, context_) &&
-           ReadOrTell(reader, serverSource_, documents_.server, documents_.serverSeries, context_);
+    const Repair repair = arguments_.dryRun ? Repair::kInMemory : Repair::kInFile;
+    return ReadConfFile(distributionFile_, documents_.distribution, documents_.distributionSeries,
+                        context_, repair) &&
+           ReadConfFile(serverSource_, documents_.server, documents_.serverSeries, context_,
+                        repair);
   }
 
-  /// @return false when the user declined; throws `CommandTrouble` for a name out of place.
-  bool ApplyRequests(ChangeComparison& comparison) const {
+  /// Throws `CommandTrouble` for a name out of place and when the user declines.
+  void ApplyRequests(ChangeComparison& comparison) const {
     const auto restored = ToTexts(arguments_.restore);
     RequireNames(restored, comparison.DeletedFields(), "obsolete");
     comparison.Restore(restored);
@@ -105,11 +108,10 @@ class Merge {
     RequireNames(removed, comparison.ActualFields(), "kept");
     comparison.Remove(removed, context_.messages, context_.language);
     for (const String& name : removed) {
-      const bool kept = !comparison.ActualFields().Fields().Field(name)->Name().empty();
-      if (kept) return false;
+      const bool kept = comparison.ActualFields().Fields().IndexOf(name) >= 0;
+      if (kept) throw CommandTrouble("declined, nothing was written");
     }
     for (const std::string& request : arguments_.set) SetValue(request, comparison);
-    return true;
   }
 
   [[nodiscard]] std::vector<String> FurtherNames(const ChangeComparison& comparison) const {
@@ -136,21 +138,30 @@ class Merge {
 
   bool Save(const Document& settings, const SeriesGroups& series) {
     const ConfWriter writer(context_.options, context_.language, context_.messages);
-    if (WritesServerFile()) return writer.SaveConfFile(serverFile_, settings, series);
-    if (arguments_.output && *arguments_.output != "-") {
-      return writer.SaveConfFile(ArgumentPath(*arguments_.output), settings, series);
-    }
     const std::vector<String> lines = writer.ConfFileLines(settings, series);
-    const std::string bytes = ConfWriter::EncodeLines(lines);
     if (arguments_.dryRun) {
-      PrintChanges(lines);
-    } else {
-      context_.streams.out << bytes;
+      (void)ConfWriter::EncodeLines(lines);  // trouble now is better than trouble when it counts
+      PrintChanges(ChangesOf(serverFile_, lines), context_.streams.out);
+      return true;
     }
+    if (arguments_.output == "-") {
+      context_.streams.out << ConfWriter::EncodeLines(lines);
+      return true;
+    }
+    const Path target = arguments_.output ? ArgumentPath(*arguments_.output) : serverFile_;
+    const SaveChanges changes = ChangesOf(target, lines);
+    context_.messages.SetSubject(target);
+    if (!writer.SaveConfFile(target, settings, series)) return false;
+    context_.streams.err << SummaryOf(changes) << '\n';
     return true;
   }
 
-  void PrintChanges(const std::vector<String>& lines) const;
+  [[nodiscard]] SaveChanges ChangesOf(const Path& target, const std::vector<String>& lines) const {
+    std::error_code error;
+    const String oldText =
+        fs::is_regular_file(target, error) ? FromWindows1252(ReadBytes(target)) : String();
+    return ListSaveChanges(oldText, lines, context_.options.series);
+  }
 
   const MergeArguments& arguments_;
   const CommandContext& context_;
@@ -159,52 +170,6 @@ class Merge {
   Path serverSource_;  // what is read in the server file's place
   ConfDocuments documents_;
 };
-
-/// @return a value as it is printed, tabs and other control characters visible.
-std::string Visible(StringView value) {
-  String shown;
-  for (const char16_t character : value) {
-    if (character == u'\t') {
-      shown += u"\\t";
-    } else {
-      shown += character < u' ' ? u'?' : character;
-    }
-  }
-  return ToUtf8(shown);
-}
-
-std::string Describe(const SaveChange& change) {
-  using Kind = SaveChange::Kind;
-  const std::string name = Visible(change.name) + ": ";
-  const std::string oldValue = Visible(change.oldValue);
-  const std::string newValue = Visible(change.newValue);
-  const std::string commented = change.commented ? " (commented out)" : "";
-  const std::string values = oldValue == newValue ? newValue : oldValue + " -> " + newValue;
-  switch (change.kind) {
-    case Kind::kAdded:
-      return "added          " + name + newValue + commented;
-    case Kind::kRemoved:
-      return "removed        " + name + oldValue + commented;
-    case Kind::kChanged:
-      return "changed        " + name + values;
-    case Kind::kActivated:
-      return "becomes active " + name + values;
-    case Kind::kSwitchedOn:
-      return "switched on    " + name + values;
-    case Kind::kSwitchedOff:
-      return "switched off   " + name + values;
-  }
-  return {};
-}
-
-void Merge::PrintChanges(const std::vector<String>& lines) const {
-  const String oldText = Exists(serverFile_) ? FromWindows1252(ReadBytes(serverFile_)) : String();
-  const SaveChanges result = ListSaveChanges(oldText, lines, context_.options.series);
-  std::ostream& out = context_.streams.out;
-  for (const SaveChange& change : result.changes) out << Describe(change) << '\n';
-  if (result.lostCommentLines > 0) out << "comment lines lost: " << result.lostCommentLines << '\n';
-  if (result.changes.empty() && result.lostCommentLines == 0) out << "no changes\n";
-}
 
 }  // namespace
 

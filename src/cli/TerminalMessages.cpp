@@ -10,6 +10,7 @@ namespace quenmar {
 
 Button TerminalMessages::Show(const String& text, int style) {
   std::ostream& err = streams_.err;
+  if (!subject_.empty()) err << ToUtf8(subject_) << ": ";
   err << ToUtf8(ReplaceAll(text, kLineEnd, u"\n"));
   const int buttons = style & message_style::kButtons;
   if (buttons == message_style::kOk) {

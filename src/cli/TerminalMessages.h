@@ -2,18 +2,23 @@
 
 #include "cli/Console.h"
 #include "conf/MessageBoxes.h"
+#include "files/Files.h"
 
 namespace quenmar {
 
 /// Who answers the questions.
 enum class Answers { kAsk, kYes, kNo };
 
-/// Message boxes as lines on standard error. Questions are answered at the terminal, or all alike.
+/// Message boxes as lines on standard error, each beginning with the file that it is about.
+/// Questions are answered at the terminal, or all alike.
 class TerminalMessages : public MessageBoxes {
  public:
   /// `streams` outlives the object.
   TerminalMessages(const ConsoleStreams& streams, Answers answers)
       : streams_(streams), answers_(answers) {}
+
+  /// Sets the file that the next messages are about.
+  void SetSubject(const Path& file) { subject_ = PathText(file); }
 
   Button Show(const String& text, int style) override;
 
@@ -22,6 +27,7 @@ class TerminalMessages : public MessageBoxes {
 
   const ConsoleStreams& streams_;
   Answers answers_;
+  String subject_;
 };
 
 }  // namespace quenmar

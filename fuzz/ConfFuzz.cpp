@@ -1,0 +1,283 @@
+// Feeds arbitrary files to the reader, the comparison and the writer, and checks what a user relies
+// on: reading harms no file, a comparison loses no setting, and what was saved is what is read
+// next.
+//
+// Input: the distribution's file, a form feed, the server's file, a form feed, and one byte whose
+// bits make the choices below. What is missing is empty.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+#include <random>
+#include <set>
+#include <system_error>
+
+#include "conf/ConfReader.h"
+#include "conf/ConfWriter.h"
+#include "conf/EndApplication.h"
+#include "conf/SaveChanges.h"
+#include "text/Charset.h"
+#include "updater/ChangeComparison.h"
+
+namespace quenmar {
+
+namespace {
+
+enum Choice : unsigned {
+  kIgnoreDuplicates = 1U << 0U,
+  kDropCommentedSeries = 1U << 1U,
+  kSorted = 1U << 2U,
+  kFirstNo = 1U << 4U,  // this and the higher bits: the answer to that question is No
+};
+constexpr unsigned kSteerableAnswers = 4;
+
+void Require(bool holds, const char* promise) {
+  if (holds) return;
+  std::cerr << "broken promise: " << promise << '\n';
+  std::abort();
+}
+
+class Answers final : public MessageBoxes {
+ public:
+  explicit Answers(unsigned choices) : choices_(choices) {}
+
+  Button Show(const String& /*text*/, int style) override {
+    if ((style & message_style::kButtons) == message_style::kOk) return Button::kOk;
+    const unsigned question = std::min(asked_++, kSteerableAnswers);
+    return (choices_ & (kFirstNo << question)) != 0 ? Button::kNo : Button::kYes;
+  }
+
+ private:
+  unsigned choices_;
+  unsigned asked_ = 0;
+};
+
+/// A folder of this process, removed when it ends.
+class Folder {
+ public:
+  Folder() { std::filesystem::create_directories(path_); }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() {
+    std::error_code ignored;  // a leftover in the folder for temporary files is no finding
+    std::filesystem::remove_all(path_, ignored);
+  }
+
+  [[nodiscard]] Path operator/(const char* name) const { return path_ / name; }
+
+ private:
+  Path path_ = std::filesystem::temp_directory_path() /
+               ("quenmar-fuzz-" + std::to_string(std::random_device()()));
+};
+
+struct Trees {
+  std::shared_ptr<Document> settings;
+  std::shared_ptr<Document> series;
+};
+
+/// Everything that a tree of settings or series entries holds, as one text.
+String Content(const Document& tree) {
+  String content;
+  for (int i = 0; i < tree.Fields().Count(); ++i) {
+    const auto field = tree.Fields().Field(i);
+    content += field->Name() + u"\n" + field->Value() + u"\n";
+    for (int k = 0; k < field->Parameters().Count(); ++k) {
+      const auto parameter = field->Parameters().Parameter(k);
+      content += u"\t" + parameter->Name() + u"\t" + parameter->Value() + u"\n";
+    }
+  }
+  return content;
+}
+
+/// Names and values in order. A setting that stands in a tree twice is saved twice, and reading
+/// takes the first.
+std::vector<std::pair<String, String>> FirstOfEachName(const Document& tree) {
+  std::vector<std::pair<String, String>> settings;
+  std::set<String> seen;
+  for (int i = 0; i < tree.Fields().Count(); ++i) {
+    const auto field = tree.Fields().Field(i);
+    if (seen.insert(field->Name()).second) settings.emplace_back(field->Name(), field->Value());
+  }
+  return settings;
+}
+
+std::set<String> Names(const Document& tree) {
+  std::set<String> names;
+  for (int i = 0; i < tree.Fields().Count(); ++i) names.insert(tree.Fields().Field(i)->Name());
+  return names;
+}
+
+/// @return every `step`-th name of the tree.
+std::vector<String> SomeNames(const Document& tree, int step) {
+  std::vector<String> names;
+  for (int i = 0; i < tree.Fields().Count(); i += step) {
+    names.push_back(tree.Fields().Field(i)->Name());
+  }
+  return names;
+}
+
+/// One run of the whole road with one input.
+class Run {
+ public:
+  Run(const Folder& folder, unsigned choices)
+      : folder_(folder), choices_(choices), answers_(choices) {
+    options_.alwaysIgnoreDupParam = (choices & kIgnoreDuplicates) != 0;
+    options_.saveCommentedSeries = (choices & kDropCommentedSeries) == 0;
+  }
+
+  void OnFiles(std::string_view distributionBytes, std::string_view serverBytes) {
+    Trees distribution;
+    Trees server;
+    if (!Read(folder_ / "dist.conf", distributionBytes, distribution)) return;
+    if (!Read(folder_ / "server.conf", serverBytes, server)) return;
+    ChangeComparison comparison(
+        {distribution.settings, server.settings, distribution.series, server.series},
+        (choices_ & kSorted) != 0);
+    comparison.FillNewFields();
+    comparison.FillActualFields();
+    comparison.FillDeletedFields();
+    CheckNothingLost(comparison, distribution, server);
+    MoveSome(comparison);
+    const SeriesGroups groups = comparison.FillSeries(answers_, language_);
+    SaveAndReadBack(comparison.ActualFields(), groups);
+  }
+
+ private:
+  /// Reads the bytes as a file, with the line ends repaired in memory and then in the file.
+  bool Read(const Path& path, std::string_view bytes, Trees& trees) {
+    WriteInPlace(path, bytes);
+    Answers answers(choices_);
+    Answers sameAnswers(choices_);
+    Trees inMemory;
+    const bool complete =
+        ConfReader(options_, language_, sameAnswers, ConfReader::LineEndRepair::kInMemory)
+            .LoadConfFile(path, inMemory.settings, inMemory.series);
+    Require(ReadBytes(path) == bytes, "reading with repairs in memory leaves the file alone");
+
+    const ConfReader reader(options_, language_, answers);
+    Require(reader.LoadConfFile(path, trees.settings, trees.series) == complete &&
+                Content(*trees.settings) == Content(*inMemory.settings) &&
+                Content(*trees.series) == Content(*inMemory.series),
+            "both ways of repairing line ends read the same");
+    if (complete) CheckRepairedOnce(path);
+    Require(trees.settings->XMLExport().empty() == (trees.settings->Fields().Count() == 0),
+            "every tree with settings can be exported");
+    return complete;
+  }
+
+  void CheckRepairedOnce(const Path& path) {
+    const std::string repaired = ReadBytes(path);
+    Trees again;
+    Answers sameAnswers(choices_);
+    (void)ConfReader(options_, language_, sameAnswers)
+        .LoadConfFile(path, again.settings, again.series);
+    Require(ReadBytes(path) == repaired, "a file is repaired once");
+  }
+
+  static void CheckNothingLost(const ChangeComparison& comparison, const Trees& distribution,
+                               const Trees& server) {
+    const auto partition = [&comparison](const Document& rest, const Document& whole) {
+      std::set<String> names = Names(comparison.ActualFields());
+      const size_t common = names.size();
+      const std::set<String> others = Names(rest);
+      names.insert(others.begin(), others.end());
+      return names.size() == common + others.size() && names == Names(whole);
+    };
+    Require(partition(comparison.NewFields(), *distribution.settings),
+            "each setting of the distribution is either new or actual");
+    Require(partition(comparison.DeletedFields(), *server.settings),
+            "each setting of the server is either actual or deleted");
+  }
+
+  void MoveSome(ChangeComparison& comparison) {
+    const auto total = [&comparison] {
+      return comparison.NewFields().Fields().Count() + comparison.ActualFields().Fields().Count() +
+             comparison.DeletedFields().Fields().Count();
+    };
+    const int before = total();
+    comparison.Restore(SomeNames(comparison.DeletedFields(), 2));
+    comparison.Add(SomeNames(comparison.NewFields(), 2));
+    comparison.Remove(SomeNames(comparison.ActualFields(), 3), answers_, language_);
+    Require(total() == before, "moves lose nothing");
+  }
+
+  void SaveAndReadBack(const Document& settings, const SeriesView& groups) {
+    const Path path = folder_ / "saved.conf";
+    Trees first = Saved(path, settings, groups);
+    Require(FirstOfEachName(*first.settings) == FirstOfEachName(settings) &&
+                Names(*first.settings).size() == Count(first),
+            "the settings that were saved are read");
+    Require(SeriesLines(SeriesGroups(*first.series)) == SeriesLines(groups),
+            "the series entries that were saved are read");
+
+    const Trees second = Saved(path, *first.settings, SeriesGroups(*first.series));
+    const std::string bytes = ReadBytes(path);
+    const SeriesGroups sameGroups(*second.series);
+    const ConfWriter writer(options_, language_, answers_);
+    Require(ConfWriter::EncodeLines(writer.ConfFileLines(*second.settings, sameGroups)) == bytes,
+            "saving what was read changes nothing");
+    const SaveChanges changes =
+        ListSaveChanges(FromWindows1252(bytes), writer.ConfFileLines(*second.settings, sameGroups),
+                        options_.series);
+    Require(changes.changes.empty() && changes.lostCommentLines == 0,
+            "a save that changes nothing lists no changes");
+  }
+
+  /// @return what is read from the file after a save.
+  Trees Saved(const Path& path, const Document& settings, const SeriesView& groups) {
+    const bool existed = std::filesystem::exists(path);
+    const std::string before = existed ? ReadBytes(path) : std::string();
+    Require(ConfWriter(options_, language_, answers_).SaveConfFile(path, settings, groups),
+            "what was read can be saved");
+    Require(!existed || ReadBytes(folder_ / "saved.conf.bak") == before,
+            "a save keeps the file as it was before");
+    Options patient = options_;
+    patient.alwaysIgnoreDupParam = true;
+    Trees trees;
+    Require(
+        ConfReader(patient, language_, answers_).LoadConfFile(path, trees.settings, trees.series),
+        "what was saved can be read");
+    return trees;
+  }
+
+  static size_t Count(const Trees& trees) {
+    return static_cast<size_t>(trees.settings->Fields().Count());
+  }
+
+  [[nodiscard]] std::vector<String> SeriesLines(const SeriesView& groups) {
+    return ConfWriter(options_, language_, answers_).ConfFileLines(Document(), groups);
+  }
+
+  const Folder& folder_;
+  unsigned choices_;
+  Answers answers_;
+  Options options_;
+  Language language_;
+};
+
+/// Takes the bytes before the next form feed off the front of `rest`.
+std::string_view NextPart(std::string_view& rest) {
+  const size_t end = std::min(rest.find('\f'), rest.size());
+  const std::string_view part = rest.substr(0, end);
+  rest.remove_prefix(std::min(end + 1, rest.size()));
+  return part;
+}
+
+}  // namespace
+
+}  // namespace quenmar
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
+  using namespace quenmar;
+  static const Folder folder;
+  std::string_view rest(reinterpret_cast<const char*>(data), size);
+  const std::string_view distribution = NextPart(rest);
+  const std::string_view server = NextPart(rest);
+  const unsigned choices = rest.empty() ? 0 : static_cast<unsigned char>(rest.front());
+  try {
+    Run(folder, choices).OnFiles(distribution, server);
+  } catch (const EndApplication&) {
+    // A refused repair or too many kinds of series: the application's own way out.
+  }
+  return 0;
+}

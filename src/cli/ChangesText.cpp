@@ -1,0 +1,77 @@
+#include "cli/ChangesText.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "text/Charset.h"
+
+namespace quenmar {
+
+namespace {
+
+using Kind = SaveChange::Kind;
+
+/// A kind of change as the list names it, padded to one width, and as the summary does.
+struct KindText {
+  Kind kind;
+  const char* mark;
+  const char* summary;
+};
+
+constexpr KindText kKindTexts[] = {
+    {Kind::kAdded, "added          ", "added"},
+    {Kind::kRemoved, "removed        ", "removed"},
+    {Kind::kChanged, "changed        ", "changed"},
+    {Kind::kActivated, "becomes active ", "now active"},
+    {Kind::kSwitchedOn, "switched on    ", "switched on"},
+    {Kind::kSwitchedOff, "switched off   ", "switched off"},
+};
+
+/// @return a value as it is printed, tabs and other control characters visible.
+std::string Visible(StringView value) {
+  String shown;
+  for (const char16_t character : value) {
+    if (character == u'\t') {
+      shown += u"\\t";
+    } else {
+      shown += character < u' ' ? u'?' : character;
+    }
+  }
+  return ToUtf8(shown);
+}
+
+std::string ValuesOf(const SaveChange& change) {
+  const std::string oldValue = Visible(change.oldValue);
+  const std::string newValue = Visible(change.newValue);
+  if (change.kind == Kind::kAdded || oldValue == newValue) return newValue;
+  if (change.kind == Kind::kRemoved) return oldValue;
+  return oldValue + " -> " + newValue;
+}
+
+}  // namespace
+
+void PrintChanges(const SaveChanges& changes, std::ostream& out) {
+  for (const SaveChange& change : changes.changes) {
+    const bool lineCommented =
+        change.commented && (change.kind == Kind::kAdded || change.kind == Kind::kRemoved);
+    out << kKindTexts[static_cast<size_t>(change.kind)].mark << Visible(change.name) << ": "
+        << ValuesOf(change) << (lineCommented ? " (commented out)" : "") << '\n';
+  }
+  if (changes.lostCommentLines > 0) {
+    out << "comment lines lost: " << changes.lostCommentLines << '\n';
+  }
+  if (changes.changes.empty() && changes.lostCommentLines == 0) out << "no changes\n";
+}
+
+std::string SummaryOf(const SaveChanges& changes) {
+  std::string text;
+  for (const KindText& kind : kKindTexts) {
+    const auto count =
+        std::count_if(changes.changes.begin(), changes.changes.end(),
+                      [&kind](const SaveChange& change) { return change.kind == kind.kind; });
+    if (count > 0) text += std::to_string(count) + " " + kind.summary + ", ";
+  }
+  return text + std::to_string(changes.lostCommentLines) + " comment lines lost";
+}
+
+}  // namespace quenmar
