@@ -16,12 +16,12 @@ int RunCompare(const CompareArguments& arguments, const CommandContext& context)
   ChangeComparison comparison(std::move(documents), arguments.sort);
   comparison.FillResultTrees();
 
-  context.streams.out << TreesJson({{"NewFields", &comparison.NewFields()},
-                                    {"NewSeries", &comparison.NewSeries()},
-                                    {"ActualFields", &comparison.ActualFields()},
-                                    {"ActualSeries", &comparison.ActualSeries()},
-                                    {"DeletedFields", &comparison.DeletedFields()},
-                                    {"DeletedSeries", &comparison.DeletedSeries()}});
+  PrintTreesJson(context.streams.out, {{"NewFields", &comparison.NewFields()},
+                                       {"NewSeries", &comparison.NewSeries()},
+                                       {"ActualFields", &comparison.ActualFields()},
+                                       {"ActualSeries", &comparison.ActualSeries()},
+                                       {"DeletedFields", &comparison.DeletedFields()},
+                                       {"DeletedSeries", &comparison.DeletedSeries()}});
   return kNothingToDo;
 }
 

@@ -12,7 +12,7 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context) {
   const bool complete = ReadConfFile(arguments.file, settings, series, context);
   std::ostream& out = context.streams.out;
   if (arguments.xml.empty()) {
-    out << TreesJson({{"settings", settings.get()}, {"series", series.get()}});
+    PrintTreesJson(out, {{"settings", settings.get()}, {"series", series.get()}});
   } else {
     // The bytes of an exported file. What was read from one always fits.
     Document& tree = arguments.xml == "settings" ? *settings : *series;

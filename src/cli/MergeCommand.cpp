@@ -24,6 +24,7 @@ bool Exists(const Path& path) {
 
 std::vector<String> ToTexts(const std::vector<std::string>& arguments) {
   std::vector<String> texts;
+  texts.reserve(arguments.size());
   for (const std::string& argument : arguments) texts.push_back(FromUtf8(argument));
   return texts;
 }

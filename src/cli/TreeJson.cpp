@@ -1,37 +1,44 @@
 #include "cli/TreeJson.h"
 
+#include <ostream>
+#include <string>
+#include <utility>
+
 #include "text/Charset.h"
 
 namespace quenmar {
 
 namespace {
 
-Json ParametersJson(const Parameters& parameters) {
-  Json list = Json::array();
+void SetParameters(Json& list, const Parameters& parameters) {
+  list.clear();
   for (int i = 0; i < parameters.Count(); ++i) {
     const auto parameter = parameters.Parameter(i);
     list.push_back({{"name", ToUtf8(parameter->Name())}, {"value", ToUtf8(parameter->Value())}});
   }
-  return list;
 }
 
 }  // namespace
 
-std::string TreesJson(std::initializer_list<NamedTree> trees) {
-  std::string text;
+void PrintTreesJson(std::ostream& out, std::initializer_list<NamedTree> trees) {
+  // One object serves every field, and its strings are reached without looking up their keys.
   Json object = {{"name", ""}, {"value", ""}, {"parameters", Json::array()}};
+  auto& name = object["name"].get_ref<std::string&>();
+  auto& value = object["value"].get_ref<std::string&>();
+  Json& parameters = object["parameters"];
+  const char* separator = "{\n";
   for (const auto& [key, tree] : trees) {
-    text.append(text.empty() ? "{\n" : ",\n").append(Json(key).dump()).append(": [");
+    out << std::exchange(separator, ",\n") << Json(key).dump() << ": [";
     for (int i = 0; i < tree->Fields().Count(); ++i) {
       const auto field = tree->Fields().Field(i);
-      object["name"] = ToUtf8(field->Name());
-      object["value"] = ToUtf8(field->Value());
-      object["parameters"] = ParametersJson(field->Parameters());
-      text.append(i == 0 ? "\n " : ",\n ").append(object.dump());
+      name = ToUtf8(field->Name());
+      value = ToUtf8(field->Value());
+      SetParameters(parameters, field->Parameters());
+      out << (i == 0 ? "\n " : ",\n ") << object.dump();
     }
-    text.append("]");
+    out << ']';
   }
-  return text.append("\n}\n");
+  out << "\n}\n";
 }
 
 }  // namespace quenmar

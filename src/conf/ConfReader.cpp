@@ -22,9 +22,9 @@ String ForComments(StringView text) {
   return Contains(plain, u"//") ? ReplaceAll(plain, u"//", u" ") : plain;
 }
 
-void AppendLine(String& block, StringView line) {
+void AppendComment(String& block, StringView line) {
   if (!block.empty()) block += kLineEnd;
-  block += line;
+  block += ForComments(line);
 }
 
 /// One reading of one file.
@@ -106,7 +106,7 @@ class Reading {
     }
     line_ = ParseConfLine(line);
     if (!line_.setting) {
-      AppendLine(comment_, Trim(line_.text));
+      AppendComment(comment_, Trim(line_.text));
       return true;
     }
     const Setting setting{line_.name, CutValue()};
@@ -121,7 +121,7 @@ class Reading {
     StringView value = line_.value;
     for (const StringView mark : {StringView(u"//"), StringView(u"\t")}) {
       if (!Contains(value, mark)) continue;
-      AppendLine(comment_, line_.text);
+      AppendComment(comment_, line_.text);
       value = CutBefore(value, mark);
     }
     return value;
@@ -159,24 +159,24 @@ class Reading {
   /// name must not see it.
   /// @param first where the first field of that name stands, or will stand
   void AddUnlessRemark(const Setting& setting, int first) {
-    if (comment_.empty()) comment_ = carriedComment_;
     if (line_.commented && IsRemarkName(setting.name)) {
-      AppendLine(comment_, line_.text);
+      if (comment_.empty()) comment_ = carriedComment_;
+      AppendComment(comment_, line_.text);
       return;
     }
+    if (!comment_.empty()) carriedComment_ = std::exchange(comment_, String());
     settings_.AddField(setting.name, setting.value);
     Parameters& parameters = settings_.Field(first)->Parameters();
-    parameters.AddParameter(u"Comments", ForComments(comment_));
+    parameters.AddParameter(u"Comments", carriedComment_);
     parameters.AddParameter(u"Disabled", line_.commented ? kCommentedOut : kActive);
-    carriedComment_ = std::exchange(comment_, String());
   }
 
   /// A further line of a setting whose first line was commented out or gave way to a duplicate.
   void Merge(const Setting& setting, Field& known) {
     if (!line_.slashes && !override_) known.SetValue(setting.value);
     const std::shared_ptr<Parameter> comments = known.Parameters().Parameter(u"Comments");
-    const StringView added = line_.commented ? StringView(comment_) : line_.text;
-    comments->SetValue(comments->Value() + String(kLineEnd) + ForComments(added));
+    const String added = line_.commented ? comment_ : ForComments(line_.text);
+    comments->SetValue(comments->Value() + String(kLineEnd) + added);
     comment_.clear();
   }
 
@@ -201,7 +201,7 @@ class Reading {
   String text_;
   ConfLines lines_{StringView()};
   ConfLine line_;
-  String comment_;         // comment lines since the last blank line or setting
+  String comment_;         // plain comment lines since the last blank line or setting
   String carriedComment_;  // the block of the last setting, for those below it that have none
   bool override_ = false;  // a duplicate was accepted; stays set for the rest of the file
 };

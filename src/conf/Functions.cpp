@@ -1,9 +1,8 @@
 #include "conf/Functions.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 
-#include "files/FileError.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -12,7 +11,7 @@ bool ReadTextFile(const Path& path, String& text) {
   try {
     text = FromWindows1252(ReadBytes(path));
     return true;
-  } catch (const FileError&) {
+  } catch (const std::exception&) {
     return false;  // the result is the report
   }
 }
@@ -23,7 +22,7 @@ bool WriteTextFile(const Path& path, StringView text) {
   try {
     ReplaceBytes(path, *bytes);
     return true;
-  } catch (const FileError&) {
+  } catch (const std::exception&) {
     return false;  // the result is the report
   }
 }

@@ -19,6 +19,7 @@ class Document {
   Document() = default;
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
+  ~Document() = default;
 
   /// @return true only while `XMLExport` runs.
   [[nodiscard]] bool Busy() const { return busy_; }

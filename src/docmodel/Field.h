@@ -13,6 +13,7 @@ class Field {
   Field() = default;
   Field(const Field&) = delete;
   Field& operator=(const Field&) = delete;
+  ~Field() = default;
 
   [[nodiscard]] const String& Name() const { return name_; }
 

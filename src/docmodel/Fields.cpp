@@ -34,11 +34,11 @@ bool SameText(StringView left, StringView right) {
          std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
 }
 
-/// @return the first position from `start` on that holds `wanted`, or the size of `hashes`.
-/// Whole blocks are compared without a branch in between, which the compiler turns into a few
-/// vector instructions per block.
-size_t FindHash(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
-  constexpr size_t kBlock = 64;
+/// @return where from `start` on the first block of `kBlock` hashes begins that holds `wanted` or
+/// is not whole. The hashes of a block are compared without a branch in between, which the compiler
+/// turns into a few vector instructions.
+template <size_t kBlock>
+size_t SkipBlocks(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
   size_t i = start;
   for (; i + kBlock <= hashes.size(); i += kBlock) {
     const Hash* const block = hashes.data() + i;
@@ -48,6 +48,13 @@ size_t FindHash(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
     }
     if (hits != 0) break;
   }
+  return i;
+}
+
+/// @return the first position from `start` on that holds `wanted`, or the size of `hashes`.
+size_t FindHash(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
+  size_t i = SkipBlocks<128>(hashes, wanted, start);
+  i = SkipBlocks<32>(hashes, wanted, i);
   while (i < hashes.size() && hashes[i] != wanted) ++i;
   return i;
 }

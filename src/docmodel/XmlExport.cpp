@@ -1,8 +1,9 @@
 // The export of a `Document` tree as XML text and to a file.
+#include <exception>
+
 #include "docmodel/AppendString.h"
 #include "docmodel/Document.h"
 #include "docmodel/XmlText.h"
-#include "files/FileError.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -97,7 +98,7 @@ bool Document::StringtoFile(StringView contenido, const Path& filename, EventLog
       ReplaceBytes(filename, *bytes);
       return true;
     }
-  } catch (const FileError&) {  // reported below, like a character without a byte
+  } catch (const std::exception&) {  // reported below, like a character without a byte
   }
   log.Informational(u"Error en función StringtoFile");
   return false;

@@ -1,5 +1,7 @@
 #include "docmodel/XmlText.h"
 
+#include <algorithm>
+
 namespace quenmar {
 
 namespace {
@@ -11,6 +13,8 @@ void ReplaceIn(String& text, StringView from, StringView to) {
 }  // namespace
 
 String& XmlEscape(String& text) {
+  const auto special = [](char16_t c) { return c == u'&' || c == u'<' || c == u'>'; };
+  if (std::none_of(text.begin(), text.end(), special)) return text;
   ReplaceIn(text, u"&", u"&amp;");
   ReplaceIn(text, u"<", u"&lt;");
   ReplaceIn(text, u">", u"&gt;");
@@ -18,7 +22,7 @@ String& XmlEscape(String& text) {
 }
 
 String& XmlUnescape(String& text) {
-  if (!Contains(text, u"&")) return text;
+  if (text.find(u'&') == String::npos) return text;
   ReplaceIn(text, u"&amp;", u"&");
   ReplaceIn(text, u"&lt;", u"<");
   ReplaceIn(text, u"&gt;", u">");

@@ -97,7 +97,7 @@ String xEditGrid::Etiqueta(int col, int row) const {
     if (!label.empty()) return label;
   }
   // Kept: owners name the cell with its row first here, whatever the arguments are called.
-  return String(Text(col, row));
+  return String(Text(col, row));  // NOLINT(*-suspicious-call-argument): meant
 }
 
 void xEditGrid::CheckCell(int row, int col) const {

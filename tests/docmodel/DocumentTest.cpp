@@ -96,11 +96,11 @@ class Tree : public ::testing::Test {
 
 TEST_F(Tree, IsSearchedForNodesThatSatisfyEveryCondition) {
   const std::vector<std::pair<StringView, StringView>> cases = {
-      {u"", u"18"},    {u"k=x", u"1"},      {u"K='x'", u"1"},   {u"k=X", u""},
-      {u"k='x", u""},  {u"k=", u"8"},       {u"k=''", u"8"},    {u"k", u"8"},
-      {u".f=1", u"1"}, {u".f='1'", u"1"},   {u".f=2", u""},     {u".F=1", u""},
-      {u".F=", u"18"}, {u"k=x,.f=1", u"1"}, {u"k=x,.f=3", u""}, {u"none=,k=x", u"1"},
-      {u"k=x,", u"1"}, {u"f=1", u""}};
+      {u"", u"18"},         {u"k=x", u"1"},  {u"K='x'", u"1"},    {u"k=X", u""},
+      {u"k='x", u""},       {u"k='", u""},   {u"k=", u"8"},       {u"k=''", u"8"},
+      {u"k", u"8"},         {u".f=1", u"1"}, {u".f='1'", u"1"},   {u".f=2", u""},
+      {u".F=1", u""},       {u".F=", u"18"}, {u"k=x,.f=1", u"1"}, {u"k=x,.f=3", u""},
+      {u"none=,k=x", u"1"}, {u"k=x,", u"1"}, {u"f=1", u""}};
   for (const auto& [conditions, marks] : cases) {
     EXPECT_EQ(Found(u"n", conditions), marks) << ToUtf8(conditions);
   }

@@ -1,4 +1,5 @@
 // Links, permissions, owners and devices, as only POSIX systems have them.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -113,11 +114,17 @@ TEST_F(PosixFiles, AFolderThatTakesNoFileLeavesTheOldOnesToBeWrittenInPlace) {
   EXPECT_EQ(State(copy_), "600new") << "the copy tells more than its original";
 }
 
-TEST_F(PosixFiles, DevicesAreWrittenNotReplaced) {
-  if (!fs::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
-  EXPECT_EQ(ReplaceError("/dev/null"), 0);
+TEST_F(PosixFiles, PipesAndDevicesAreWrittenNotReplaced) {
+  ASSERT_EQ(::mkfifo(file_.c_str(), 0600), 0);
+  const int reader = ::open(file_.c_str(), O_RDONLY | O_NONBLOCK);
+  EXPECT_EQ(ReplaceError(file_), 0);
+  std::string received(9, '\0');
+  EXPECT_EQ(::read(reader, received.data(), received.size()), 3);
+  ::close(reader);
+  EXPECT_TRUE(fs::is_fifo(file_));
+  if (!fs::is_character_file("/dev/full")) GTEST_SKIP() << "no device that is always full";
+  const Unprivileged unprivileged;  // whatever goes wrong, the device stays
   EXPECT_EQ(ReplaceError("/dev/full"), ENOSPC);
-  EXPECT_TRUE(fs::is_character_file("/dev/null") && fs::is_character_file("/dev/full"));
 }
 
 TEST_F(PosixFiles, OwnersStayAndABackUpThatCannotKeepThemIsPrivate) {
