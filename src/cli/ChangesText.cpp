@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
-#include "text/Charset.h"
+#include "cli/Printable.h"
 
 namespace quenmar {
 
@@ -27,22 +27,9 @@ constexpr KindText kKindTexts[] = {
     {Kind::kSwitchedOff, "switched off   ", "switched off"},
 };
 
-/// @return a value as it is printed, tabs and other control characters visible.
-std::string Visible(StringView value) {
-  String shown;
-  for (const char16_t character : value) {
-    if (character == u'\t') {
-      shown += u"\\t";
-    } else {
-      shown += character < u' ' ? u'?' : character;
-    }
-  }
-  return ToUtf8(shown);
-}
-
 std::string ValuesOf(const SaveChange& change) {
-  const std::string oldValue = Visible(change.oldValue);
-  const std::string newValue = Visible(change.newValue);
+  const std::string oldValue = Printable(change.oldValue);
+  const std::string newValue = Printable(change.newValue);
   if (change.kind == Kind::kAdded || oldValue == newValue) return newValue;
   if (change.kind == Kind::kRemoved) return oldValue;
   return oldValue + " -> " + newValue;
@@ -54,7 +41,7 @@ void PrintChanges(const SaveChanges& changes, std::ostream& out) {
   for (const SaveChange& change : changes.changes) {
     const bool lineCommented =
         change.commented && (change.kind == Kind::kAdded || change.kind == Kind::kRemoved);
-    out << kKindTexts[static_cast<size_t>(change.kind)].mark << Visible(change.name) << ": "
+    out << kKindTexts[static_cast<size_t>(change.kind)].mark << Printable(change.name) << ": "
         << ValuesOf(change) << (lineCommented ? " (commented out)" : "") << '\n';
   }
   if (changes.lostCommentLines > 0) {
@@ -65,13 +52,17 @@ void PrintChanges(const SaveChanges& changes, std::ostream& out) {
 
 std::string SummaryOf(const SaveChanges& changes) {
   std::string text;
+  const auto add = [&text](auto count, const char* what) {
+    if (count > 0) text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + what;
+  };
   for (const KindText& kind : kKindTexts) {
-    const auto count =
-        std::count_if(changes.changes.begin(), changes.changes.end(),
-                      [&kind](const SaveChange& change) { return change.kind == kind.kind; });
-    if (count > 0) text += std::to_string(count) + " " + kind.summary + ", ";
+    add(std::count_if(changes.changes.begin(), changes.changes.end(),
+                      [&kind](const SaveChange& change) { return change.kind == kind.kind; }),
+        kind.summary);
   }
-  return text + std::to_string(changes.lostCommentLines) + " comment lines lost";
+  add(changes.lostCommentLines,
+      changes.lostCommentLines == 1 ? "comment line lost" : "comment lines lost");
+  return text.empty() ? "no changes" : text;
 }
 
 }  // namespace quenmar

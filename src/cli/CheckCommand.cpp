@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <filesystem>
 #include <ostream>
 #include <system_error>
 
@@ -17,10 +16,12 @@ std::vector<Path> FilesToCheck(const CheckArguments& arguments) {
   std::vector<Path> files;
   for (const std::string& file : arguments.files) files.push_back(ArgumentPath(file));
   if (!files.empty()) return files;
-  files = ListConfFiles(arguments.distribution);
+  std::error_code error;
+  files = ListConfFiles(arguments.distribution, error);
   std::sort(files.begin(), files.end());
   if (!files.empty()) return files;
-  throw CommandTrouble(ToUtf8(PathText(arguments.distribution)) + ": no .conf file in it");
+  throw CommandTrouble(ToUtf8(PathText(arguments.distribution)) + ": " +
+                       (error ? error.message() : "no .conf file in it"));
 }
 
 FileReport Summarize(const ChangeComparison& comparison, const Document& distribution) {
@@ -55,8 +56,7 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
   failed.status = FileStatus::kFailed;
   ConfDocuments documents{nullptr, std::make_shared<Document>(), nullptr,
                           std::make_shared<Document>()};
-  std::error_code error;
-  const bool onServer = std::filesystem::exists(arguments.server / file, error);
+  const bool onServer = !IsMissing(arguments.server / file);
   if (!ReadConfFile(arguments.distribution / file, documents.distribution,
                     documents.distributionSeries, context) ||
       (onServer &&

@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string>
 
+#include "cli/Printable.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -15,13 +16,6 @@ constexpr const char* kGreen = "\033[32m";
 constexpr const char* kYellow = "\033[33m";
 constexpr const char* kRed = "\033[31m";
 constexpr const char* kPlain = "\033[0m";
-
-/// @return what is printed of a text: one line, whatever it holds.
-std::string Printable(StringView text) {
-  String shown;
-  for (const char16_t character : text) shown += character < u' ' ? u' ' : character;
-  return ToUtf8(shown);
-}
 
 std::string Padded(StringView text, size_t width) {
   return Printable(text) + std::string(width - std::min(width, text.size()), ' ');
@@ -150,7 +144,7 @@ void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
   Lines lines(report, out, colours);
   for (const FreshSetting& setting : report.fresh) {
     const char* const kind = setting.mandatory ? "new [x] " : "new [ ] ";
-    lines.Print(kGreen, kind, setting.name, setting.value);
+    lines.Print(kGreen, kind, setting.name, OrQuotes(setting.value));
   }
   for (const ChangedSetting& setting : report.changed) {
     const String values =
@@ -158,7 +152,7 @@ void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
     lines.Print(kYellow, "changed ", setting.name, values);
   }
   for (const ObsoleteSetting& setting : report.obsolete) {
-    lines.Print(kRed, "obsolete", setting.name, setting.value);
+    lines.Print(kRed, "obsolete", setting.name, OrQuotes(setting.value));
   }
   lines.PrintSeries(kGreen, "new     ", report.freshSeries);
   lines.PrintSeries(kPlain, "own     ", report.obsoleteSeries);

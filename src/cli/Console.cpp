@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "cli/Commands.h"
+#include "cli/Printable.h"
 #include "cli/TerminalMessages.h"
 #include "conf/EndApplication.h"
 #include "registry/OpenRegistry.h"
@@ -163,7 +164,8 @@ bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
 void RequireFolder(const Path& folder) {
   std::error_code error;
   if (std::filesystem::is_directory(folder, error)) return;
-  throw CommandTrouble(ToUtf8(PathText(folder)) + ": no such folder");
+  throw CommandTrouble(ToUtf8(PathText(folder)) + ": " +
+                       (error ? error.message() : "this is no folder"));
 }
 
 int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& streams) {
@@ -180,9 +182,9 @@ int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& 
     if (streams.out) return status;
     streams.err << "quenmarctl: the output could not be written\n";
   } catch (const EndApplication&) {
-    streams.err << "quenmarctl: ended, nothing was saved\n";
+    streams.err << "quenmarctl: ended\n";
   } catch (const std::exception& error) {
-    streams.err << "quenmarctl: " << error.what() << '\n';
+    streams.err << "quenmarctl: " << PrintableLines(FromUtf8(error.what())) << '\n';
   }
   return kTrouble;
 }

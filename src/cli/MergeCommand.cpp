@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <filesystem>
 #include <ostream>
 #include <system_error>
 
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
+#include "cli/Printable.h"
+#include "conf/ConfLine.h"
 #include "conf/ConfWriter.h"
 #include "conf/Functions.h"
 #include "conf/SaveChanges.h"
@@ -17,10 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool Exists(const Path& path) {
-  std::error_code error;
-  return fs::exists(path, error);
-}
+constexpr const char* kDeclined = "declined, the file was not saved";
 
 std::vector<String> ToTexts(const std::vector<std::string>& arguments) {
   std::vector<String> texts;
@@ -37,6 +37,17 @@ void RequireNames(const std::vector<String>& names, const Document& list, const 
   }
 }
 
+/// @return the names of the fields of `list` that are among `names`, once for each field: a name
+/// may stand twice.
+std::vector<String> EachOccurrence(const std::vector<String>& names, const Document& list) {
+  std::vector<String> found;
+  for (int i = 0; i < list.Fields().Count(); ++i) {
+    const String& name = list.Fields().Field(i)->Name();
+    if (std::find(names.begin(), names.end(), name) != names.end()) found.push_back(name);
+  }
+  return found;
+}
+
 /// One merge, from the two files to the saved one.
 class Merge {
  public:
@@ -44,15 +55,20 @@ class Merge {
       : arguments_(arguments),
         context_(context),
         distributionFile_(arguments.distribution / ArgumentPath(arguments.file)),
-        serverFile_(arguments.server / ArgumentPath(arguments.file)) {}
+        serverFile_(arguments.server / ArgumentPath(arguments.file)),
+        serverSource_(serverFile_) {}
 
   int Run() {
     RequireFolder(arguments_.distribution);
     RequireFolder(arguments_.server);
-    if (!Exists(distributionFile_)) {
+    if (IsMissing(distributionFile_)) {
       throw CommandTrouble(ToUtf8(PathText(distributionFile_)) + ": no such file");
     }
-    PrepareServerFile();
+    std::error_code error;
+    if (fs::equivalent(distributionFile_, serverFile_, error)) {
+      throw CommandTrouble(ToUtf8(context_.language.Text(LNG16)));
+    }
+    if (IsMissing(serverFile_)) StartWithTheDistributionsFile();
     if (!Read()) return kTrouble;
     ChangeComparison comparison(documents_, context_.options.IsSorted());
     comparison.FillResultTrees();
@@ -64,25 +80,15 @@ class Merge {
  private:
   [[nodiscard]] bool WritesServerFile() const { return !arguments_.dryRun && !arguments_.output; }
 
-  /// A file that the server lacks starts as a copy of the distribution's. Only a merge that writes
-  /// it makes that copy, with the user's consent; any other reads the distribution's file in its
-  /// place.
-  void PrepareServerFile() {
-    serverSource_ = serverFile_;
-    if (Exists(serverFile_)) return;
-    if (!WritesServerFile()) {
-      serverSource_ = distributionFile_;
-      return;
-    }
+  /// A file that the server lacks starts as a copy of the distribution's. It is made when all else
+  /// has gone well; until then the distribution's file is read in its place.
+  void StartWithTheDistributionsFile() {
+    serverSource_ = distributionFile_;
+    if (!WritesServerFile()) return;
     const Button answer =
         ShowMessage(context_.messages, String(context_.language.Text(LNG14)),
                     message_style::kYesNo | message_style::kQuestion, {FromUtf8(arguments_.file)});
-    if (answer != Button::kYes) throw CommandTrouble("declined, nothing was written");
-    try {
-      ReplaceBytes(serverFile_, ReadBytes(distributionFile_));
-    } catch (const FileError& error) {
-      throw CommandTrouble(ToUtf8(PathText(serverFile_)) + ": " + error.what());
-    }
+    if (answer != Button::kYes) throw CommandTrouble(kDeclined);
   }
 
   bool Read() {
@@ -98,20 +104,18 @@ class Merge {
   void ApplyRequests(ChangeComparison& comparison) const {
     const auto restored = ToTexts(arguments_.restore);
     RequireNames(restored, comparison.DeletedFields(), "obsolete");
-    comparison.Restore(restored);
+    comparison.Restore(EachOccurrence(restored, comparison.DeletedFields()));
 
     const auto added = ToTexts(arguments_.add);
     RequireNames(added, comparison.NewFields(), "new");
-    comparison.Add(added);
+    comparison.Add(EachOccurrence(added, comparison.NewFields()));
     if (arguments_.addMandatory || arguments_.addAll) comparison.Add(FurtherNames(comparison));
 
     const auto removed = ToTexts(arguments_.remove);
     RequireNames(removed, comparison.ActualFields(), "kept");
-    comparison.Remove(removed, context_.messages, context_.language);
-    for (const String& name : removed) {
-      const bool kept = comparison.ActualFields().Fields().IndexOf(name) >= 0;
-      if (kept) throw CommandTrouble("declined, nothing was written");
-    }
+    const auto leaving = EachOccurrence(removed, comparison.ActualFields());
+    const int left = comparison.Remove(leaving, context_.messages, context_.language);
+    if (left < static_cast<int>(leaving.size())) throw CommandTrouble(kDeclined);
     for (const std::string& request : arguments_.set) SetValue(request, comparison);
   }
 
@@ -125,7 +129,7 @@ class Merge {
     return names;
   }
 
-  static void SetValue(const std::string& request, ChangeComparison& comparison) {
+  void SetValue(const std::string& request, ChangeComparison& comparison) const {
     const size_t equals = request.find('=');
     if (equals == std::string::npos) throw CommandTrouble("--set " + request + ": no = in it");
     const String name = FromUtf8(request.substr(0, equals));
@@ -135,26 +139,50 @@ class Merge {
     }
     RequireNames({name}, comparison.ActualFields(), "kept");
     comparison.SetActualValue(name, value);
+    const StringView readBack = EffectiveValue(Trim(value));
+    if (readBack != value) {
+      context_.streams.err << "quenmarctl: --set " << Printable(name)
+                           << ": the value will be read back as \"" << Printable(readBack)
+                           << "\"\n";
+    }
   }
 
   bool Save(const Document& settings, const SeriesGroups& series) {
     const ConfWriter writer(context_.options, context_.language, context_.messages);
     const std::vector<String> lines = writer.ConfFileLines(settings, series);
+    const std::string bytes = ConfWriter::EncodeLines(lines);
     if (arguments_.dryRun) {
-      (void)ConfWriter::EncodeLines(lines);  // trouble now is better than trouble when it counts
       PrintChanges(ChangesOf(serverFile_, lines), context_.streams.out);
       return true;
     }
     if (arguments_.output == "-") {
-      context_.streams.out << ConfWriter::EncodeLines(lines);
+      context_.streams.out << bytes;
       return true;
     }
     const Path target = arguments_.output ? ArgumentPath(*arguments_.output) : serverFile_;
-    const SaveChanges changes = ChangesOf(target, lines);
     context_.messages.SetSubject(target);
+    const std::string summary = SummaryFor(target, lines);
+    if (WritesServerFile() && serverSource_ == distributionFile_) CopyFromDistribution();
     if (!writer.SaveConfFile(target, settings, series)) return false;
-    context_.streams.err << SummaryOf(changes) << '\n';
+    context_.streams.err << Printable(PathText(target)) << ": " << summary << '\n';
     return true;
+  }
+
+  void CopyFromDistribution() const {
+    try {
+      CopyWhole(distributionFile_, serverFile_);
+    } catch (const FileError& error) {
+      throw CommandTrouble(ToUtf8(PathText(serverFile_)) + ": " + error.what());
+    }
+  }
+
+  /// @return what to tell after saving `target`.
+  [[nodiscard]] std::string SummaryFor(const Path& target, const std::vector<String>& lines) const {
+    try {
+      return SummaryOf(ChangesOf(target, lines));
+    } catch (const FileError& error) {
+      return error.what();  // saving meets the same trouble and tells it first
+    }
   }
 
   [[nodiscard]] SaveChanges ChangesOf(const Path& target, const std::vector<String>& lines) const {

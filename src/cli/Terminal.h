@@ -25,7 +25,8 @@ class TerminalEncoding {
   ~TerminalEncoding();
 
  private:
-  unsigned previous_ = 0;  // the console's code page, 0 where there is none to restore
+  unsigned codePage_ = 0;   // the console's, 0 where there is none to restore
+  unsigned long mode_ = 0;  // of its output
 };
 
 }  // namespace quenmar

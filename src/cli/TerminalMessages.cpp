@@ -4,14 +4,14 @@
 #include <ostream>
 #include <string>
 
-#include "text/Charset.h"
+#include "cli/Printable.h"
 
 namespace quenmar {
 
 Button TerminalMessages::Show(const String& text, int style) {
   std::ostream& err = streams_.err;
-  if (!subject_.empty()) err << ToUtf8(subject_) << ": ";
-  err << ToUtf8(ReplaceAll(text, kLineEnd, u"\n"));
+  if (!subject_.empty()) err << Printable(subject_) << ": ";
+  err << PrintableLines(text);
   const int buttons = style & message_style::kButtons;
   if (buttons == message_style::kOk) {
     err << std::endl;

@@ -33,13 +33,16 @@ bool StandardOutputShowsColours() {
          ::SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
-TerminalEncoding::TerminalEncoding() : previous_(::GetConsoleOutputCP()) {
+TerminalEncoding::TerminalEncoding() : codePage_(::GetConsoleOutputCP()) {
+  DWORD mode = 0;
+  if (::GetConsoleMode(::GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0) mode_ = mode;
   ::SetConsoleOutputCP(CP_UTF8);
   ::_setmode(::_fileno(stdout), _O_BINARY);
 }
 
 TerminalEncoding::~TerminalEncoding() {
-  if (previous_ != 0) ::SetConsoleOutputCP(previous_);
+  if (codePage_ != 0) ::SetConsoleOutputCP(codePage_);
+  if (mode_ != 0) ::SetConsoleMode(::GetStdHandle(STD_OUTPUT_HANDLE), mode_);
 }
 
 }  // namespace quenmar

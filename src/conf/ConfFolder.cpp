@@ -7,20 +7,39 @@
 
 namespace quenmar {
 
-std::vector<Path> ListConfFiles(const Path& folder) {
-  namespace fs = std::filesystem;
-  std::vector<Path> names;
-  std::error_code error;  // an entry or a folder that cannot be read has no files to offer
+namespace {
+
+namespace fs = std::filesystem;
+
+/// @return the entries of a folder that are named *.conf; none when it cannot be read.
+std::vector<fs::directory_entry> ConfEntries(const Path& folder, std::error_code& error) {
+  std::vector<fs::directory_entry> entries;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
        entry.increment(error)) {
-    const Path name = entry->path().filename();
+    if (EqualIgnoringCase(PathText(entry->path().extension()), u".conf")) entries.push_back(*entry);
+  }
+  return entries;
+}
+
+}  // namespace
+
+std::vector<Path> ListConfFiles(const Path& folder, std::error_code& error) {
+  std::vector<Path> names;
+  for (const fs::directory_entry& entry : ConfEntries(folder, error)) {
     std::error_code unreadable;
-    if (EqualIgnoringCase(PathText(name.extension()), u".conf") &&
-        entry->is_regular_file(unreadable)) {
-      names.push_back(name);
-    }
+    if (entry.is_regular_file(unreadable)) names.push_back(entry.path().filename());
   }
   return names;
+}
+
+std::vector<Path> ListConfFiles(const Path& folder) {
+  std::error_code unreadable;  // what cannot be read has nothing to offer
+  return ListConfFiles(folder, unreadable);
+}
+
+bool HasConfEntry(const Path& folder) {
+  std::error_code unreadable;
+  return !ConfEntries(folder, unreadable).empty();
 }
 
 }  // namespace quenmar

@@ -18,7 +18,11 @@ void BackUpExisting(const Path& path) {
   if (!std::filesystem::is_regular_file(path, missing)) return;
   Path backup = path;
   backup += ".bak";
-  BackUp(path, backup);
+  if (std::filesystem::equivalent(path, backup, missing)) {
+    throw RuntimeError(0, u"ConfWriter",
+                       PathText(backup) + u" is the file itself, not a copy of it");
+  }
+  CopyWhole(path, backup);
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ class ConfWriter {
   /// that lines already written stay when writing fails. Nothing is touched when the copy fails or
   /// a character has no place in Windows-1252.
   /// @return whether the file was saved.
-  [[nodiscard]] bool SaveConfFile(const Path& path, const Document& settings, const SeriesView& window) const;
+  [[nodiscard]] bool SaveConfFile(const Path& path, const Document& settings,
+                                  const SeriesView& window) const;
 
   /// @return the lines that a save writes, without their ends.
   [[nodiscard]] std::vector<String> ConfFileLines(const Document& settings,

@@ -22,6 +22,10 @@ String SeriesGroups::List(int group, int item) const { return At(group, item).te
 
 bool SeriesGroups::Selected(int group, int item) const { return At(group, item).checked; }
 
+void SeriesGroups::SetSelected(int group, int item, bool checked) {
+  groups_.at(static_cast<size_t>(group)).items.at(static_cast<size_t>(item)).checked = checked;
+}
+
 SeriesGroups::Group& SeriesGroups::GroupOf(StringView type) {
   const auto hit = std::find_if(groups_.begin(), groups_.end(),
                                 [type](const Group& group) { return group.type == type; });

@@ -25,6 +25,9 @@ class SeriesGroups : public SeriesView {
   [[nodiscard]] String List(int group, int item) const override;
   [[nodiscard]] bool Selected(int group, int item) const override;
 
+  /// Checks or unchecks an item.
+  void SetSelected(int group, int item, bool checked);
+
  private:
   struct Group {
     String type;

@@ -21,7 +21,12 @@ class NameOrIndex {
   // Single-precision numbers, bytes and characters are no indexes; as callers never mean them as
   // names either, the compiler refuses them.
   NameOrIndex(float) = delete;
-  NameOrIndex(std::uint8_t) = delete;
+  NameOrIndex(bool) = delete;
+  NameOrIndex(char) = delete;
+  NameOrIndex(signed char) = delete;
+  NameOrIndex(unsigned char) = delete;
+  NameOrIndex(wchar_t) = delete;
+  NameOrIndex(char8_t) = delete;
   NameOrIndex(char16_t) = delete;
 
   [[nodiscard]] bool IsName() const { return isName_; }

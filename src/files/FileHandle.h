@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <string_view>
 
+#include "files/FileError.h"
+
 namespace quenmar {
 
 /// Owns one open file and closes it at the latest when destroyed. Every operation throws
@@ -42,6 +44,10 @@ class FileHandle {
  private:
   std::intptr_t handle_;
 };
+
+/// @return whether a failure to make a file says that this user may make none of that name there:
+/// no right to write to the folder or to give files away, a read-only disk, a name too long.
+[[nodiscard]] bool IsRefusal(const FileError& error);
 
 /// Puts the file `from` in the place of `to` (same folder) in one step; `to` may be missing.
 void MoveOver(const std::filesystem::path& from, const std::filesystem::path& to);

@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <system_error>
 
-#include "files/FileError.h"
 #include "files/FileHandle.h"
 #include "text/Charset.h"
 
@@ -88,6 +87,18 @@ void FileHandle::FlushAndClose() {
   const int descriptor = Descriptor(handle_);
   handle_ = kClosed;
   if (::close(descriptor) != 0) Fail(u"close");
+}
+
+bool IsRefusal(const FileError& error) {
+  switch (error.Number()) {
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case ENAMETOOLONG:
+      return true;
+    default:
+      return false;
+  }
 }
 
 void MoveOver(const std::filesystem::path& from, const std::filesystem::path& to) {

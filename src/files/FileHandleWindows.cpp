@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "files/FileError.h"
 #include "files/FileHandle.h"
 
 namespace quenmar {
@@ -47,8 +46,10 @@ std::intptr_t Open(const std::filesystem::path& path, FileHandle::Mode mode) {
 
 FileHandle::FileHandle(const std::filesystem::path& path, Mode mode) : handle_(Open(path, mode)) {
   if (handle_ == kClosed) Fail(u"open");
-  // Opening with CREATE_ALWAYS would fail on hidden files, so existing ones are emptied here.
-  if (mode == Mode::kTruncate && ::SetEndOfFile(Handle(handle_)) == 0) {
+  // Opening with CREATE_ALWAYS would fail on hidden files, so existing ones are emptied here;
+  // devices have no end to set.
+  if (mode == Mode::kTruncate && ::GetFileType(Handle(handle_)) == FILE_TYPE_DISK &&
+      ::SetEndOfFile(Handle(handle_)) == 0) {
     const DWORD number = ::GetLastError();
     ::CloseHandle(Handle(handle_));
     ::SetLastError(number);
@@ -90,6 +91,18 @@ void FileHandle::FlushAndClose() {
   const HANDLE handle = Handle(handle_);
   handle_ = kClosed;
   if (::CloseHandle(handle) == 0) Fail(u"close");
+}
+
+bool IsRefusal(const FileError& error) {
+  switch (error.Number()) {
+    case ERROR_ACCESS_DENIED:
+    case ERROR_WRITE_PROTECT:
+    case ERROR_INVALID_NAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+      return true;
+    default:
+      return false;
+  }
 }
 
 void MoveOver(const std::filesystem::path& from, const std::filesystem::path& to) {

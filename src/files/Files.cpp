@@ -79,12 +79,29 @@ class TemporaryFile {
   bool moved_ = false;
 };
 
+/// @return nothing where no temporary file may be made, so that the caller writes in place. Other
+/// failures, such as a full disk, pass through: writing in place would meet them halfway.
 std::unique_ptr<TemporaryFile> TryTemporaryFile(const Path& target,
                                                 const std::optional<Path>& model, bool isCopy) {
   try {
     return std::make_unique<TemporaryFile>(target, model, isCopy);
+  } catch (const FileError& error) {
+    if (IsRefusal(error)) return nullptr;
+    throw;
+  }
+}
+
+/// Writes over a regular file; when that fails, tries to put its old content back.
+void OverwriteInPlace(const Path& path, std::string_view bytes) {
+  const std::string old = ReadBytes(path);
+  try {
+    WriteInPlace(path, bytes);
   } catch (const FileError&) {
-    return nullptr;  // the caller writes in place, and a failure there is reported
+    try {
+      WriteInPlace(path, old);
+    } catch (const FileError&) {  // the first failure is the one to report
+    }
+    throw;
   }
 }
 
@@ -104,8 +121,15 @@ void Replace(const Path& path, std::string_view bytes, const std::optional<Path>
   const auto temporary =
       replaceable ? TryTemporaryFile(target, model, original.has_value()) : nullptr;
   if (original && existing && replaceable && !temporary) existing->TakePermissionsOf(*original);
+  const bool overwrites = existing && replaceable;
   existing.reset();  // Windows replaces no open file
-  temporary ? temporary->MoveTo(target, bytes) : WriteInPlace(target, bytes);
+  if (temporary) {
+    temporary->MoveTo(target, bytes);
+  } else if (overwrites) {
+    OverwriteInPlace(target, bytes);
+  } else {
+    WriteInPlace(target, bytes);
+  }
 }
 
 }  // namespace
@@ -142,7 +166,12 @@ std::string ReadBytes(const Path& path) {
 
 void ReplaceBytes(const Path& path, std::string_view bytes) { Replace(path, bytes, std::nullopt); }
 
-void BackUp(const Path& from, const Path& to) { Replace(to, ReadBytes(from), from); }
+void CopyWhole(const Path& from, const Path& to) { Replace(to, ReadBytes(from), from); }
+
+bool IsMissing(const Path& path) {
+  std::error_code error;
+  return fs::symlink_status(path, error).type() == fs::file_type::not_found;
+}
 
 void WriteInPlace(const Path& path, std::string_view bytes) {
   FileHandle file(path, FileHandle::Mode::kTruncate);

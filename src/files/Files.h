@@ -31,7 +31,11 @@ void ReplaceBytes(const Path& path, std::string_view bytes);
 /// Copies the file `from` to `to` as `ReplaceBytes` does, with the owner and the permissions of
 /// `from`, or for this user alone where that owner cannot be kept, so that the copy tells nobody
 /// more than the original does. Throws where it would.
-void BackUp(const Path& from, const Path& to);
+/// On Windows the copy has the permissions that its folder hands down.
+void CopyWhole(const Path& from, const Path& to);
+
+/// @return whether nothing stands at the path, not even a link; false when that cannot be told.
+[[nodiscard]] bool IsMissing(const Path& path);
 
 /// Empties the file (or creates it), writes `bytes` from the start and flushes them to the disk.
 /// After a failure the file holds what had been written by then.

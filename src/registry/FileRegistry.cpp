@@ -16,7 +16,7 @@ String FullKey(RegistryRoot root, StringView subkey) {
   return key;
 }
 
-bool IsMissing(const Path& path) {
+bool LeadsNowhere(const Path& path) {
   std::error_code error;
   return std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found;
 }
@@ -52,7 +52,7 @@ bool FileRegistry::RegWriteString(RegistryRoot root, StringView subkey, StringVi
 void FileRegistry::Load() {
   trouble_.clear();
   file_ = RegistryFile();
-  if (path_.empty() || IsMissing(path_)) return;
+  if (path_.empty() || LeadsNowhere(path_)) return;
   String reason = u"it is no registry file";
   try {
     file_ = RegistryFile::Parse(ReadBytes(path_));

@@ -41,6 +41,17 @@ void AppendSeriesDifference(const Document& first, const Document& second, Docum
   }
 }
 
+bool SetValue(Document& tree, StringView name, StringView value) {
+  bool found = false;
+  for (int i = 0; i < tree.Fields().Count(); ++i) {
+    const auto field = tree.Fields().Field(i);
+    if (field->Name().empty() || field->Name() != name) continue;
+    field->SetValue(value);
+    found = true;
+  }
+  return found;
+}
+
 }  // namespace
 
 ChangeComparison::ChangeComparison(ConfDocuments documents, bool sorted)
@@ -58,10 +69,8 @@ void ChangeComparison::FillActualFields() {
   const Fields& distribution = documents_.distribution->Fields();
   const Fields& server = documents_.server->Fields();
   for (int i = 0; i < distribution.Count(); ++i) {
-    const int index = server.IndexOf(distribution.Field(i)->Name());
-    if (index < 0) continue;
-    const auto found = server.Field(index);
-    actualFields_.Fields().AddField(found->Name(), found->Value());
+    const auto found = server.Field(distribution.Field(i)->Name());
+    if (!found->Name().empty()) actualFields_.Fields().AddField(found->Name(), found->Value());
   }
 
   const Fields& offered = documents_.distributionSeries->Fields();
@@ -164,15 +173,11 @@ void ChangeComparison::SortLists() {
 }
 
 bool ChangeComparison::SetNewValue(StringView name, StringView value) {
-  const auto field = newFields_.Fields().Field(name);
-  field->SetValue(value);
-  return !field->Name().empty();
+  return SetValue(newFields_, name, value);
 }
 
 bool ChangeComparison::SetActualValue(StringView name, StringView value) {
-  const auto field = actualFields_.Fields().Field(name);
-  field->SetValue(value);
-  return !field->Name().empty();
+  return SetValue(actualFields_, name, value);
 }
 
 }  // namespace quenmar

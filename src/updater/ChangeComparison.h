@@ -75,11 +75,12 @@ class ChangeComparison {
   /// @return how many fields were moved.
   int Restore(const std::vector<String>& names);
 
-  /// Gives a field of `NewFields` another value.
+  /// Gives every field of that name in `NewFields` another value: whoever reads the file later
+  /// must not find two.
   /// @return false when there is no such field.
   bool SetNewValue(StringView name, StringView value);
 
-  /// Gives a field of `ActualFields` another value.
+  /// The same for `ActualFields`.
   /// @return false when there is no such field.
   bool SetActualValue(StringView name, StringView value);
 

@@ -120,7 +120,7 @@ TEST_F(ConsoleTest, CheckGoesOnWhenAReadingIsDeclinedAndEndsAtBareLineFeeds) {
   EXPECT_EQ(Run({"check", At("dist"), At("server")}), kTrouble);
   EXPECT_THAT(out_, AllOf(StartsWith("a.conf: could not be read\n"), Not(HasSubstr("Sum"))));
   EXPECT_THAT(err_, AllOf(HasSubstr("Parameter rate is duplicated"),
-                          HasSubstr("ended, nothing was saved")));
+                          ::testing::EndsWith("quenmarctl: ended\n")));
   EXPECT_EQ(Read("server/b.conf"), "b: 1\n");
 
   EXPECT_EQ(Run({"--yes", "check", At("dist"), At("server")}), kDifferences);
@@ -162,9 +162,9 @@ TEST_F(ConsoleTest, MergeIsApplyAndMoves) {
   EXPECT_EQ(Merge({}), kNothingToDo);
   EXPECT_EQ(Read("server/a.conf"), kMerged);
   EXPECT_EQ(Read("server/a.conf.bak"), kServer);
-  EXPECT_EQ(err_, ToUtf8(PathText(folder_ / "server" / "a.conf")) +
-                      ": Saved!\n1 added, 1 removed, 1 changed, 1 now active, "
-                      "1 comment lines lost\n");
+  const std::string file = ToUtf8(PathText(folder_ / "server" / "a.conf"));
+  EXPECT_EQ(err_, file + ": Saved!\n" + file +
+                      ": 1 added, 1 removed, 1 changed, 1 now active, 1 comment line lost\n");
 
   Write("server/a.conf", kServer);
   EXPECT_EQ(Merge({"--set", "fresh=a=b", "--set", "old=", "--add-mandatory", "--restore", "old",
@@ -208,6 +208,47 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
   EXPECT_THAT(out_, HasSubstr("check"));
   EXPECT_EQ(Run({"--version"}), kNothingToDo);
   EXPECT_THAT(out_, StartsWith("quenmarctl "));
+}
+
+TEST_F(ConsoleTest, AFileThatTheServerLacksComesOnlyWithASave) {
+  Write("dist/b.conf", "b: 1\r\n//c: 2\r\n");
+  EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("server"), "b.conf", "--add", "b"}), kTrouble);
+  interactive_ = true;
+  input_ = "y\nn\n";
+  EXPECT_EQ(Run({"merge", At("dist"), At("server"), "b.conf", "--remove", "b"}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("declined, the file was not saved"));
+  std::string kinds = "{x}";
+  for (char kind = 'a'; kind < 'k'; ++kind) kinds += std::string("{") + kind + "}";
+  Write("options.reg",
+        "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n"
+        "\"Series\"=\"" +
+            kinds + "\"\r\n");
+  Write("dist/b.conf",
+        "a:1\r\nb:2\r\nc:3\r\nd:4\r\ne:5\r\nf:6\r\ng:7\r\nh:8\r\ni:9\r\nj:0\r\nx:y\r\n");
+  EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("server"), "b.conf"}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("Sorry, this tool only works with 10 series"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "server/b.conf"));
+}
+
+TEST_F(ConsoleTest, MergeTreatsASettingThatStandsTwiceAsOne) {
+  Write("dist/a.conf", "a: 1\r\n//a: 2\r\nb: 3\r\n");
+  Write("server/a.conf", "a: 5\r\nb: 3\r\n");
+  EXPECT_EQ(Merge({"--yes", "--set", "a=9", "--output", "-"}), kNothingToDo);
+  EXPECT_EQ(out_, "a: 9\r\na: 9\r\nb: 3\r\n");
+  EXPECT_EQ(Merge({"--yes", "--remove", "a", "--output", "-"}), kNothingToDo);
+  EXPECT_EQ(out_, "b: 3\r\n");
+}
+
+TEST_F(ConsoleTest, TellsWhatATerminalOrALaterReadingWouldChange) {
+  Write("server/a.conf", "a\x1B[2J\x9D: 1\r\na\x1B[2J\x9D: 2\r\n");
+  EXPECT_EQ(Merge({}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("Parameter a?[2J? is duplicated"));
+  Write("server/a.conf", "rate: 1\r\n");
+  EXPECT_EQ(Merge({"--set", "rate= http://x", "--output", "-"}), kNothingToDo);
+  EXPECT_EQ(err_, "quenmarctl: --set rate: the value will be read back as \"http:\"\n");
+  EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("dist"), "a.conf"}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("Please, don't select the same folder."));
+  EXPECT_EQ(Read("dist/a.conf"), kDistribution);
 }
 
 TEST_F(ConsoleTest, MergeAsksAtTheTerminal) {

@@ -98,6 +98,13 @@ TEST_F(ConfWriterTest, KeepsOneGenerationBeforeItWrites) {
   EXPECT_FALSE(Save());
   EXPECT_EQ(ReadFile(path_), "mine\n");
   EXPECT_THAT(messages_.shown.back().text, StartsWith("Error: "));
+
+#ifndef _WIN32
+  std::filesystem::remove(backup);
+  std::filesystem::create_symlink("map.conf", backup);
+  EXPECT_FALSE(Save()) << "the backup is the file itself";
+  EXPECT_EQ(ReadFile(path_), "mine\n");
+#endif
 }
 
 TEST_F(ConfWriterTest, RefusesCharactersThatTheFileCannotHold) {

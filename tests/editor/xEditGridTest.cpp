@@ -111,6 +111,7 @@ TEST_F(xEditGridTest, OffersEveryChangeOfTheTextToTheOwner) {
   EXPECT_EQ(grid_.CellValue(1, 1), u"new");
   EXPECT_EQ(Shown(), "text new|");
 
+  events_.refuse = false;
   events_.shrink = &grid_;
   grid_.ChangeEditorText(u"gone");
   EXPECT_EQ(events_.Take(), "SureChange=gone@1,1 RowColChange ");

@@ -20,7 +20,7 @@ TEST(Files, HoldExactlyTheBytesWrittenLast) {
       EXPECT_EQ(ReadBytes(file), bytes);
     }
   }
-  BackUp(file, folder / "copy");
+  CopyWhole(file, folder / "copy");
   EXPECT_EQ(ReadBytes(folder / "copy"), large);
   std::filesystem::remove(folder / "copy");
   const std::filesystem::directory_iterator only(folder.Folder());
@@ -34,7 +34,7 @@ TEST(Files, FailuresCarryTheSystemsWordsAndLeaveNothingBehind) {
   for (const std::function<void()>& failing : std::initializer_list<std::function<void()>>{
            [&] { (void)ReadBytes(folder / "missing"); }, [&] { (void)ReadBytes(taken); },
            [&] { ReplaceBytes(taken, "x"); }, [&] { WriteInPlace(taken, "x"); },
-           [&] { BackUp(folder / "missing", folder / "copy"); },
+           [&] { CopyWhole(folder / "missing", folder / "copy"); },
            [&] { ReplaceBytes(folder / "none" / "file", "x"); }, [&] { ReplaceBytes({}, "x"); }}) {
     try {
       failing();

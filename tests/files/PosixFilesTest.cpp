@@ -57,7 +57,7 @@ TEST_F(PosixFiles, PermissionsStayGoWithACopyAndAreTheDefaultElsewhere) {
   for (const mode_t mode : {0600U, 0755U}) {
     Make(file_, mode);
     ReplaceBytes(file_, "new");
-    BackUp(file_, copy_);
+    CopyWhole(file_, copy_);
     EXPECT_EQ(State(file_), mode == 0600 ? "600new" : "755new");
     EXPECT_EQ(State(copy_), State(file_));
   }
@@ -89,9 +89,17 @@ TEST_F(PosixFiles, AFailureKeepsTheOldContent) {
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   ::setrlimit(RLIMIT_FSIZE, &tight);
   const int error = ReplaceError(file_, std::string(1001, 'x'));
+  SetFolderMode(0555);
+  int errorInPlace = 0;
+  {
+    const Unprivileged unprivileged;
+    errorInPlace = ReplaceError(file_, std::string(1001, 'x'));
+  }
   ::setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, handler);
   EXPECT_EQ(error, EFBIG);
+  EXPECT_EQ(errorInPlace, EFBIG);
+  EXPECT_EQ(State(file_), "644old");
   ::chmod(file_.c_str(), 0444);
   SetFolderMode(0777);
   const Unprivileged unprivileged;
@@ -108,7 +116,7 @@ TEST_F(PosixFiles, AFolderThatTakesNoFileLeavesTheOldOnesToBeWrittenInPlace) {
     const Unprivileged unprivileged;
     EXPECT_EQ(ReplaceError(file_), 0);
     EXPECT_EQ(ReplaceError(folder_ / "other"), EACCES);
-    BackUp(file_, copy_);
+    CopyWhole(file_, copy_);
   }
   SetFolderMode(0755);
   EXPECT_EQ(State(copy_), "600new") << "the copy tells more than its original";
@@ -140,7 +148,7 @@ TEST_F(PosixFiles, OwnersStayAndABackUpThatCannotKeepThemIsPrivate) {
   SetFolderMode(0777);
   {
     const Unprivileged unprivileged;  // a member of the group, yet not the owner
-    BackUp(file_, copy_);
+    CopyWhole(file_, copy_);
     EXPECT_EQ(ReplaceError(file_), 0);
   }
   EXPECT_EQ(State(copy_) + State(file_), "600old660new");

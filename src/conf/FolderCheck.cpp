@@ -1,0 +1,65 @@
+#include "conf/FolderCheck.h"
+
+#include "conf/ConfFolder.h"
+
+namespace quenmar {
+
+namespace {
+
+constexpr auto kSeparator = static_cast<char16_t>(Path::preferred_separator);
+constexpr StringView kPattern = u"*.conf";
+
+}  // namespace
+
+FolderCheck CheckDistributionFolder(StringView distribution, StringView server) {
+  FolderCheck check;
+  if (!HasConfEntry(PathFromText(distribution))) {
+    check.message = LNG15;
+    check.commands = FolderCheck::Commands::kDisabled;
+    return check;
+  }
+  if (HasConfEntry(PathFromText(server))) {
+    if (distribution == server) {
+      check.message = LNG16;
+      check.commands = FolderCheck::Commands::kDisabled;
+      check.files.emplace();
+      return check;
+    }
+    check.commands = FolderCheck::Commands::kEnabled;
+  }
+  check.files.emplace();
+  for (const Path& name : ListConfFiles(PathFromText(distribution))) {
+    check.files->push_back(PathText(name));
+  }
+  if (check.files->empty()) {
+    check.message = LNG17;
+    check.placeholder = JoinPath(distribution, kPattern);
+    check.commands = FolderCheck::Commands::kDisabled;
+  }
+  return check;
+}
+
+FolderCheck CheckServerFolder(StringView distribution, StringView server) {
+  FolderCheck check;
+  if (ListConfFiles(PathFromText(server)).empty()) {
+    check.message = LNG18;
+    check.commands = FolderCheck::Commands::kDisabled;
+    return check;
+  }
+  if (ListConfFiles(PathFromText(distribution)).empty()) return check;
+  if (distribution == server) {
+    check.message = LNG19;
+    check.commands = FolderCheck::Commands::kDisabled;
+  } else {
+    check.commands = FolderCheck::Commands::kEnabled;
+  }
+  return check;
+}
+
+String JoinPath(StringView folder, StringView name) {
+  const bool closed =
+      folder.ends_with(kSeparator) || (kSeparator == u'\\' && folder.ends_with(u'/'));
+  return String(folder) + (closed ? String() : String(1, kSeparator)) + String(name);
+}
+
+}  // namespace quenmar

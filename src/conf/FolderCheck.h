@@ -1,0 +1,37 @@
+/// What the main window makes of the two folders that its boxes name.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "registry/Language.h"
+#include "text/String.h"
+
+namespace quenmar {
+
+/// The consequences of a folder box's new text.
+struct FolderCheck {
+  enum class Commands {
+    kUnchanged,  ///< Edit and Check Changes stay as they are
+    kEnabled,
+    kDisabled,
+  };
+
+  std::optional<MessageKey> message;  ///< what to show
+  String placeholder;                 ///< for "%1" in the message
+  Commands commands = Commands::kUnchanged;
+  std::optional<std::vector<String>> files;  ///< the new content of the file list, if it changes
+};
+
+/// Judges the distribution folder after its box was given a text. An entry that matches *.conf
+/// makes it a candidate, even a folder; only files are listed.
+[[nodiscard]] FolderCheck CheckDistributionFolder(StringView distribution, StringView server);
+
+/// Judges the server folder after its box was given a text.
+[[nodiscard]] FolderCheck CheckServerFolder(StringView distribution, StringView server);
+
+/// @return `folder`, a separator unless it ends in one, and `name`. Windows takes both slashes for
+/// separators and gets a backslash.
+[[nodiscard]] String JoinPath(StringView folder, StringView name);
+
+}  // namespace quenmar
