@@ -1,6 +1,7 @@
 #include "cli/ChangesText.h"
 
 #include <algorithm>
+#include <array>
 #include <ostream>
 
 #include "cli/Printable.h"
@@ -18,18 +19,18 @@ struct KindText {
   const char* summary;
 };
 
-constexpr KindText kKindTexts[] = {
-    {Kind::kAdded, "added          ", "added"},
-    {Kind::kRemoved, "removed        ", "removed"},
-    {Kind::kChanged, "changed        ", "changed"},
-    {Kind::kActivated, "becomes active ", "now active"},
-    {Kind::kSwitchedOn, "switched on    ", "switched on"},
-    {Kind::kSwitchedOff, "switched off   ", "switched off"},
+constexpr std::array kKindTexts = {
+    KindText{Kind::kAdded, "added          ", "added"},
+    KindText{Kind::kRemoved, "removed        ", "removed"},
+    KindText{Kind::kChanged, "changed        ", "changed"},
+    KindText{Kind::kActivated, "becomes active ", "now active"},
+    KindText{Kind::kSwitchedOn, "switched on    ", "switched on"},
+    KindText{Kind::kSwitchedOff, "switched off   ", "switched off"},
 };
 
 std::string ValuesOf(const SaveChange& change) {
-  const std::string oldValue = Printable(change.oldValue);
-  const std::string newValue = Printable(change.newValue);
+  std::string oldValue = Printable(change.oldValue);
+  std::string newValue = Printable(change.newValue);
   if (change.kind == Kind::kAdded || oldValue == newValue) return newValue;
   if (change.kind == Kind::kRemoved) return oldValue;
   return oldValue + " -> " + newValue;
