@@ -207,7 +207,7 @@ class Run {
     Require(FirstOfEachName(*first.settings) == FirstOfEachName(settings) &&
                 Names(*first.settings).size() == Count(first),
             "the settings that were saved are read");
-    Require(SeriesLines(SeriesGroups(*first.series)) == SeriesLines(groups),
+    Require(KeptEntries(SeriesGroups(*first.series)) == KeptEntries(groups),
             "the series entries that were saved are read");
 
     const Trees second = Saved(path, *first.settings, SeriesGroups(*first.series));
@@ -244,8 +244,25 @@ class Run {
     return static_cast<size_t>(trees.settings->Fields().Count());
   }
 
-  [[nodiscard]] std::vector<String> SeriesLines(const SeriesView& groups) {
-    return ConfWriter(options_, language_, answers_).ConfFileLines(Document(), groups);
+  struct Entry {
+    String type;
+    String text;
+    bool active;
+    bool operator==(const Entry&) const = default;
+  };
+
+  /// @return the entries that a save keeps.
+  [[nodiscard]] std::vector<Entry> KeptEntries(const SeriesView& groups) const {
+    std::vector<Entry> entries;
+    for (int group = 0; group < groups.GroupCount(); ++group) {
+      const String caption = groups.TabCaption(group);
+      for (int item = 0; item < groups.ItemCount(group); ++item) {
+        const bool active = groups.Selected(group, item);
+        if (!active && !options_.saveCommentedSeries) continue;
+        entries.push_back({String(TabLabel(caption)), groups.List(group, item), active});
+      }
+    }
+    return entries;
   }
 
   const Folder& folder_;

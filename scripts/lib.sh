@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # Debian's packages by purpose.
-build_packages=(cmake g++ libcli11-dev ninja-build nlohmann-json3-dev)
+build_packages=(cmake g++ libcli11-dev ninja-build nlohmann-json3-dev qt6-base-dev)
 test_packages=("${build_packages[@]}" libgmock-dev libgtest-dev)
 clang_packages=("${build_packages[@]}" clang libclang-rt-dev)
 

@@ -1,0 +1,286 @@
+#include "app/Main.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <filesystem>
+
+#include "conf/ConfReader.h"
+#include "conf/EndApplication.h"
+#include "conf/Functions.h"
+#include "editor/NEditForm.h"
+#include "files/FileError.h"
+#include "updater/frmUpdaterX.h"
+#include "widgets/FolderBox.h"
+#include "widgets/QtText.h"
+#include "widgets/WindowGeometry.h"
+
+namespace quenmar {
+
+namespace {
+
+/// The busy cursor, for as long as the object lives.
+class BusyCursor {
+ public:
+  BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+  BusyCursor(const BusyCursor&) = delete;
+  BusyCursor& operator=(const BusyCursor&) = delete;
+  ~BusyCursor() { QApplication::restoreOverrideCursor(); }
+};
+
+bool Exists(const Path& path) {
+  std::error_code error;
+  return std::filesystem::exists(path, error);
+}
+
+template <class Widget>
+Widget* Named(Widget* widget, const char* name) {
+  widget->setObjectName(name);
+  return widget;
+}
+
+}  // namespace
+
+FolderPicker PlatformFolderPicker() {
+  return [](QWidget* owner, const QString& title, const QString& folder) {
+    const QString shown =
+        title.isEmpty() ? "Please select your Documents folder or one of it's subfolders" : title;
+    return QDir::toNativeSeparators(QFileDialog::getExistingDirectory(owner, shown, folder));
+  };
+}
+
+Main::Main(Registry& registry, const Language& language, MessageBoxes& messages,
+           FolderPicker picker, const std::optional<Folders>& folders)
+    : registry_(registry),
+      language_(language),
+      messages_(messages),
+      picker_(std::move(picker)),
+      options_(LoadOptions(registry)) {
+  CreateControls();
+  SetCaptions();
+  LayOut();
+  Connect();
+  SetFolders(folders);
+}
+
+void Main::CreateControls() {
+  setObjectName("Main");
+  frame_ = Named(new QGroupBox, "Frame1");
+  distributionLabel_ = Named(new QLabel, "Label1");
+  distribution_ = Named(new FolderBox, "txt_FileFrom");
+  browseDistribution_ = Named(new QPushButton, "Command1");
+  serverLabel_ = Named(new QLabel, "Label2");
+  server_ = Named(new FolderBox, "txt_FileTo");
+  browseServer_ = Named(new QPushButton, "Command2");
+  filesLabel_ = Named(new QLabel, "Label4");
+  files_ = Named(new QComboBox, "ConfFiles");
+  sort_ = Named(new QCheckBox, "Check1");
+  edit_ = Named(new QPushButton, "Command3");
+  checkChanges_ = Named(new QPushButton, "Command5");
+  close_ = Named(new QPushButton, "Command4");
+  distributionLabel_->setBuddy(distribution_);
+  serverLabel_->setBuddy(server_);
+  filesLabel_->setBuddy(files_);
+  edit_->setEnabled(false);
+  checkChanges_->setEnabled(false);
+  sort_->setChecked(options_.IsSorted());
+}
+
+void Main::SetCaptions() {
+  setWindowTitle(Text(LNG1));
+  frame_->setTitle(Text(LNG2));
+  distributionLabel_->setText(Text(LNG3));
+  serverLabel_->setText(Text(LNG4));
+  filesLabel_->setText(Text(LNG5));
+  // The sort check box bears LNG10 and not LNG7: translations are made for this pairing.
+  sort_->setText(Text(LNG10));
+  edit_->setText(Text(LNG8));
+  checkChanges_->setText(Text(LNG6));
+  close_->setText(Text(LNG9));
+  for (auto [button, key] :
+       {std::pair(browseDistribution_, LNG3), std::pair(browseServer_, LNG4)}) {
+    button->setText("...");
+    button->setAccessibleName(Text(key) + " ...");
+    button->setToolTip(Text(key));
+  }
+  distribution_->setAccessibleName(Text(LNG3));
+  server_->setAccessibleName(Text(LNG4));
+  files_->setAccessibleName(Text(LNG5));
+}
+
+void Main::LayOut() {
+  auto* const folders = new QGridLayout(frame_);
+  folders->addWidget(distributionLabel_, 0, 0);
+  folders->addWidget(distribution_, 0, 1);
+  folders->addWidget(browseDistribution_, 0, 2);
+  folders->addWidget(serverLabel_, 1, 0);
+  folders->addWidget(server_, 1, 1);
+  folders->addWidget(browseServer_, 1, 2);
+  folders->setColumnStretch(1, 1);
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(edit_);
+  buttons->addWidget(checkChanges_);
+  buttons->addStretch();
+  buttons->addWidget(close_);
+
+  auto* const file = new QHBoxLayout;
+  file->addWidget(filesLabel_);
+  file->addWidget(files_, 1);
+
+  auto* const all = new QVBoxLayout(this);
+  all->addWidget(frame_);
+  all->addLayout(file);
+  all->addWidget(sort_);
+  all->addStretch();
+  all->addLayout(buttons);
+
+  resize(560, sizeHint().height());
+  new WindowGeometry(this, "Main");
+}
+
+void Main::Connect() {
+  connect(distribution_, &FolderBox::FolderChanged, this, &Main::DistributionChanged);
+  connect(server_, &FolderBox::FolderChanged, this, &Main::ServerChanged);
+  connect(browseDistribution_, &QPushButton::clicked, this, [this] { Pick(*distribution_, LNG3); });
+  connect(browseServer_, &QPushButton::clicked, this, [this] { Pick(*server_, LNG4); });
+  for (FolderBox* const box : {distribution_, server_}) {
+    connect(box, &FolderBox::FolderDropped, this,
+            [this, box](const QString& folder) { Store(*box, folder); });
+  }
+  connect(sort_, &QCheckBox::clicked, this, [this](bool checked) {
+    options_.sort = checked ? 1 : 0;
+    StoreSort(registry_, options_.sort);
+  });
+  connect(edit_, &QPushButton::clicked, this, [this] { Run(&Main::Edit); });
+  connect(checkChanges_, &QPushButton::clicked, this, [this] { Run(&Main::CheckChanges); });
+  connect(close_, &QPushButton::clicked, this, &QWidget::close);
+}
+
+void Main::SetFolders(const std::optional<Folders>& folders) {
+  distribution_->SetFolder(folders ? folders->distribution : ToQString(options_.svnPath));
+  server_->SetFolder(folders ? folders->server : ToQString(options_.serverPath));
+}
+
+void Main::DistributionChanged() {
+  Take(CheckDistributionFolder(FromQString(distribution_->text()), FromQString(server_->text())));
+}
+
+void Main::ServerChanged() {
+  Take(CheckServerFolder(FromQString(distribution_->text()), FromQString(server_->text())));
+}
+
+void Main::Take(const FolderCheck& check) {
+  if (check.files) {
+    files_->clear();
+    for (const String& file : *check.files) files_->addItem(ToQString(file));
+    files_->setCurrentIndex(-1);
+  }
+  if (check.commands != FolderCheck::Commands::kUnchanged) {
+    const bool enabled = check.commands == FolderCheck::Commands::kEnabled;
+    edit_->setEnabled(enabled);
+    checkChanges_->setEnabled(enabled);
+  }
+  if (check.message) {
+    ShowMessage(messages_, String(language_.Text(*check.message)), message_style::kOk,
+                {check.placeholder});
+  }
+}
+
+void Main::Pick(FolderBox& box, MessageKey title) {
+  const QString folder = picker_(this, Text(title), box.text());
+  if (!folder.isEmpty()) Store(box, folder);
+}
+
+void Main::Store(FolderBox& box, const QString& folder) {
+  box.SetFolder(folder);
+  if (&box == distribution_) {
+    StoreSvnPath(registry_, FromQString(folder));
+  } else {
+    StoreServerPath(registry_, FromQString(folder));
+  }
+}
+
+void Main::Run(void (Main::*command)()) {
+  distribution_->Complete();
+  server_->Complete();
+  if (!edit_->isEnabled()) return;
+  try {
+    (this->*command)();
+  } catch (const EndApplication&) {
+    QCoreApplication::exit(0);
+  }
+}
+
+void Main::Edit() {
+  const auto file = ChosenFile();
+  if (!file) return;
+  if (!Exists(FileIn(*server_, *file))) {
+    ShowMessage(messages_, String(language_.Text(LNG11)), message_style::kOk,
+                {*file, language_.Text(LNG6)});
+    return;
+  }
+  std::optional<FileContext> context = Read(*file);
+  if (!context) return;
+  context->documents.distributionSeries->Fields().Sort(true);
+  context->documents.serverSeries->Fields().Sort(true);
+  if (sort_->isChecked()) context->documents.server->Fields().Sort(true);
+  NEditForm window(*context, this);
+  window.LoadGrid();
+  if (window.LoadSeries()) window.exec();
+}
+
+void Main::CheckChanges() {
+  const auto file = ChosenFile();
+  if (!file) return;
+  const Path serverFile = FileIn(*server_, *file);
+  if (!Exists(serverFile)) {
+    if (ShowMessage(messages_, String(language_.Text(LNG14)),
+                    message_style::kYesNo | message_style::kQuestion, {*file}) != Button::kYes) {
+      return;
+    }
+    try {
+      ReplaceBytes(serverFile, ReadBytes(FileIn(*distribution_, *file)));
+    } catch (const FileError& error) {
+      ShowMessage(messages_, language_.Text(LNG42) + error.Description(), message_style::kOk);
+      return;
+    }
+  }
+  const std::optional<FileContext> context = Read(*file);
+  if (!context) return;
+  frmUpdaterX window(*context, this);
+  window.FillLists();
+  window.FillSeries();
+  window.exec();
+}
+
+std::optional<String> Main::ChosenFile() {
+  if (files_->currentIndex() >= 0) return FromQString(files_->currentText());
+  ShowMessage(messages_, String(language_.Text(LNG10)), message_style::kOk);
+  return std::nullopt;
+}
+
+Path Main::FileIn(const FolderBox& box, const String& file) {
+  return PathFromText(JoinPath(FromQString(box.text()), file));
+}
+
+std::optional<FileContext> Main::Read(const String& file) {
+  const BusyCursor busy;
+  FileContext context{options_, language_, messages_, {}, FromQString(server_->text()), file};
+  ConfDocuments& documents = context.documents;
+  const ConfReader reader(options_, language_, messages_);
+  const bool read =
+      reader.LoadConfFile(FileIn(*distribution_, file), documents.distribution,
+                          documents.distributionSeries) &&
+      reader.LoadConfFile(FileIn(*server_, file), documents.server, documents.serverSeries);
+  return read ? std::optional(context) : std::nullopt;
+}
+
+QString Main::Text(MessageKey key) const { return ToQString(language_.Text(key)); }
+
+}  // namespace quenmar

@@ -1,0 +1,94 @@
+/// The main window: the two folders, the list of configuration files, and the two commands on the
+/// chosen one.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+#include "conf/FolderCheck.h"
+#include "conf/MessageBoxes.h"
+#include "registry/Language.h"
+#include "registry/Options.h"
+#include "registry/Registry.h"
+#include "widgets/FileContext.h"
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QPushButton;
+
+namespace quenmar {
+
+class FolderBox;
+
+/// Lets the user pick a folder: owner window, title and the folder to begin in; empty on Cancel.
+using FolderPicker =
+    std::function<QString(QWidget* owner, const QString& title, const QString& folder)>;
+
+/// @return the platform's own folder picker.
+[[nodiscard]] FolderPicker PlatformFolderPicker();
+
+class Main : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Folders that this run uses without storing them.
+  struct Folders {
+    QString distribution;
+    QString server;
+  };
+
+  /// Loads the options and sets the folder boxes from them, or from `folders`, which checks them.
+  /// The references outlive the window.
+  Main(Registry& registry, const Language& language, MessageBoxes& messages, FolderPicker picker,
+       const std::optional<Folders>& folders = {});
+
+ private:
+  void CreateControls();
+  void SetCaptions();
+  void LayOut();
+  void Connect();
+  void SetFolders(const std::optional<Folders>& folders);
+
+  void DistributionChanged();
+  void ServerChanged();
+  void Take(const FolderCheck& check);
+  void Pick(FolderBox& box, MessageKey title);
+  void Store(FolderBox& box, const QString& folder);
+
+  /// Runs a command; when an answer ends the application on the way, ends it.
+  void Run(void (Main::*command)());
+  void Edit();
+  void CheckChanges();
+
+  /// @return the chosen file; when there is none, tells so and returns nothing.
+  [[nodiscard]] std::optional<String> ChosenFile();
+  [[nodiscard]] static Path FileIn(const FolderBox& box, const String& file);
+  /// Reads both files. @return nothing when a reading failed or was declined, which was told.
+  [[nodiscard]] std::optional<FileContext> Read(const String& file);
+  [[nodiscard]] QString Text(MessageKey key) const;
+
+  Registry& registry_;
+  const Language& language_;
+  MessageBoxes& messages_;
+  FolderPicker picker_;
+  Options options_;
+
+  QGroupBox* frame_ = nullptr;
+  QLabel* distributionLabel_ = nullptr;
+  FolderBox* distribution_ = nullptr;
+  QPushButton* browseDistribution_ = nullptr;
+  QLabel* serverLabel_ = nullptr;
+  FolderBox* server_ = nullptr;
+  QPushButton* browseServer_ = nullptr;
+  QLabel* filesLabel_ = nullptr;
+  QComboBox* files_ = nullptr;
+  QCheckBox* sort_ = nullptr;
+  QPushButton* edit_ = nullptr;
+  QPushButton* checkChanges_ = nullptr;
+  QPushButton* close_ = nullptr;
+};
+
+}  // namespace quenmar

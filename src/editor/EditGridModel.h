@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QAbstractTableModel>
+
+#include "editor/xEditGrid.h"
+
+namespace quenmar {
+
+/// The cells of an `xEditGrid` as the toolkit's views want them: the header row is the header, and
+/// row 1 of the grid is row 0 here. Nothing is copied or made per row.
+class EditGridModel : public QAbstractTableModel {
+ public:
+  /// @param grid outlives every use of the model
+  EditGridModel(const xEditGrid& grid, QObject* parent);
+
+  /// Takes over a grid that was filled anew.
+  void Reload();
+
+  /// Takes over what an action changed in the grid: other texts, further rows.
+  void Follow();
+
+  /// @return the index of a cell by the grid's own count; invalid for the header row.
+  [[nodiscard]] QModelIndex IndexOf(int row, int col) const { return index(row - 1, col); }
+
+  /// @return the row in the grid's own count.
+  [[nodiscard]] static int RowOf(const QModelIndex& index) { return index.row() + 1; }
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                    int role) const override;
+
+ private:
+  [[nodiscard]] int DataRows() const { return grid_.Rows() - 1; }
+
+  const xEditGrid& grid_;
+  // What the views know of; the grid may be ahead until they are told.
+  int rows_;
+  int cols_;
+};
+
+}  // namespace quenmar

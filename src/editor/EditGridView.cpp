@@ -1,0 +1,250 @@
+#include "editor/EditGridView.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include "editor/EditGridModel.h"
+#include "widgets/QtText.h"
+
+namespace quenmar {
+
+namespace {
+
+constexpr int kCellMargin = 3;  // logical pixels between a cell's edge and its text
+
+bool IsEnter(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+/// @return whether an editor that loses the focus so goes on having it within its window.
+bool KeepsFocusInWindow(const QFocusEvent& event) {
+  return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason;
+}
+
+/// @return `text` as a cell can hold it: what is pasted or dropped may have several lines.
+QString OneLine(QString text) {
+  return text.replace("\r\n", " ").replace('\n', ' ').replace('\r', ' ');
+}
+
+}  // namespace
+
+EditGridView::EditGridView(xEditGridEvents& events, QWidget* parent)
+    : QTableView(parent), grid_(events), model_(new EditGridModel(grid_, this)) {
+  CreateEditors();
+  SetUpTable();
+  Reload();
+}
+
+void EditGridView::SetUpTable() {
+  setModel(model_);
+  setEditTriggers(NoEditTriggers);
+  setSelectionMode(SingleSelection);
+  setTabKeyNavigation(false);  // Tab leaves the grid; the arrow keys move within it
+  setWordWrap(false);
+  setCornerButtonEnabled(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setVerticalScrollMode(ScrollPerPixel);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setHighlightSections(false);
+  // Rows of one height need no measuring.
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * kCellMargin);
+  verticalHeader()->hide();
+  connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {
+    grid_.ClickCell(EditGridModel::RowOf(index), index.column());
+    Follow();
+  });
+}
+
+void EditGridView::CreateEditors() {
+  text_ = new QLineEdit(viewport());
+  text_->setObjectName("T");
+  connect(text_, &QLineEdit::textChanged, this, &EditGridView::ChangeText);
+
+  list_ = new QComboBox(viewport());
+  list_->setObjectName("C");
+  connect(list_, &QComboBox::activated, this, [this](int entry) {
+    grid_.ChooseEntry(entry);
+    Follow();
+  });
+
+  for (QWidget* const editor : std::initializer_list<QWidget*>{text_, list_}) {
+    editor->installEventFilter(this);
+    editor->hide();
+  }
+}
+
+void EditGridView::SetColumnWidths() {
+  const QFontMetrics metrics = horizontalHeader()->fontMetrics();
+  const std::vector<xEditGrid::Header> headers = grid_.Headers();
+  for (int col = 0; col < grid_.Cols(); ++col) {
+    const xEditGrid::Header& header = headers[static_cast<size_t>(col)];
+    if (header.width == 0) continue;
+    const QString blanks(header.width - static_cast<int>(header.caption.size()), ' ');
+    setColumnWidth(col,
+                   metrics.horizontalAdvance(ToQString(header.caption) + blanks) + 2 * kCellMargin);
+  }
+}
+
+void EditGridView::Reload() {
+  {
+    const QScopedValueRollback following(following_, true);
+    model_->Reload();
+    SetColumnWidths();
+  }
+  Follow();
+}
+
+int EditGridView::FullWidth() const {
+  return horizontalHeader()->length() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+}
+
+void EditGridView::Follow() {
+  const QScopedValueRollback following(following_, true);
+  model_->Follow();
+  const QModelIndex current = model_->IndexOf(grid_.Row(), grid_.Col());
+  const bool moved = current != currentIndex();
+  if (moved) setCurrentIndex(current);
+  switch (grid_.State()) {
+    case xEditGrid::EditState::kIdle:
+      HideEditors();
+      break;
+    case xEditGrid::EditState::kText:
+      ShowTextEditor(moved || text_->isHidden());
+      break;
+    case xEditGrid::EditState::kList:
+      ShowList(moved || list_->isHidden());
+      break;
+  }
+}
+
+void EditGridView::ShowTextEditor(bool started) {
+  const QString text = ToQString(grid_.EditorText());
+  if (started || text != text_->text()) {
+    text_->setText(text);
+    text_->setCursorPosition(grid_.Caret());
+  }
+  if (!started) return;  // the user goes on typing; the caret and the focus stay
+  list_->hide();
+  scrollTo(currentIndex());
+  text_->setAccessibleName(
+      model_->headerData(grid_.Col(), Qt::Horizontal, Qt::DisplayRole).toString());
+  LayEditors();
+  text_->show();
+  text_->setFocus();
+}
+
+void EditGridView::ShowList(bool started) {
+  if (started) {
+    text_->hide();
+    list_->clear();
+    for (const String& entry : grid_.Entries()) list_->addItem(ToQString(entry));
+    scrollTo(currentIndex());
+    list_->setAccessibleName(
+        model_->headerData(grid_.Col(), Qt::Horizontal, Qt::DisplayRole).toString());
+    LayEditors();
+    list_->show();
+    list_->setFocus();
+  }
+  list_->setCurrentIndex(grid_.SelectedEntry());
+}
+
+void EditGridView::HideEditors() {
+  // A hidden widget would pass the focus on to some other one.
+  const QWidget* const focused = window()->focusWidget();
+  if (focused == text_ || focused == list_) setFocus();
+  text_->hide();
+  list_->hide();
+}
+
+void EditGridView::ChangeText(const QString& text) {
+  if (following_) return;
+  if (const QString line = OneLine(text); line != text) {
+    const int caret = text_->cursorPosition() - static_cast<int>(text.size() - line.size());
+    text_->setText(line);  // which comes back here
+    text_->setCursorPosition(caret);
+    return;
+  }
+  grid_.ChangeEditorText(FromQString(text));
+  Follow();
+}
+
+bool EditGridView::PressKeyInEditor(const QKeyEvent& event) {
+  if (IsEnter(event)) {
+    grid_.EditorKeyPress(xEditGrid::kEnter);
+  } else if (event.key() == Qt::Key_Up) {
+    grid_.EditorKeyDown(xEditGrid::kKeyUp);
+  } else if (event.key() == Qt::Key_Down) {
+    grid_.EditorKeyDown(xEditGrid::kKeyDown);
+  } else {
+    return false;
+  }
+  Follow();
+  return true;
+}
+
+void EditGridView::LeaveEditor(const QObject* editor) {
+  if (following_) return;
+  grid_.EditorLostFocus(editor == text_ ? xEditGrid::EditState::kText
+                                        : xEditGrid::EditState::kList);
+  Follow();
+}
+
+bool EditGridView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == text_ || watched == list_) {
+    if (event->type() == QEvent::KeyPress) {
+      const auto& key = *static_cast<QKeyEvent*>(event);
+      // The arrow keys of the list choose an entry.
+      if ((watched == text_ || IsEnter(key)) && PressKeyInEditor(key)) return true;
+    } else if (event->type() == QEvent::FocusOut &&
+               !KeepsFocusInWindow(*static_cast<QFocusEvent*>(event))) {
+      LeaveEditor(watched);
+    }
+  }
+  return QTableView::eventFilter(watched, event);
+}
+
+void EditGridView::keyPressEvent(QKeyEvent* event) {
+  if (IsEnter(*event)) {
+    grid_.GridKeyPress(xEditGrid::kEnter);
+    Follow();
+    return;
+  }
+  if (const QString typed = event->text(); !typed.isEmpty()) {
+    grid_.GridKeyPress(typed.front().unicode());
+    Follow();
+  }
+  QTableView::keyPressEvent(event);
+}
+
+void EditGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  if (!following_ && current.isValid()) {
+    grid_.MoveTo(EditGridModel::RowOf(current), current.column());
+    Follow();
+  }
+  QTableView::currentChanged(current, previous);
+}
+
+void EditGridView::scrollContentsBy(int dx, int dy) {
+  QTableView::scrollContentsBy(dx, dy);
+  if (following_) return;
+  grid_.Scrolled();
+  Follow();
+}
+
+void EditGridView::updateEditorGeometries() {
+  QTableView::updateEditorGeometries();
+  LayEditors();
+}
+
+void EditGridView::LayEditors() {
+  const QRect cell = visualRect(currentIndex());
+  text_->setGeometry(cell);
+  list_->setGeometry(cell);
+}
+
+}  // namespace quenmar

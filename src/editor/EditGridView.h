@@ -1,0 +1,65 @@
+/// The edit grid on the screen: a table with a text editor or a drop-down list over one cell.
+#pragma once
+
+#include <QTableView>
+
+#include "editor/xEditGrid.h"
+
+class QComboBox;
+class QLineEdit;
+
+namespace quenmar {
+
+class EditGridModel;
+
+/// Shows an `xEditGrid` and reports to it what the user does; all decisions are the grid's. The
+/// editors are children of the table: "T", the text editor, and "C", the drop-down list.
+class EditGridView : public QTableView {
+  Q_OBJECT
+
+ public:
+  /// @param events outlives the view
+  EditGridView(xEditGridEvents& events, QWidget* parent);
+
+  /// What is changed in it from outside shows after `Reload`.
+  [[nodiscard]] xEditGrid& Grid() { return grid_; }
+  [[nodiscard]] const xEditGrid& Grid() const { return grid_; }
+  void Reload();
+
+  [[nodiscard]] QLineEdit* TextEditor() const { return text_; }
+
+  /// @return the width that shows all columns and a scroll bar.
+  [[nodiscard]] int FullWidth() const;
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void updateEditorGeometries() override;
+
+ private:
+  void SetUpTable();
+  void CreateEditors();
+  void SetColumnWidths();
+
+  /// Takes over the grid's current cell, rows, texts and editors after an action.
+  void Follow();
+  void ShowTextEditor(bool started);
+  void ShowList(bool started);
+  void HideEditors();
+  void LayEditors();
+
+  void ChangeText(const QString& text);
+  [[nodiscard]] bool PressKeyInEditor(const QKeyEvent& event);
+  void LeaveEditor(const QObject* editor);
+
+  xEditGrid grid_;
+  EditGridModel* model_;
+  QLineEdit* text_ = nullptr;
+  QComboBox* list_ = nullptr;
+  bool following_ = false;  // what happens now comes from the grid, not from the user
+};
+
+}  // namespace quenmar

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QDialog>
+#include <cstdint>
+
+#include "editor/EditorLayout.h"
+#include "editor/xEditGridEvents.h"
+#include "widgets/FileContext.h"
+
+class QGroupBox;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace quenmar {
+
+class EditGridView;
+class SeriesTabs;
+
+/// The window in which the user edits one configuration file: its settings in a grid beside the
+/// distribution's, the comment of the current one, and its repeatable settings as check lists.
+/// Edits go straight into the shared documents; Apply writes the file.
+class NEditForm : public QDialog, private xEditGridEvents {
+  Q_OBJECT
+
+ public:
+  NEditForm(FileContext context, QWidget* parent);
+
+  /// Fills the grid: one row for each setting of the server.
+  void LoadGrid();
+
+  /// Offers the server what series entries only the distribution has, and fills the tabs. The
+  /// series documents are in the order in which they shall be shown.
+  /// @return false when there are more kinds of series than tabs, which was told; a window without
+  ///   all of them must not be opened, since saving would lose the rest.
+  [[nodiscard]] bool LoadSeries();
+
+  /// Closes the window, unless there are changes that the user wants to keep.
+  void reject() override;
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  // What the grid tells.
+  void Click() override;
+  void RowColChange() override;
+  void SureChange(bool& cancel, String& newValue, int& row, int& col) override;
+  void Change(int& row, int& col) override;
+
+  void CreateControls();
+  void SetUpGrid();
+  void SetCaptions();
+  void AddClipboardActions();
+  void Connect();
+  void SetUpSize();
+  void LayOut();
+
+  /// Takes over the current item of a series list and its check mark.
+  void EditSeries(int group, int item);
+  void Apply();
+  void Copy();
+  void Paste();
+
+  void ShowSettingComment();
+  void ShowComment(String comment);
+  void SetChanged(std::int16_t changed);
+  [[nodiscard]] bool Confirmed(MessageKey question, int style);
+  [[nodiscard]] QString Text(MessageKey key) const;
+
+  FileContext context_;
+  std::int16_t changed_ = 0;
+  LayoutMode mode_ = LayoutMode::kSettings;
+
+  QGroupBox* frame_ = nullptr;
+  EditGridView* xEDG_ = nullptr;
+  QPlainTextEdit* comments_ = nullptr;
+  SeriesTabs* series_ = nullptr;
+  QPushButton* apply_ = nullptr;
+  QPushButton* close_ = nullptr;
+};
+
+}  // namespace quenmar

@@ -1,0 +1,238 @@
+// The making of the updater window: its controls, their names and their places.
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QValidator>
+#include <algorithm>
+#include <limits>
+
+#include "updater/ParameterList.h"
+#include "updater/frmUpdaterX.h"
+#include "widgets/QtText.h"
+#include "widgets/SeriesTabs.h"
+
+namespace quenmar {
+
+namespace {
+
+/// Makes one line of what is pasted: a line break inside a value would start another setting.
+class OneLine : public QValidator {
+ public:
+  using QValidator::QValidator;
+
+  State validate(QString& input, int& /*position*/) const override {
+    for (QChar& character : input) {
+      if (character == u'\r' || character == u'\n') character = u' ';
+    }
+    return Acceptable;
+  }
+};
+
+QLineEdit* MakeEditor() {
+  auto* const editor = new QLineEdit;
+  editor->setMaxLength(std::numeric_limits<int>::max());  // cuts no value short
+  editor->setValidator(new OneLine(editor));
+  return editor;
+}
+
+QLabel* MakePlainLabel() {
+  auto* const label = new QLabel;
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+QLabel* MakeLabel(const QString& caption, QWidget* buddy) {
+  QLabel* const label = MakePlainLabel();
+  label->setBuddy(buddy);
+  label->setText(caption);
+  return label;
+}
+
+QHBoxLayout* MakeRow(const QList<QWidget*>& widgets) {
+  auto* const row = new QHBoxLayout;
+  for (QWidget* const widget : widgets) {
+    row->addWidget(widget, qobject_cast<QLineEdit*>(widget) != nullptr ? 1 : 0);
+  }
+  return row;
+}
+
+/// Puts buttons below each other, at the top.
+QVBoxLayout* MakeButtonColumn(const QList<QPushButton*>& buttons) {
+  auto* const column = new QVBoxLayout;
+  for (QPushButton* const button : buttons) column->addWidget(button);
+  column->addStretch();
+  return column;
+}
+
+}  // namespace
+
+void frmUpdaterX::MakeControls() {
+  const auto button = [this](MessageKey key) {
+    auto* const made = new QPushButton(Caption(key));
+    made->setAutoDefault(false);
+    return made;
+  };
+  for (ParameterList*& list : lists_) list = new ParameterList;
+  moves_ = {button(LNG32), button(LNG35), button(LNG36)};
+  selectAlls_ = {button(LNG34), nullptr, button(LNG34)};
+  helps_ = {button(LNG31), button(LNG31)};
+  apply_ = button(LNG24);
+  close_ = button(LNG9);
+  for (QLabel*& hint : hints_) {
+    hint = MakePlainLabel();
+    const QFontMetrics metrics = hint->fontMetrics();
+    for (const MessageKey key : {LNG47, LNG48}) {  // so that neighbours do not move to and fro
+      const QString text = ToQString(u" [" + context_.language.Text(key) + u"]");
+      hint->setMinimumWidth(std::max(hint->minimumWidth(), metrics.horizontalAdvance(text)));
+    }
+  }
+  checkHint_ = MakePlainLabel();
+  checkHint_->setWordWrap(true);
+  originalValue_ = MakeEditor();
+  actualValue_ = MakeEditor();
+  value_ = MakeEditor();
+  value_->setReadOnly(true);
+  comments_ = new QPlainTextEdit;
+  comments_->setReadOnly(true);
+  comments_->setTabChangesFocus(true);
+  comments_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  series_ = new SeriesTabs;
+  tabLists_ = new QTabWidget;
+}
+
+void frmUpdaterX::NameControls() {
+  const auto text = [this](MessageKey key) { return ToQString(context_.language.Text(key)); };
+  const auto name = [](QWidget* control, const QString& objectName, const QString& spoken = {}) {
+    control->setObjectName(objectName);
+    control->setAccessibleName(spoken);
+  };
+  setObjectName("frmUpdaterX");
+  const std::array<MessageKey, 3> titles{LNG28, LNG38, LNG33};
+  for (int k = 0; k < 3; ++k) {
+    const QString title = text(titles[k]);
+    name(lists_[k], QString("lstParameters%1").arg(k), title);
+    name(moves_[k], QString("cmdMove%1").arg(k));
+    moves_[k]->setAccessibleDescription(title);
+    if (selectAlls_[k] == nullptr) continue;
+    name(selectAlls_[k], QString("cmdSelectAll%1").arg(k));
+    selectAlls_[k]->setAccessibleDescription(title);
+  }
+  name(helps_[0], "cmdHelp0");
+  helps_[0]->setAccessibleDescription(text(LNG28));
+  name(helps_[1], "cmdHelp1");
+  helps_[1]->setAccessibleDescription(text(LNG33));
+  for (QLabel* const hint : hints_) name(hint, "lblHint");
+  name(checkHint_, "lblCheckHint");
+  name(originalValue_, "txtOriginalValue", text(LNG29));
+  name(actualValue_, "txtActualValue", text(LNG30));
+  name(value_, "txtValue", text(LNG37));
+  name(comments_, "txtComments", tr("Comments"));
+  name(apply_, "cmdApply");
+  name(close_, "cmdClose");
+  name(tabLists_, "tabLists", text(LNG38));
+}
+
+/// Puts a list with its buttons beside it, and what belongs below it, into a frame.
+QGroupBox* frmUpdaterX::MakeFrame(int list, MessageKey caption, QPushButton* help,
+                                  const QList<QWidget*>& below) {
+  auto* const frame = new QGroupBox(Caption(caption));
+  auto* const row = new QHBoxLayout;
+  row->addWidget(lists_[list], 1);
+  row->addLayout(MakeButtonColumn({moves_[list], selectAlls_[list], help}));
+  auto* const column = new QVBoxLayout(frame);
+  column->addLayout(row, 1);
+  for (QWidget* const widget : below) column->addWidget(widget);
+  return frame;
+}
+
+void frmUpdaterX::BuildChangesPage() {
+  auto* const splitter = new QSplitter(Qt::Vertical);
+  splitter->setChildrenCollapsible(false);
+  auto* const original = new QWidget;
+  original->setLayout(MakeRow({MakeLabel(Caption(LNG29), originalValue_), originalValue_}));
+  original->layout()->setContentsMargins({});
+  splitter->addWidget(MakeFrame(kNew, LNG28, helps_[0], {checkHint_, original}));
+  splitter->addWidget(MakeFrame(kDeleted, LNG33, helps_[1], {}));
+
+  // Both frames' buttons stand below each other.
+  const QList<QPushButton*> buttons = {moves_[kNew],     selectAlls_[kNew],     helps_[0],
+                                       moves_[kDeleted], selectAlls_[kDeleted], helps_[1]};
+  int width = 0;
+  for (const QPushButton* const button : buttons)
+    width = std::max(width, button->sizeHint().width());
+  for (QPushButton* const button : buttons) button->setMinimumWidth(width);
+
+  auto* const page = new QWidget;
+  page->setObjectName("pageChanges");
+  auto* const column = new QVBoxLayout(page);
+  column->addWidget(splitter, 1);
+  column->addLayout(MakeRow({MakeLabel(Caption(LNG37), value_), hints_[kChangesPage], value_}));
+  tabLists_->addTab(page, Caption(LNG39));
+}
+
+void frmUpdaterX::BuildCurrentPage() {
+  auto* const page = new QWidget;
+  page->setObjectName("pageCurrent");
+  auto* const row = new QHBoxLayout;
+  row->addWidget(lists_[kActual], 1);
+  row->addLayout(MakeButtonColumn({moves_[kActual]}));
+  auto* const column = new QVBoxLayout(page);
+  column->addWidget(MakeLabel(Caption(LNG38), lists_[kActual]));
+  column->addLayout(row, 1);
+  column->addLayout(
+      MakeRow({MakeLabel(Caption(LNG30), actualValue_), actualValue_, hints_[kCurrentPage]}));
+  tabLists_->addTab(page, Caption(LNG40));
+}
+
+void frmUpdaterX::BuildWindow() {
+  auto* const upper = new QSplitter(Qt::Horizontal);
+  upper->addWidget(tabLists_);
+  upper->addWidget(comments_);
+  upper->setStretchFactor(0, 3);
+  upper->setStretchFactor(1, 2);
+  auto* const whole = new QSplitter(Qt::Vertical);
+  whole->addWidget(upper);
+  whole->addWidget(series_);
+  whole->setStretchFactor(0, 3);
+  whole->setStretchFactor(1, 1);
+  for (QSplitter* const splitter : {upper, whole}) splitter->setChildrenCollapsible(false);
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(apply_);
+  buttons->addWidget(close_);
+  auto* const column = new QVBoxLayout(this);
+  column->addWidget(whole, 1);
+  column->addLayout(buttons);
+
+  setModal(true);
+  setWindowFlag(Qt::WindowMaximizeButtonHint);
+  setSizeGripEnabled(true);
+  QString file = ToQString(context_.fileName);
+  file.replace("[*]", "[*][*]");  // means itself when doubled
+  setWindowTitle(ToQString(context_.language.Text(LNG6)) + " - " + file + "[*]");
+  const QFontMetrics metrics = fontMetrics();
+  resize(metrics.averageCharWidth() * 145, metrics.height() * 46);
+}
+
+void frmUpdaterX::OrderTabs() {
+  const QList<QWidget*> order = {tabLists_,         lists_[kNew],     moves_[kNew],
+                                 selectAlls_[kNew], helps_[0],        originalValue_,
+                                 lists_[kDeleted],  moves_[kDeleted], selectAlls_[kDeleted],
+                                 helps_[1],         value_,           lists_[kActual],
+                                 moves_[kActual],   actualValue_,     comments_,
+                                 series_,           apply_,           close_};
+  for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+/// @return the text as captions take it: with no mnemonic, letter for letter.
+QString frmUpdaterX::Caption(MessageKey key) const {
+  return ToQString(context_.language.Text(key)).replace("&", "&&");
+}
+
+}  // namespace quenmar

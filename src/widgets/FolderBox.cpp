@@ -1,0 +1,62 @@
+#include "widgets/FolderBox.h"
+
+#include <QCompleter>
+#include <QDir>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QMimeData>
+
+namespace quenmar {
+
+namespace {
+
+/// @return the one folder that is dragged, as the platform writes it; empty for anything else.
+QString DraggedFolder(const QMimeData* data) {
+  const QList<QUrl> urls = data->urls();
+  if (urls.size() != 1 || !QFileInfo(urls.first().toLocalFile()).isDir()) return {};
+  return QDir::toNativeSeparators(urls.first().toLocalFile());
+}
+
+}  // namespace
+
+FolderBox::FolderBox(QWidget* parent) : QLineEdit(parent) {
+  auto* const folders = new QFileSystemModel(this);
+  folders->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
+  folders->setRootPath({});
+  auto* const completer = new QCompleter(folders, this);
+  setCompleter(completer);
+  setClearButtonEnabled(true);
+  connect(this, &QLineEdit::editingFinished, this, &FolderBox::Complete);
+}
+
+void FolderBox::SetFolder(const QString& folder) {
+  setText(folder);
+  Complete();
+}
+
+void FolderBox::Complete() {
+  if (text() == complete_) return;
+  complete_ = text();
+  emit FolderChanged();
+}
+
+void FolderBox::dragEnterEvent(QDragEnterEvent* event) {
+  if (DraggedFolder(event->mimeData()).isEmpty()) {
+    QLineEdit::dragEnterEvent(event);
+  } else {
+    event->acceptProposedAction();
+  }
+}
+
+void FolderBox::dropEvent(QDropEvent* event) {
+  const QString folder = DraggedFolder(event->mimeData());
+  if (folder.isEmpty()) {
+    QLineEdit::dropEvent(event);
+    return;
+  }
+  event->acceptProposedAction();
+  emit FolderDropped(folder);
+}
+
+}  // namespace quenmar

@@ -1,0 +1,57 @@
+#include "widgets/SeriesTabs.h"
+
+#include <QListWidget>
+#include <algorithm>
+
+#include "widgets/QtText.h"
+
+namespace quenmar {
+
+SeriesTabs::SeriesTabs(QWidget* parent) : QTabWidget(parent) {
+  setObjectName("TSeries");
+  setAccessibleName(tr("Series"));
+  setUsesScrollButtons(true);
+  for (int index = 0; index < SeriesGroups::kMostGroups; ++index) AddList(index);
+}
+
+void SeriesTabs::AddList(int index) {
+  auto* const list = new QListWidget;
+  list->setObjectName(QString("lstSeries%1").arg(index));
+  list->setUniformItemSizes(true);
+  lists_.append(list);
+  addTab(list, QString());
+  setTabVisible(index, false);
+  connect(list, &QListWidget::itemChanged, this, [this, index, list](QListWidgetItem* item) {
+    if (loading_) return;
+    const bool checked = item->checkState() == Qt::Checked;
+    groups_.SetSelected(index, list->row(item), checked);
+    emit ItemChecked(index, list->row(item), checked);
+  });
+  connect(list, &QListWidget::currentRowChanged, this, [this, index](int row) {
+    if (!loading_ && row >= 0) emit ItemSelected(index, row);
+  });
+}
+
+void SeriesTabs::Load(const SeriesGroups& groups) {
+  loading_ = true;
+  groups_ = groups;
+  for (int index = 0; index < static_cast<int>(lists_.size()); ++index) {
+    QListWidget* const list = lists_[index];
+    list->clear();
+    const bool used = index < groups.GroupCount();
+    setTabVisible(index, used);
+    // An ampersand would make the next letter a shortcut.
+    const QString caption = used ? ToQString(groups.TabCaption(index)) : QString();
+    setTabText(index, QString(caption).replace("&", "&&"));
+    list->setAccessibleName(caption);
+    for (int item = 0; used && item < groups.ItemCount(index); ++item) {
+      auto* const entry = new QListWidgetItem(ToQString(groups.List(index, item)), list);
+      entry->setFlags(entry->flags() | Qt::ItemIsUserCheckable);
+      entry->setCheckState(groups.Selected(index, item) ? Qt::Checked : Qt::Unchecked);
+    }
+    if (used) list->setCurrentRow(0);
+  }
+  loading_ = false;
+}
+
+}  // namespace quenmar

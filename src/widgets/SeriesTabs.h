@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QTabWidget>
+
+#include "conf/SeriesGroups.h"
+
+class QListWidget;
+
+namespace quenmar {
+
+/// The tab strip of the repeatable settings: ten tabs, each with a list of check boxes, of which
+/// those with items are shown. Its object name is "TSeries", the lists are "lstSeries0" to
+/// "lstSeries9".
+class SeriesTabs : public QTabWidget {
+  Q_OBJECT
+
+ public:
+  explicit SeriesTabs(QWidget* parent = nullptr);
+
+  /// Shows at most ten groups; the first item of each list becomes current. Nothing is signalled.
+  void Load(const SeriesGroups& groups);
+
+  /// @return the groups with the check marks as they stand on the screen.
+  [[nodiscard]] const SeriesGroups& Groups() const { return groups_; }
+
+  /// @return how many tabs have items.
+  [[nodiscard]] int UsedTabs() const { return groups_.GroupCount(); }
+
+ signals:
+  /// The user ticked or unticked an item.
+  void ItemChecked(int group, int item, bool checked);
+
+  /// Another item became current.
+  void ItemSelected(int group, int item);
+
+ private:
+  void AddList(int index);
+
+  SeriesGroups groups_;
+  QList<QListWidget*> lists_;
+  bool loading_ = false;
+};
+
+}  // namespace quenmar

@@ -1,0 +1,413 @@
+#include <QAbstractItemModelTester>
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSettings>
+#include <QTest>
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "ScratchFolder.h"
+#include "Trees.h"
+#include "conf/ConfReader.h"
+#include "editor/EditGridView.h"
+#include "editor/NEditForm.h"
+#include "gui/GuiMessages.h"
+#include "widgets/SeriesTabs.h"
+
+namespace quenmar {
+namespace {
+
+/// An editor window on a file of each folder.
+struct Editor {
+  Editor(const std::string& distribution, const std::string& server, Options chosen = {})
+      : options(std::move(chosen)) {
+    for (const auto& [name, text] : {std::pair("dist", distribution), std::pair("conf", server)}) {
+      std::filesystem::create_directory(folder / name);
+      WriteFile(folder / name / "a.conf", text);
+    }
+    const ConfReader reader(options, language, messages);
+    context.serverFolder = PathText(folder / "conf");
+    read = reader.LoadConfFile(folder / "dist" / "a.conf", context.documents.distribution,
+                               context.documents.distributionSeries) &&
+           reader.LoadConfFile(folder / "conf" / "a.conf", context.documents.server,
+                               context.documents.serverSeries);
+  }
+
+  [[nodiscard]] bool Open() {
+    form = std::make_unique<NEditForm>(context, nullptr);
+    form->LoadGrid();
+    if (!read || !form->LoadSeries()) return false;
+    form->resize(700, 600);
+    form->show();
+    return QTest::qWaitForWindowActive(form.get());
+  }
+
+  template <class Widget>
+  Widget* Find(const char* name) const {
+    return form->findChild<Widget*>(name);
+  }
+  [[nodiscard]] EditGridView* Grid() const { return Find<EditGridView>("xEDG"); }
+  [[nodiscard]] QLineEdit* T() const { return Find<QLineEdit>("T"); }
+  [[nodiscard]] QListWidget* List(int i) const {
+    return Find<QListWidget>(qPrintable(QString("lstSeries%1").arg(i)));
+  }
+  [[nodiscard]] QString Comment() const { return Find<QPlainTextEdit>("Comments")->toPlainText(); }
+  [[nodiscard]] QString Cell(int row, int col) const {
+    return Grid()->model()->index(row, col).data().toString();
+  }
+  [[nodiscard]] bool Changed() const { return form->isWindowModified(); }
+
+  [[nodiscard]] QString Disabled(StringView entry) const {
+    const auto field = context.documents.serverSeries->Fields().Field(entry);
+    return ToQString(field->Parameters().Parameter(u"Disabled")->Value());
+  }
+
+  void ClickCell(int row, int col) const {
+    const QRect cell = Grid()->visualRect(Grid()->model()->index(row, col));
+    QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, {}, cell.center());
+  }
+  void Press(const char* button) const {
+    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+  }
+
+  ScratchFolder folder;
+  Options options;
+  Language language;
+  GuiMessages messages;
+  FileContext context{options, language, messages, {}, {}, u"a.conf"};
+  bool read = false;
+  std::unique_ptr<NEditForm> form;
+};
+
+constexpr auto kDistribution =
+    "// About a & &lt;b>\r\na: 1\r\n\r\n//b: 2\r\nmap: m1\r\nmap: m3\r\n";
+constexpr auto kServer =
+    "// About a & &lt;b>\r\na: 5\r\n\r\nb: 6\r\nown: 7\r\nmap: m1\r\n//map: m2\r\nnpc: n1\r\n";
+
+/// Refuses what begins with "no".
+struct Events : xEditGridEvents {
+  void SureChange(bool& cancel, String& newValue, int&, int&) override {
+    cancel = newValue.starts_with(u"no");
+  }
+  void Scroll(int&, int&) override { ++scrolls; }
+  int scrolls = 0;
+};
+
+}  // namespace
+
+class EditorTest : public QObject {
+  Q_OBJECT
+
+  ScratchFolder state_;
+
+ private slots:
+  void initTestCase() {
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                       ToQString(PathText(state_.Folder())));
+  }
+
+  void showsBothFiles() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    const QList<QStringList> rows{
+        {"a", "5", "1", "Mandatory"}, {"b", "6", "2", "Optional"}, {"own", "7", "", "Optional"}};
+    QCOMPARE(editor.Grid()->model()->rowCount(), 3);
+    QCOMPARE(editor.Grid()->model()->columnCount(), 4);
+    for (int row = 0; row < 3; ++row) {
+      for (int col = 0; col < 4; ++col) QCOMPARE(editor.Cell(row, col), rows[row][col]);
+    }
+    QCOMPARE(editor.form->windowTitle(),
+             "Editing a.conf - " + ToQString(editor.context.serverFolder) + "[*]");
+    QCOMPARE(editor.Find<QGroupBox>("Frame1")->title(), QString("Editing: a.conf"));
+    QCOMPARE(editor.Find<QPushButton>("Command3")->text(), QString("Apply"));
+    QCOMPARE(editor.Comment(), QString("About a & <b>"));
+    QVERIFY(editor.Grid()->columnWidth(0) > editor.Grid()->columnWidth(3));
+    QVERIFY(editor.Grid()->hasFocus());
+    QVERIFY(!editor.Changed());
+    QCOMPARE(editor.messages.Take(), QStringList());
+  }
+
+  void commitsEveryChangeAtOnce() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    const QAbstractItemModelTester tester(editor.Grid()->model());
+    editor.ClickCell(0, 1);
+    QVERIFY(editor.T()->hasFocus());
+    QCOMPARE(editor.T()->geometry(), editor.Grid()->visualRect(editor.Grid()->currentIndex()));
+    editor.T()->selectAll();
+    QGuiApplication::clipboard()->setText("5");
+    QTest::keySequence(editor.T(), QKeySequence::Paste);
+    QVERIFY(!editor.Changed());  // the same text
+    QTest::keyClick(editor.T(), Qt::Key_Home);
+    QTest::keyClicks(editor.T(), "xy");
+    QCOMPARE(editor.Cell(0, 1), QString("xy5"));
+    QCOMPARE(Values(*editor.context.documents.server), std::string("a=xy5 b=6 own=7"));
+    QCOMPARE(editor.T()->cursorPosition(), 2);
+    for (int i = 0; i < 2; ++i) QTest::keyClick(editor.T(), Qt::Key_Backspace);
+    QCOMPARE(editor.Cell(0, 1), QString("5"));
+    QVERIFY(editor.Changed());
+  }
+
+  void movesTheEditByArrows() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    QTest::keyClick(editor.Grid(), Qt::Key_Right);
+    QTest::keyClick(editor.Grid(), Qt::Key_Return);
+    QVERIFY(editor.T()->hasFocus());
+    QTest::keyClick(editor.T(), Qt::Key_Up);
+    QCOMPARE(editor.Grid()->currentIndex().row(), 0);
+    for (int row : {1, 2, 2}) {
+      QTest::keyClick(editor.T(), Qt::Key_Down);
+      QCOMPARE(editor.Grid()->currentIndex().row(), row);
+      QCOMPARE(editor.T()->text(), editor.Cell(row, 1));
+      QCOMPARE(editor.T()->geometry(), editor.Grid()->visualRect(editor.Grid()->currentIndex()));
+    }
+    QCOMPARE(editor.Comment(), QString("** n/a **"));
+    editor.ClickCell(0, 1);
+    QCOMPARE(editor.T()->text(), QString("5"));
+    QTest::keyClick(editor.T(), Qt::Key_Enter);
+    QVERIFY(editor.T()->isHidden());
+    QVERIFY(editor.Grid()->hasFocus());
+    QTest::keyClick(editor.Grid(), Qt::Key_Return);
+    QTest::keyClick(editor.T(), Qt::Key_Tab);
+    QVERIFY(editor.T()->isHidden());
+    QVERIFY(editor.Find<QPlainTextEdit>("Comments")->hasFocus());
+    for (int col : {0, 2, 3}) {
+      editor.ClickCell(0, col);
+      QVERIFY(editor.T()->isHidden());  // read only
+    }
+    QCOMPARE(editor.Comment(), QString("About a & <b>"));
+    QVERIFY(!editor.Changed());
+  }
+
+  void asksBeforeItApplies() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    const Path file = editor.folder / "conf" / "a.conf";
+    editor.ClickCell(1, 1);
+    QTest::keyClicks(editor.T(), "0");
+    editor.messages.Answer({Button::kNo, Button::kYes});
+    editor.Press("Command3");
+    QCOMPARE(ReadFile(file), std::string(kServer));
+    QVERIFY(editor.Changed());
+    editor.Press("Command3");
+    QCOMPARE(ReadFile(file), std::string("a: 5\r\nb: 60\r\nown: 7\r\nmap: m1\r\n//map: m2\r\n"
+                                         "//map: m3\r\nnpc: n1\r\n"));
+    QVERIFY(!editor.Changed());
+    const QString question = "[36] Apply Changes?";
+    QCOMPARE(editor.messages.Take(), QStringList({question, question, "[64] Saved!"}));
+    editor.Press("Command4");
+    QVERIFY(!editor.form->isVisible());
+    QCOMPARE(editor.messages.Take(), QStringList());
+  }
+
+  void staysChangedWhenSavingFails() {
+    Editor editor(kDistribution, kServer);
+    editor.context.serverFolder += u"/missing";
+    QVERIFY(editor.Open());
+    editor.ClickCell(0, 1);
+    QTest::keyClicks(editor.T(), "0");
+    editor.messages.Answer({Button::kYes});
+    editor.Press("Command3");
+    QVERIFY(editor.messages.Take().last().startsWith("[0] Error: "));
+    QVERIFY(editor.Changed());
+  }
+
+  void asksBeforeItIgnoresChanges() {
+    const auto button = [](const Editor& editor) { return editor.Find<QPushButton>("Command4"); };
+    const std::function<void(const Editor&)> ways[] = {
+        [](const Editor& editor) { editor.Press("Command4"); },
+        [button](const Editor& editor) {
+          button(editor)->setFocus();
+          QTest::keyClick(button(editor), Qt::Key_Return);
+        },
+        [](const Editor& editor) { QTest::keyClick(editor.T(), Qt::Key_Escape); },
+        [](const Editor& editor) { editor.form->close(); },
+    };
+    for (const auto& close : ways) {
+      Editor editor(kDistribution, kServer);
+      QVERIFY(editor.Open());
+      editor.ClickCell(0, 1);
+      QTest::keyClicks(editor.T(), "0");
+      editor.messages.Answer({Button::kNo, Button::kYes});
+      close(editor);
+      QVERIFY(editor.form->isVisible());
+      close(editor);
+      QVERIFY(!editor.form->isVisible());
+      QCOMPARE(editor.messages.Take(), QStringList(2, "[292] Ignore Changes?"));
+      QCOMPARE(ReadFile(editor.folder / "conf" / "a.conf"), std::string(kServer));
+    }
+  }
+
+  void writesSeriesTicks() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    QListWidget* const maps = editor.List(0);
+    QTest::keyClick(maps, Qt::Key_Down);
+    QVERIFY(editor.Changed());  // another item
+    QCOMPARE(editor.Comment(), QString("** n/a **"));
+    QTest::keyClick(maps, Qt::Key_Space);
+    QCOMPARE(Values(*editor.context.documents.serverSeries), std::string("m1= m2= n1= m3="));
+    QCOMPARE(editor.Disabled(u"m2"), QString("1"));
+    QTest::keyClick(maps, Qt::Key_Return);
+    QCOMPARE(editor.messages.Take(), QStringList());  // presses no button
+    editor.messages.Answer({Button::kYes});
+    editor.Press("Command3");
+    QVERIFY(ReadFile(editor.folder / "conf" / "a.conf").find("\r\nmap: m2\r\n") !=
+            std::string::npos);
+
+    editor.Find<SeriesTabs>("TSeries")->setCurrentIndex(1);
+    QTest::keyClick(editor.List(1), Qt::Key_Space);
+    QVERIFY(!editor.Changed());  // an only item
+    QCOMPARE(editor.Disabled(u"n1"), QString("1"));
+  }
+
+  void opensWithUpToTenKindsOfSeries_data() {
+    QTest::addColumn<int>("kinds");
+    for (int kinds = 8; kinds <= 11; ++kinds) QTest::addRow("%d", kinds) << kinds;
+  }
+
+  void opensWithUpToTenKindsOfSeries() {
+    QFETCH(int, kinds);
+    Options options;
+    options.series.clear();
+    std::string text;
+    for (int i = 0; i < kinds; ++i) {
+      options.series += u"{k" + ToText(i) + u"}";
+      text += "k" + std::to_string(i) + ": v" + std::to_string(i) + "\r\n";
+    }
+    Editor editor(text, "", options);
+    QCOMPARE(editor.Open(), kinds <= 10);
+    if (kinds > 10) {
+      QCOMPARE(editor.messages.Take(),
+               QStringList("[16] Sorry, this tool only works with 10 series"));
+      return;
+    }
+    auto* const tabs = editor.Find<SeriesTabs>("TSeries");
+    QVERIFY(tabs->isTabVisible(kinds - 1));
+    QCOMPARE(tabs->tabText(kinds - 1), QString("k%1(1)").arg(kinds - 1));
+    editor.messages.Answer({Button::kYes});
+    editor.Press("Command3");
+    QVERIFY(QString::fromStdString(ReadFile(editor.folder / "conf" / "a.conf"))
+                .endsWith(QString("//k%1: v%1\r\n").arg(kinds - 1)));
+  }
+
+  void sharesOutItsRoom() {
+    Editor settings("a: 1\r\n", "a: 1\r\n");
+    QVERIFY(settings.Open());
+    QVERIFY(!settings.Find<SeriesTabs>("TSeries")->isVisible());
+    Editor series("map: m\r\n", "");
+    QVERIFY(series.Open());
+    QVERIFY(series.Find<SeriesTabs>("TSeries")->isVisible());
+    const int frame = series.Find<QGroupBox>("Frame1")->height();
+    QVERIFY(qAbs(series.Grid()->height() - frame / 8) <= 1);
+    QCOMPARE(series.Comment(), QString("** n/a **"));
+    series.form->resize(1, 1);
+    QCOMPARE(series.form->size(), QSize(334, 360));
+    for (const Editor* const editor : {&settings, &series}) {
+      for (const char* const name : {"Command3", "Command4"}) {
+        auto* const button = editor->Find<QPushButton>(name);
+        QVERIFY(editor->form->rect().contains(button->geometry()));
+      }
+    }
+  }
+
+  void copiesAndPastes() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    editor.ClickCell(0, 1);
+    clipboard->setText("one\r\ntwo");
+    QTest::keySequence(editor.T(), QKeySequence::Paste);
+    QCOMPARE(editor.Cell(0, 1), QString("5one two"));
+    QTest::keySequence(editor.T(), QKeySequence::Copy);
+    QCOMPARE(clipboard->text(), QString("5one two"));
+    editor.T()->setSelection(1, 3);
+    QTest::keySequence(editor.T(), QKeySequence::Copy);
+    QCOMPARE(clipboard->text(), QString("one"));
+    auto* const comments = editor.Find<QPlainTextEdit>("Comments");
+    comments->setFocus();
+    QTest::keySequence(comments, QKeySequence::Copy);
+    QCOMPARE(clipboard->text(), QString("About a & <b>"));
+    QVERIFY(comments->actions().contains(editor.Find<QAction>("Copy")));
+    QVERIFY(editor.T()->actions().contains(editor.Find<QAction>("Paste")));
+  }
+
+  void choosesAndGrowsAndRefuses() {
+    Events events;
+    EditGridView view(events, nullptr);
+    const QAbstractItemModelTester tester(view.model());
+    xEditGrid& grid = view.Grid();
+    grid.SetColType(1, u"1");
+    for (const char16_t* label : {u"yes", u"no", u"maybe"}) grid.AddListContent(1, label, label);
+    grid.SetAutoCrecimiento(1);
+    view.Reload();
+    view.show();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    QTest::keyClick(&view, Qt::Key_Right);
+    QTest::keyClick(&view, Qt::Key_Return);
+    QCOMPARE(view.model()->rowCount(), 2);
+    auto* const list = view.findChild<QComboBox*>("C");
+    QVERIFY(list->hasFocus());
+    QCOMPARE(list->geometry(), view.visualRect(view.currentIndex()));
+    QCOMPARE(list->currentIndex(), -1);
+    const auto shown = [&view] { return view.currentIndex().data().toString(); };
+    // "no" is refused.
+    for (const auto& [key, label] : {std::pair(Qt::Key_Down, "yes"), std::pair(Qt::Key_Down, "yes"),
+                                     std::pair(Qt::Key_End, "maybe")}) {
+      QTest::keyClick(list, key);
+      QCOMPARE(shown(), QString(label));
+      QCOMPARE(list->currentText(), QString(label));
+    }
+    QTest::keyClick(list, Qt::Key_Return);
+    QVERIFY(list->isHidden() && view.hasFocus());
+
+    QTest::keyClick(&view, Qt::Key_Left);
+    QTest::keyClick(&view, Qt::Key_Return);
+    auto* const text = view.findChild<QLineEdit*>("T");
+    QTest::keyClicks(text, "no");
+    QCOMPARE(text->text(), QString("n"));
+    QCOMPARE(shown(), QString("n"));
+  }
+
+  void loadsManyRowsAtOnce() {
+    std::string file;
+    for (int i = 0; i < 5000; ++i) file += "setting" + std::to_string(i) + ": 1\r\n";
+    Editor editor(file, file);
+    QVERIFY(editor.Open());
+    QElapsedTimer timer;
+    timer.start();
+    editor.form->LoadGrid();
+    editor.Grid()->repaint();
+    const qint64 spent = timer.elapsed();
+    QVERIFY2(spent < 500, qPrintable(QString("%1 ms").arg(spent)));
+    const qsizetype objects = editor.Grid()->findChildren<QObject*>().size();
+    QVERIFY(objects < 100);
+
+    editor.ClickCell(2, 1);
+    QVERIFY(editor.T()->isVisible());
+    editor.Grid()->verticalScrollBar()->setValue(1000);
+    QVERIFY(editor.T()->isHidden());
+    QVERIFY(editor.Grid()->hasFocus());
+    timer.restart();
+    for (int i = 0; i < 50; ++i) {
+      editor.Grid()->verticalScrollBar()->setValue(i * 1000);
+      editor.Grid()->repaint();
+    }
+    QVERIFY2(timer.elapsed() < 2500, qPrintable(QString("%1 ms").arg(timer.elapsed())));
+  }
+};
+
+}  // namespace quenmar
+
+QTEST_MAIN(quenmar::EditorTest)
+#include "EditorTest.moc"

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QtTest>
+#include <deque>
+#include <initializer_list>
+#include <utility>
+
+#include "conf/MessageBoxes.h"
+#include "widgets/QtText.h"
+
+namespace quenmar {
+
+/// Answers message boxes by a script and records them. A question beyond the script fails the test.
+class GuiMessages : public MessageBoxes {
+ public:
+  /// Puts answers at the end of the script.
+  void Answer(std::initializer_list<Button> answers) {
+    answers_.insert(answers_.end(), answers.begin(), answers.end());
+  }
+
+  Button Show(const String& text, int style) override {
+    shown_.append(QString("[%1] %2").arg(style).arg(ToQString(text)));
+    if ((style & message_style::kButtons) == message_style::kOk) return Button::kOk;
+    if (answers_.empty()) {
+      QTest::qFail(qPrintable("unexpected question: " + shown_.last()), __FILE__, __LINE__);
+      return Button::kNo;
+    }
+    const Button answer = answers_.front();
+    answers_.pop_front();
+    return answer;
+  }
+
+  /// @return what was shown since the last call, each as "[style] text".
+  QStringList Take() { return std::exchange(shown_, {}); }
+
+ private:
+  QStringList shown_;
+  std::deque<Button> answers_;
+};
+
+}  // namespace quenmar

@@ -1,0 +1,266 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QtTest>
+#include <memory>
+
+#include "ScratchFolder.h"
+#include "Trees.h"
+#include "app/Main.h"
+#include "gui/GuiMessages.h"
+#include "registry/FileRegistry.h"
+#include "widgets/FolderBox.h"
+
+namespace quenmar {
+namespace {
+
+const QString kSelectDistribution =
+    "[0] Please, select the \"conf-dist\" or \"conf-tmpl\" inside your SVN root folder.";
+const QString kSelectServer = "[0] Please, select your \"conf\" folder inside your Server Root.";
+const QString kSelectFile = "[0] Select a config file from the list.";
+
+}  // namespace
+
+class MainTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+  void init();
+  void StartsWithoutStoredFoldersInSilence();
+  void FoldersAreJudgedOnceTheyAreComplete();
+  void TheSameFolderTwiceIsRefusedFromBothSides();
+  void FoldersArePickedDroppedAndStored();
+  void SortIsStored();
+  void CommandsNeedAFileThatBothFoldersHave();
+  void CheckChangesCopiesWhatTheServerLacks();
+  void CommandsOpenTheirWindows();
+  void AFailedReadingOpensNothing();
+  void CaptionsComeFromTheMessageTable();
+
+ private:
+  void Open(const std::optional<Main::Folders>& folders = {});
+  void OpenOnFolders() { Open(Main::Folders{Folder("dist"), Folder("conf")}); }
+  QString Folder(const char* name) { return ToQString(PathText(scratch_->Folder() / name)); }
+  void Choose(const QString& file) { Get<QComboBox>("ConfFiles")->setCurrentText(file); }
+  /// Presses a command and closes the window that it opens, whose title is returned.
+  QString PressAndClose(const char* button);
+  bool Enabled() {
+    return Get<QPushButton>("Command3")->isEnabled() && Get<QPushButton>("Command5")->isEnabled();
+  }
+
+  template <class Widget>
+  Widget* Get(const char* name) {
+    return window_->findChild<Widget*>(name);
+  }
+
+  std::unique_ptr<ScratchFolder> scratch_;
+  std::unique_ptr<FileRegistry> registry_;
+  Language language_;
+  GuiMessages messages_;
+  QString picked_;
+  QStringList pickerCalls_;
+  std::unique_ptr<Main> window_;
+};
+
+void MainTest::init() {
+  window_.reset();
+  scratch_ = std::make_unique<ScratchFolder>();
+  for (const char* name : {"dist", "conf", "empty"}) {
+    std::filesystem::create_directory(*scratch_ / name);
+  }
+  WriteFile(*scratch_ / "dist/a.conf", "a: 1\r\nnpc: x\r\n");
+  WriteFile(*scratch_ / "dist/NEW.CONF", "n: 1\r\n");
+  WriteFile(*scratch_ / "conf/a.conf", "a: 2\r\n");
+  registry_ = std::make_unique<FileRegistry>(*scratch_ / "options.reg");
+  language_ = Language();
+  messages_.Take();
+  pickerCalls_.clear();
+}
+
+void MainTest::Open(const std::optional<Main::Folders>& folders) {
+  window_ = std::make_unique<Main>(
+      *registry_, language_, messages_,
+      [this](QWidget* owner, const QString& title, const QString& folder) {
+        pickerCalls_ << owner->objectName() + "|" + title + "|" + folder;
+        return picked_;
+      },
+      folders);
+  window_->show();
+}
+
+QString MainTest::PressAndClose(const char* button) {
+  QString title;
+  QTimer poll;
+  connect(&poll, &QTimer::timeout, this, [&title] {
+    QWidget* const window = QApplication::activeModalWidget();
+    if (window == nullptr) return;
+    title = window->windowTitle();
+    window->close();
+  });
+  poll.start(0);
+  QTest::mouseClick(Get<QPushButton>(button), Qt::LeftButton);
+  return title;
+}
+
+void MainTest::StartsWithoutStoredFoldersInSilence() {
+  Open();
+  QCOMPARE(messages_.Take(), QStringList());
+  QVERIFY(!Enabled());
+  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 0);
+}
+
+void MainTest::FoldersAreJudgedOnceTheyAreComplete() {
+  Open();
+  auto* const from = Get<FolderBox>("txt_FileFrom");
+  QTest::keyClicks(from, Folder("empty"));
+  QCOMPARE(messages_.Take(), QStringList());
+  QTest::keyClick(from, Qt::Key_Return);
+  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
+
+  from->SetFolder(Folder("dist") + QDir::separator());
+  QCOMPARE(messages_.Take(), QStringList());
+  auto* const files = Get<QComboBox>("ConfFiles");
+  QStringList names = {files->itemText(0), files->itemText(1)};
+  names.sort();
+  QCOMPARE(names, QStringList({"NEW.CONF", "a.conf"}));
+  QCOMPARE(files->currentIndex(), -1);
+  QVERIFY(!Enabled());
+
+  auto* const to = Get<FolderBox>("txt_FileTo");
+  to->SetFolder(Folder("empty"));
+  QCOMPARE(messages_.Take(), QStringList(kSelectServer));
+  to->SetFolder(Folder("conf"));
+  QVERIFY(Enabled());
+
+  // Only a folder matches: it makes a candidate, but there is nothing to list.
+  std::filesystem::create_directory(*scratch_ / "empty/x.conf");
+  from->SetFolder(Folder("empty"));
+  QCOMPARE(messages_.Take(),
+           QStringList("[0] The SVN Folder is wrong, there are not .conf files in the path: " +
+                       Folder("empty") + QDir::separator() + "*.conf"));
+  QVERIFY(!Enabled());
+
+  // A text that is still being typed is judged before a command acts on it.
+  from->SetFolder(Folder("dist"));
+  QVERIFY(Enabled());
+  from->setText(Folder("missing"));
+  Get<QPushButton>("Command3")->click();
+  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
+}
+
+void MainTest::TheSameFolderTwiceIsRefusedFromBothSides() {
+  OpenOnFolders();
+  Get<FolderBox>("txt_FileTo")->SetFolder(Folder("dist"));
+  QCOMPARE(messages_.Take(), QStringList("[0] Please, select a diferent folder."));
+  QVERIFY(!Enabled());
+  Get<FolderBox>("txt_FileTo")->SetFolder(Folder("conf"));
+  QVERIFY(Enabled());
+  Get<FolderBox>("txt_FileFrom")->SetFolder(Folder("conf"));
+  QCOMPARE(messages_.Take(), QStringList("[0] Please, don't select the same folder."));
+  QVERIFY(!Enabled());
+  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 0);
+}
+
+void MainTest::FoldersArePickedDroppedAndStored() {
+  OpenOnFolders();
+  QVERIFY(
+      !registry_
+           ->RegReadString(RegistryRoot::kLocalMachine, u"Software\\Quenmar\\Options", u"SVNPath")
+           .size());
+  picked_ = QString();
+  QTest::mouseClick(Get<QPushButton>("Command2"), Qt::LeftButton);
+  QCOMPARE(pickerCalls_, QStringList("Main|Server Conf:|" + Folder("conf")));
+  picked_ = Folder("empty");
+  QTest::mouseClick(Get<QPushButton>("Command2"), Qt::LeftButton);
+  QCOMPARE(messages_.Take(), QStringList(kSelectServer));
+
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(Folder("dist"))});
+  auto* const from = Get<FolderBox>("txt_FileFrom");
+  from->clear();
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(from, &enter);
+  QVERIFY(enter.isAccepted());
+  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(from, &drop);
+  QCOMPARE(from->text(), Folder("dist"));
+
+  const Options stored = LoadOptions(*registry_);
+  QCOMPARE(ToQString(stored.serverPath), Folder("empty"));
+  QCOMPARE(ToQString(stored.svnPath), Folder("dist"));
+}
+
+void MainTest::SortIsStored() {
+  Open();
+  auto* const sort = Get<QCheckBox>("Check1");
+  QVERIFY(!sort->isChecked());
+  sort->click();
+  QCOMPARE(LoadOptions(*registry_).sort, 1);
+  Open();
+  QVERIFY(Get<QCheckBox>("Check1")->isChecked());
+}
+
+void MainTest::CommandsNeedAFileThatBothFoldersHave() {
+  OpenOnFolders();
+  Get<QPushButton>("Command3")->click();
+  Get<QPushButton>("Command5")->click();
+  QCOMPARE(messages_.Take(), QStringList({kSelectFile, kSelectFile}));
+  Choose("NEW.CONF");
+  Get<QPushButton>("Command3")->click();
+  QCOMPARE(messages_.Take(), QStringList("[0] The NEW.CONF file is not found in you game folder, "
+                                         "please use Check Changes"));
+}
+
+void MainTest::CheckChangesCopiesWhatTheServerLacks() {
+  OpenOnFolders();
+  Choose("NEW.CONF");
+  const QString question =
+      "[36] The NEW.CONF file is a new config file, copy in your project config folder?";
+  messages_.Answer({Button::kNo});
+  Get<QPushButton>("Command5")->click();
+  QCOMPARE(messages_.Take(), QStringList(question));
+  QVERIFY(!std::filesystem::exists(*scratch_ / "conf/NEW.CONF"));
+  messages_.Answer({Button::kYes});
+  QCOMPARE(PressAndClose("Command5").left(24), QString("Check Changes - NEW.CONF"));
+  QCOMPARE(ReadFile(*scratch_ / "conf/NEW.CONF"), std::string("n: 1\r\n"));
+}
+
+void MainTest::CommandsOpenTheirWindows() {
+  OpenOnFolders();
+  Choose("a.conf");
+  QVERIFY(PressAndClose("Command3").startsWith("Editing a.conf"));
+  QVERIFY(PressAndClose("Command5").startsWith("Check Changes - a.conf"));
+  QVERIFY(QApplication::overrideCursor() == nullptr);
+}
+
+void MainTest::AFailedReadingOpensNothing() {
+  WriteFile(*scratch_ / "conf/a.conf", "a: 1\r\na: 2\r\n");
+  OpenOnFolders();
+  Choose("a.conf");
+  messages_.Answer({Button::kNo, Button::kNo});
+  Get<QPushButton>("Command3")->click();
+  Get<QPushButton>("Command5")->click();
+  QCOMPARE(messages_.Take().size(), 2);
+  QVERIFY(QApplication::overrideCursor() == nullptr);
+}
+
+void MainTest::CaptionsComeFromTheMessageTable() {
+  registry_->RegWriteString(RegistryRoot::kLocalMachine, u"Software\\Quenmar\\Language", u"LNG9",
+                            u"Cerrar");
+  language_ = Language::LoadLanguage(*registry_);
+  Open();
+  QCOMPARE(Get<QPushButton>("Command4")->text(), QString("Cerrar"));
+  QCOMPARE(Get<QCheckBox>("Check1")->text(), QString("Select a config file from the list."));
+  QCOMPARE(window_->windowTitle(), QString("Talsk/Orvanth .conf Editor"));
+}
+
+}  // namespace quenmar
+
+QTEST_MAIN(quenmar::MainTest)
+#include "MainTest.moc"

@@ -1,0 +1,427 @@
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QtTest>
+#include <array>
+#include <functional>
+#include <memory>
+
+#include "ScratchFolder.h"
+#include "Trees.h"
+#include "conf/ConfReader.h"
+#include "conf/EndApplication.h"
+#include "gui/GuiMessages.h"
+#include "updater/frmUpdaterX.h"
+
+namespace quenmar {
+namespace {
+
+constexpr const char* kDistribution =
+    "// The first.\r\nneed: 1\r\n\r\n//may: 2\r\n\r\n// Both know me.\r\nkeep: 3\r\n\r\n//free: 4"
+    "\r\n\r\nmust: 5\r\n\r\nmap: town\r\nmap: inn\r\nnpc: guard\r\n";
+constexpr const char* kServer =
+    "// Mine.\r\nown: 9\r\n\r\nkeep: 30\r\n\r\nfree: 40\r\n\r\nmust: 50\r\n\r\nold: 8\r\n\r\n"
+    "map: town\r\n//map: home\r\n";
+const QString kMandatory = "[291] The %1 parameter is mandatory, delete anyway?";
+const QString kApplyChanges = "[36] Apply Changes?";
+const QString kIgnoreChanges = "[292] Ignore Changes?";
+const QString kSaved = "[64] Saved!";
+
+}  // namespace
+
+class UpdaterTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init();
+  void ListsShowWhatIsNewCurrentAndObsolete();
+  void SelectionShowsCommentStateAndValue();
+  void TicksOfNewSettingsAreUndone();
+  void AddMovesTheCurrentSettingWithItsEditedValue();
+  void RemoveAsksForMandatorySettings_data();
+  void RemoveAsksForMandatorySettings();
+  void SelectAllTicksAndRestoreMovesWhatIsTicked();
+  void SortKeepsListsOrdered();
+  void EditorsWithoutItemTakeNoKeys();
+  void PastedLinesBecomeOne();
+  void ChangesPageFollowsItsLists();
+  void SeriesTicksAreWritten();
+  void TenKindsOfSeriesFitElevenEndTheApplication();
+  void OnlyASaveThatSucceedsEndsTheChanges();
+  void ClosingAsksOnceThereAreChanges();
+  void HelpExplainsTheLists();
+  void WorksByKeyboardAlone();
+
+ private:
+  /// Reads the two texts and shows the window on them.
+  void Open(std::string_view distribution = kDistribution, std::string_view server = kServer) {
+    const ConfReader reader(options_, language_, messages_);
+    ConfDocuments documents;
+    WriteFile(*folder_ / "dist", distribution);
+    WriteFile(*folder_ / "a.conf", server);
+    QVERIFY(reader.LoadConfFile(*folder_ / "dist", documents.distribution,
+                                documents.distributionSeries));
+    QVERIFY(reader.LoadConfFile(*folder_ / "a.conf", documents.server, documents.serverSeries));
+    window_ = std::make_unique<frmUpdaterX>(FileContext{options_, language_, messages_, documents,
+                                                        PathText(folder_->Folder()), fileName_});
+    window_->FillLists();
+    window_->FillSeries();
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  }
+
+  template <class Control>
+  Control* Find(const QString& name) {
+    return window_->findChild<Control*>(name);
+  }
+  QListWidget* List(int index) { return Find<QListWidget>(QString("lstParameters%1").arg(index)); }
+  QTabWidget* Pages() { return Find<QTabWidget>("tabLists"); }
+  QLabel* Hint() { return Pages()->currentWidget()->findChild<QLabel*>("lblHint"); }
+  QString Comments() { return Find<QPlainTextEdit>("txtComments")->toPlainText(); }
+  void Press(const QString& button) {
+    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+  }
+
+  /// Replaces an editor's text by typing.
+  void Type(const QString& editor, const QString& text) {
+    Find<QLineEdit>(editor)->selectAll();
+    QTest::keyClicks(Find<QLineEdit>(editor), text);
+  }
+
+  /// Clicks an item's text, or its check box.
+  void Click(QListWidget* list, int row, bool box = false) {
+    list->scrollToItem(list->item(row));
+    const QRect item = list->visualItemRect(list->item(row));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      box ? QPoint(item.left() + 10, item.center().y()) : item.center());
+  }
+
+  /// @return the items of a list, each with "+" before it when it is ticked.
+  QString Items(const QListWidget* list) {
+    QStringList items;
+    for (int i = 0; i < list->count(); ++i) {
+      const bool ticked = list->item(i)->checkState() == Qt::Checked;
+      items << (ticked ? "+" : "") + list->item(i)->text();
+    }
+    return items.join(' ');
+  }
+  QString Items(int list) { return Items(List(list)); }
+
+  /// Presses Apply and answers Yes. @return what the file then holds.
+  std::string Applied() {
+    messages_.Answer({Button::kYes});
+    Press("cmdApply");
+    return ReadFile(*folder_ / "a.conf");
+  }
+
+  std::unique_ptr<ScratchFolder> folder_;
+  Options options_;
+  Language language_;
+  GuiMessages messages_;
+  String fileName_;
+  std::unique_ptr<frmUpdaterX> window_;
+};
+
+void UpdaterTest::init() {
+  window_.reset();
+  folder_ = std::make_unique<ScratchFolder>();
+  options_ = {};
+  messages_.Take();
+  fileName_ = u"a.conf";
+}
+
+void UpdaterTest::ListsShowWhatIsNewCurrentAndObsolete() {
+  Open();
+  QCOMPARE(window_->windowTitle(), "Check Changes - a.conf[*]");
+  QVERIFY(window_->isModal() && !window_->isWindowModified());
+  QCOMPARE(Items(0), "+need may");
+  QCOMPARE(Items(1), "keep free must");
+  QCOMPARE(Items(2), "own old");
+  QCOMPARE(Pages()->currentIndex(), 0);
+  QVERIFY(List(0)->hasFocus());
+  for (int k = 0; k < 3; ++k) QCOMPARE(List(k)->currentRow(), 0);
+}
+
+void UpdaterTest::SelectionShowsCommentStateAndValue() {
+  Open();
+  QCOMPARE(Comments(), "The first.");
+  QCOMPARE(Hint()->text(), " [Mandatory]");
+  QCOMPARE(Find<QLineEdit>("txtOriginalValue")->text(), "1");
+  Click(List(0), 1);
+  QCOMPARE(Comments(), "** n/a **");
+  QCOMPARE(Hint()->text(), " [Optional]");
+  QCOMPARE(Find<QLineEdit>("txtOriginalValue")->text(), "2");
+  Click(List(2), 0);
+  QCOMPARE(Comments(), "Mine.");
+  QCOMPARE(Find<QLineEdit>("txtValue")->text(), "9");
+  Click(List(0), 1);
+  QCOMPARE(Find<QLineEdit>("txtValue")->text(), "2");
+  Pages()->setCurrentIndex(1);
+  QCOMPARE(Comments(), "Both know me.");
+  QCOMPARE(Hint()->text(), " [Mandatory]");
+  QCOMPARE(Find<QLineEdit>("txtActualValue")->text(), "30");
+  Click(List(1), 1);
+  QCOMPARE(Hint()->text(), " [Optional]");
+  QCOMPARE(window_->Changed(), 0);
+}
+
+void UpdaterTest::TicksOfNewSettingsAreUndone() {
+  Open();
+  const auto* const hint = Find<QLabel>("lblCheckHint");
+  QCOMPARE(hint->text(), "");
+  for (int row = 0; row < 2; ++row) Click(List(0), row, true);
+  QCOMPARE(Items(0), "+need may");
+  QCOMPARE(hint->text(), "Checked: Mandatory, Unchecked: Optional");
+  QCOMPARE(window_->Changed(), 0);
+}
+
+void UpdaterTest::AddMovesTheCurrentSettingWithItsEditedValue() {
+  Open();
+  Click(List(0), 1);
+  Type("txtOriginalValue", "two");
+  QCOMPARE(Find<QLineEdit>("txtValue")->text(), "two");
+  QCOMPARE(window_->Changed(), 0);
+  Press("cmdMove0");
+  QCOMPARE(Items(0), "+need");
+  QCOMPARE(Items(1), "keep free must may");
+  QCOMPARE(window_->Changed(), 1);
+  QVERIFY(window_->isWindowModified());
+  QVERIFY(Applied().starts_with("keep: 30\r\nfree: 40\r\nmust: 50\r\nmay: two\r\nmap: "));
+}
+
+void UpdaterTest::RemoveAsksForMandatorySettings_data() {
+  QTest::addColumn<QList<Button>>("answers");
+  QTest::addColumn<QString>("left");
+  QTest::addColumn<QString>("removed");
+  QTest::addColumn<int>("changed");
+  using List = QList<Button>;
+  const auto yes = Button::kYes, no = Button::kNo, cancel = Button::kCancel;
+  QTest::newRow("yes, yes") << List{yes, yes} << ""
+                            << "own old keep free must" << 1;
+  QTest::newRow("no, yes") << List{no, yes} << "keep"
+                           << "own old free must" << 1;
+  QTest::newRow("yes, cancel") << List{yes, cancel} << "must"
+                               << "own old keep free" << 1;
+  QTest::newRow("cancel") << List{cancel} << "+keep +free +must"
+                          << "own old" << 0;
+}
+
+void UpdaterTest::RemoveAsksForMandatorySettings() {
+  QFETCH(QList<Button>, answers);
+  Open();
+  Pages()->setCurrentIndex(1);
+  QVERIFY(!Find<QPushButton>("cmdMove1")->isEnabled());
+  for (int row = 0; row < 3; ++row) Click(List(1), row, true);
+  QStringList questions;
+  for (const Button answer : answers) {
+    messages_.Answer({answer});
+    questions << kMandatory.arg(questions.isEmpty() ? "keep" : "must");
+  }
+  Press("cmdMove1");
+  QCOMPARE(messages_.Take(), questions);
+  QTEST(Items(1), "left");
+  QTEST(Items(2), "removed");
+  QTEST(window_->Changed(), "changed");
+}
+
+void UpdaterTest::SelectAllTicksAndRestoreMovesWhatIsTicked() {
+  Open();
+  Click(List(2), 1, true);
+  Press("cmdMove2");
+  QCOMPARE(Items(1), "keep free must old");
+  QCOMPARE(Items(2), "own");
+  QCOMPARE(window_->Changed(), 1);
+  QVERIFY(Applied().starts_with("keep: 30\r\nfree: 40\r\nmust: 50\r\nold: 8\r\nmap: "));
+
+  Press("cmdSelectAll0");
+  QCOMPARE(Items(0), "+need +may");
+  QCOMPARE(Items(2), "own");
+  QCOMPARE(Find<QLabel>("lblCheckHint")->text(), "");
+  Press("cmdSelectAll2");
+  QCOMPARE(Items(2), "+own");
+  QVERIFY(List(0)->isVisible() && List(2)->isVisible());
+  Press("cmdMove2");
+  QCOMPARE(Items(2), "");
+}
+
+void UpdaterTest::SortKeepsListsOrdered() {
+  options_.sort = 1;
+  Open();
+  QCOMPARE(Items(0), "may +need");
+  QCOMPARE(Items(1), "keep free must");
+  Press("cmdMove0");
+  QCOMPARE(Items(1), "free keep may must");
+}
+
+void UpdaterTest::EditorsWithoutItemTakeNoKeys() {
+  Open("a: 1\r\n", "b: 2\r\n");
+  Press("cmdMove0");
+  QVERIFY(!List(0)->isEnabled());
+  QVERIFY(!Find<QPushButton>("cmdMove0")->isEnabled());
+  auto* const original = Find<QLineEdit>("txtOriginalValue");
+  QCOMPARE(original->text(), "");
+  original->setFocus();
+  QTest::keyClick(window_->focusWidget(), 'x');
+  QCOMPARE(original->text(), "");
+
+  Open("", "b: 2\r\n");
+  QVERIFY(!List(0)->isEnabled() && !List(1)->isEnabled() && List(2)->isEnabled());
+  Pages()->setCurrentIndex(1);
+  QVERIFY(!Find<QLineEdit>("txtActualValue")->isEnabled());
+  QCOMPARE(Comments(), "");
+  QCOMPARE(Hint()->text(), "");
+
+  Open("a: 1\r\n", "a: 2\r\n");
+  Type("txtActualValue", "3");
+  QCOMPARE(window_->Changed(), 2);
+  QCOMPARE(Applied(), "a: 3\r\n");
+}
+
+void UpdaterTest::PastedLinesBecomeOne() {
+  Open("a: 1\r\n", "a: 2\r\n");
+  Find<QLineEdit>("txtActualValue")->selectAll();
+  Find<QLineEdit>("txtActualValue")->insert("x\r\nb: y");
+  QCOMPARE(Applied(), "a: x  b: y\r\n");
+}
+
+void UpdaterTest::ChangesPageFollowsItsLists() {
+  Open("a: 1\r\n//c: 1\r\n", "a: 2\r\n");
+  QVERIFY(Pages()->isTabEnabled(0));
+  Press("cmdMove0");
+  QVERIFY(!Pages()->isTabEnabled(0));
+  QCOMPARE(Pages()->currentIndex(), 1);
+  Click(List(1), 1, true);
+  Press("cmdMove1");
+  QVERIFY(Pages()->isTabEnabled(0));
+  QCOMPARE(Items(2), "c");
+
+  Open("a: 1\r\n", "a: 2\r\n");
+  QVERIFY(!Pages()->isTabEnabled(0));
+  QCOMPARE(Pages()->currentIndex(), 1);
+  QVERIFY(List(1)->hasFocus());
+}
+
+void UpdaterTest::SeriesTicksAreWritten() {
+  Open();
+  auto* const tabs = Find<QTabWidget>("TSeries");
+  QCOMPARE(tabs->tabText(0), "map(3)");
+  QCOMPARE(tabs->tabText(1), "npc(1)");
+  QVERIFY(!tabs->isTabVisible(2));
+  auto* const maps = Find<QListWidget>("lstSeries0");
+  QCOMPARE(Items(maps), "+town home inn");
+  Click(maps, 0, true);
+  Click(maps, 2, true);
+  QCOMPARE(window_->Changed(), 4);
+  const std::string settings = "keep: 30\r\nfree: 40\r\nmust: 50\r\n";
+  QCOMPARE(Applied(), settings + "//map: town\r\n//map: home\r\nmap: inn\r\n//npc: guard\r\n");
+  QCOMPARE(ReadFile(*folder_ / "a.conf.bak"), kServer);
+  options_.saveCommentedSeries = false;
+  QCOMPARE(Applied(), settings + "map: inn\r\n");
+}
+
+void UpdaterTest::TenKindsOfSeriesFitElevenEndTheApplication() {
+  std::string kinds, lines;
+  for (char kind = 'a'; kind < 'a' + 10; ++kind) {
+    options_.series += String(u"{s") + static_cast<char16_t>(kind) + u"}";
+    lines += std::string("s") + kind + ": of_" + kind + "\r\n";
+  }
+  Open(lines, "");
+  auto* const tabs = Find<QTabWidget>("TSeries");
+  QVERIFY(tabs->isVisible() && tabs->isTabVisible(9));
+  QCOMPARE(tabs->tabText(9), "sj(1)");
+  QVERIFY(Applied().ends_with("//sj: of_j\r\n"));
+  messages_.Take();
+
+  bool ended = false;
+  try {
+    Open(lines + "map: m\r\n", "");
+  } catch (const EndApplication&) {
+    ended = true;
+  }
+  QVERIFY(ended && !window_->isVisible());
+  QCOMPARE(messages_.Take(), {"[16] Sorry, this tool only works with 10 series"});
+}
+
+void UpdaterTest::OnlyASaveThatSucceedsEndsTheChanges() {
+  Open("a: 1\r\n", "a: 2\r\nown: 9\r\n");
+  QVERIFY(!Find<QTabWidget>("TSeries")->isVisible());
+  Type("txtActualValue", "3");
+  messages_.Answer({Button::kNo});
+  Press("cmdApply");
+  QCOMPARE(messages_.Take(), {kApplyChanges});
+  QCOMPARE(ReadFile(*folder_ / "a.conf"), "a: 2\r\nown: 9\r\n");
+  QCOMPARE(window_->Changed(), 2);
+  QCOMPARE(Applied(), "a: 3\r\n");
+  QCOMPARE(messages_.Take(), (QStringList{kApplyChanges, kSaved}));
+  QCOMPARE(window_->Changed(), 0);
+  QVERIFY(!window_->isWindowModified());
+
+  fileName_ = u"nowhere/a.conf";
+  Open("a: 1\r\n", "a: 2\r\n");
+  Type("txtActualValue", "3");
+  Applied();
+  QVERIFY(messages_.Take().last().startsWith("[0] Error: "));
+  QCOMPARE(window_->Changed(), 2);
+}
+
+void UpdaterTest::ClosingAsksOnceThereAreChanges() {
+  const std::array<std::function<void()>, 3> ways{
+      [this] { Press("cmdClose"); }, [this] { QTest::keyClick(window_.get(), Qt::Key_Escape); },
+      [this] { window_->close(); }};
+  for (const auto& close : ways) {
+    Open();
+    close();
+    QVERIFY(!window_->isVisible());
+
+    Open();
+    Type("txtOriginalValue", "new");
+    Press("cmdMove0");
+    messages_.Answer({Button::kNo, Button::kYes});
+    close();
+    QVERIFY(window_->isVisible());
+    close();
+    QVERIFY(!window_->isVisible());
+    QCOMPARE(messages_.Take(), (QStringList{kIgnoreChanges, kIgnoreChanges}));
+
+    Open();
+    Press("cmdMove0");
+    Applied();
+    close();
+    QVERIFY(!window_->isVisible());
+    QCOMPARE(messages_.Take(), (QStringList{kApplyChanges, kSaved}));
+  }
+}
+
+void UpdaterTest::HelpExplainsTheLists() {
+  Open();
+  Press("cmdHelp0");
+  Press("cmdHelp1");
+  QCOMPARE(messages_.Take(), (QStringList{"[64] " + ToQString(language_.Text(LNG26)),
+                                          "[64] " + ToQString(language_.Text(LNG27))}));
+  QCOMPARE(window_->Changed(), 0);
+}
+
+void UpdaterTest::WorksByKeyboardAlone() {
+  Open();
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Down);
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
+  QCOMPARE(window_->focusWidget()->objectName(), "cmdMove0");
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Return);
+  QCOMPARE(Items(1), "keep free must may");
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Space);
+  QVERIFY(!List(0)->isEnabled());
+  QCOMPARE(window_->focusWidget(), List(2));  // and not whatever comes next
+  QCOMPARE(Comments(), "Mine.");
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Space);
+  QCOMPARE(Items(2), "+own old");
+  QTest::keyClick(Find<QLineEdit>("txtActualValue"), Qt::Key_Return);
+  QCOMPARE(messages_.Take(), {});
+}
+
+}  // namespace quenmar
+
+QTEST_MAIN(quenmar::UpdaterTest)
+#include "UpdaterTest.moc"
