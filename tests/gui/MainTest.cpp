@@ -20,8 +20,8 @@ namespace quenmar {
 namespace {
 
 const QString kSelectDistribution =
-    "[0] Please, select the \"conf-dist\" or \"conf-tmpl\" inside your SVN root folder.";
-const QString kSelectServer = "[0] Please, select your \"conf\" folder inside your Server Root.";
+    R"([0] Please, select the "conf-dist" or "conf-tmpl" inside your SVN root folder.)";
+const QString kSelectServer = R"([0] Please, select your "conf" folder inside your Server Root.)";
 const QString kSelectFile = "[0] Select a config file from the list.";
 
 }  // namespace
@@ -169,10 +169,7 @@ void MainTest::TheSameFolderTwiceIsRefusedFromBothSides() {
 
 void MainTest::FoldersArePickedDroppedAndStored() {
   OpenOnFolders();
-  QVERIFY(
-      !registry_
-           ->RegReadString(RegistryRoot::kLocalMachine, u"Software\\Quenmar\\Options", u"SVNPath")
-           .size());
+  QVERIFY(LoadOptions(*registry_).svnPath.empty());
   picked_ = QString();
   QTest::mouseClick(Get<QPushButton>("Command2"), Qt::LeftButton);
   QCOMPARE(pickerCalls_, QStringList("Main|Server Conf:|" + Folder("conf")));
