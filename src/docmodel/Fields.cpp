@@ -30,7 +30,8 @@ Hash HashOf(StringView name) {
 }
 
 bool SameText(StringView left, StringView right) {
-  return left.size() == right.size() &&
+  if (left.size() != right.size()) return false;
+  return left.empty() ||  // an empty view may have no address, which memcmp does not take
          std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
 }
 
