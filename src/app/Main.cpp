@@ -18,20 +18,12 @@
 #include "updater/frmUpdaterX.h"
 #include "widgets/FolderBox.h"
 #include "widgets/QtText.h"
+#include "widgets/ShownCursor.h"
 #include "widgets/WindowGeometry.h"
 
 namespace quenmar {
 
 namespace {
-
-/// The busy cursor, for as long as the object lives.
-class BusyCursor {
- public:
-  BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-  BusyCursor(const BusyCursor&) = delete;
-  BusyCursor& operator=(const BusyCursor&) = delete;
-  ~BusyCursor() { QApplication::restoreOverrideCursor(); }
-};
 
 bool Exists(const Path& path) {
   std::error_code error;
@@ -225,14 +217,17 @@ void Main::Edit() {
                 {*file, language_.Text(LNG6)});
     return;
   }
-  std::optional<FileContext> context = Read(*file);
+  std::optional<ShownCursor> busy(Qt::WaitCursor);
+  const std::optional<FileContext> context = Read(*file);
   if (!context) return;
   context->documents.distributionSeries->Fields().Sort(true);
   context->documents.serverSeries->Fields().Sort(true);
   if (sort_->isChecked()) context->documents.server->Fields().Sort(true);
   NEditForm window(*context, this);
   window.LoadGrid();
-  if (window.LoadSeries()) window.exec();
+  const bool complete = window.LoadSeries();
+  busy.reset();
+  if (complete) window.exec();
 }
 
 void Main::CheckChanges() {
@@ -251,11 +246,13 @@ void Main::CheckChanges() {
       return;
     }
   }
+  std::optional<ShownCursor> busy(Qt::WaitCursor);
   const std::optional<FileContext> context = Read(*file);
   if (!context) return;
   frmUpdaterX window(*context, this);
   window.FillLists();
   window.FillSeries();
+  busy.reset();
   window.exec();
 }
 
@@ -270,7 +267,6 @@ Path Main::FileIn(const FolderBox& box, const String& file) {
 }
 
 std::optional<FileContext> Main::Read(const String& file) {
-  const BusyCursor busy;
   FileContext context{options_, language_, messages_, {}, FromQString(server_->text()), file};
   ConfDocuments& documents = context.documents;
   const ConfReader reader(options_, language_, messages_);

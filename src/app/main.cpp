@@ -57,8 +57,7 @@ int main(int argc, char** argv) {
     std::cerr << "quenmar: " << quenmar::ToUtf8(trouble) << '\n';
   }
   const auto language = quenmar::Language::LoadLanguage(*registry);
-  QApplication::setApplicationDisplayName(quenmar::ToQString(language.Text(quenmar::LNG1)));
-  quenmar::QtMessageBoxes messages;
+  quenmar::QtMessageBoxes messages(quenmar::ToQString(language.Text(quenmar::LNG1)));
   quenmar::Main window(*registry, language, messages, quenmar::PlatformFolderPicker(),
                        arguments.folders);
   window.show();

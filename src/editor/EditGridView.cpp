@@ -2,10 +2,13 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include "editor/EditGridModel.h"
 #include "widgets/QtText.h"
@@ -239,6 +242,17 @@ void EditGridView::scrollContentsBy(int dx, int dy) {
 void EditGridView::updateEditorGeometries() {
   QTableView::updateEditorGeometries();
   LayEditors();
+}
+
+bool EditGridView::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+  const auto& help = *static_cast<QHelpEvent*>(event);
+  const QModelIndex cell = indexAt(help.pos());
+  const QString text = cell.data().toString();
+  const bool cut = sizeHintForIndex(cell).width() > visualRect(cell).width();
+  QToolTip::showText(help.globalPos(), cut ? Qt::convertFromPlainText(text) : QString(), viewport(),
+                     visualRect(cell));
+  return true;
 }
 
 void EditGridView::LayEditors() {

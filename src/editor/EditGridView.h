@@ -39,6 +39,9 @@ class EditGridView : public QTableView {
   void scrollContentsBy(int dx, int dy) override;
   void updateEditorGeometries() override;
 
+  /// Shows the whole text of a cell that has room for a part of it.
+  bool viewportEvent(QEvent* event) override;
+
  private:
   void SetUpTable();
   void CreateEditors();

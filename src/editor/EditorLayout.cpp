@@ -6,10 +6,10 @@ namespace quenmar {
 
 namespace {
 
-// At the left each part has one half of what its width leaves free; at the top the grid stays clear
-// of the frame's caption, and a list box of the tabs.
+// On each side a part has one half of what its size leaves free; only the grid stays clear of the
+// frame's caption, and a list box of the tabs.
 constexpr int kFrameLeft = 90;
-constexpr int kFrameTop = 90;
+constexpr int kFrameTop = 200;
 constexpr int kGridLeft = 50;
 constexpr int kGridTop = 120;
 constexpr int kListLeft = 70;

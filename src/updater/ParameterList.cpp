@@ -33,6 +33,7 @@ Qt::CheckState StateOf(bool ticked) { return ticked ? Qt::Checked : Qt::Unchecke
 
 ParameterList::ParameterList(QWidget* parent) : QListWidget(parent) {
   setUniformItemSizes(true);
+  setSpacing(1);
   connect(this, &QListWidget::currentRowChanged, this, &ParameterList::Chosen);
   connect(this, &QListWidget::itemClicked, this, &ParameterList::Chosen);
   connect(this, &QListWidget::itemChanged, this, &ParameterList::ItemTicked);

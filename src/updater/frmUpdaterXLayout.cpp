@@ -15,6 +15,7 @@
 #include "updater/frmUpdaterX.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
+#include "widgets/WindowGeometry.h"
 
 namespace quenmar {
 
@@ -218,6 +219,7 @@ void frmUpdaterX::BuildWindow() {
   setWindowTitle(ToQString(context_.language.Text(LNG6)) + " - " + file + "[*]");
   const QFontMetrics metrics = fontMetrics();
   resize(metrics.averageCharWidth() * 145, metrics.height() * 46);
+  new WindowGeometry(this, "frmUpdaterX");
 }
 
 void frmUpdaterX::OrderTabs() {

@@ -26,7 +26,6 @@ FolderBox::FolderBox(QWidget* parent) : QLineEdit(parent) {
   folders->setRootPath({});
   auto* const completer = new QCompleter(folders, this);
   setCompleter(completer);
-  setClearButtonEnabled(true);
   connect(this, &QLineEdit::editingFinished, this, &FolderBox::Complete);
 }
 

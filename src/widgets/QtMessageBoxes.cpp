@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "widgets/QtText.h"
+#include "widgets/ShownCursor.h"
 
 namespace quenmar {
 
@@ -44,8 +45,7 @@ Button Pressed(int button) {
 
 Button QtMessageBoxes::Show(const String& text, int style) {
   const QMessageBox::StandardButtons buttons = ButtonsOf(style);
-  QMessageBox box(IconOf(style), QApplication::applicationDisplayName(), ToQString(text), buttons,
-                  QApplication::activeWindow());
+  QMessageBox box(IconOf(style), title_, ToQString(text), buttons, QApplication::activeWindow());
   box.setObjectName("messageBox");
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -55,6 +55,7 @@ Button QtMessageBoxes::Show(const String& text, int style) {
     box.setEscapeButton(buttons.testFlag(QMessageBox::Cancel) ? QMessageBox::Cancel
                                                               : QMessageBox::No);
   }
+  const ShownCursor normal(Qt::ArrowCursor);
   return Pressed(box.exec());
 }
 

@@ -18,6 +18,7 @@ void SeriesTabs::AddList(int index) {
   auto* const list = new QListWidget;
   list->setObjectName(QString("lstSeries%1").arg(index));
   list->setUniformItemSizes(true);
+  list->setSpacing(1);
   lists_.append(list);
   addTab(list, QString());
   setTabVisible(index, false);

@@ -11,7 +11,7 @@ EditorLayout LayoutOf(LayoutSize window, int commentsHeight, LayoutMode mode) {
 
 TEST(EditorLayoutTest, SharesTheFrameOutByMode) {
   const EditorLayout both = LayoutOf({9180, 10000}, 1000, LayoutMode::kSettingsAndSeries);
-  EXPECT_EQ(both.Frame1, (LayoutRectangle{90, 90, 9000, 9600}));
+  EXPECT_EQ(both.Frame1, (LayoutRectangle{90, 200, 9000, 9600}));
   EXPECT_EQ(both.xEDG, (LayoutRectangle{50, 120, 8900, 5440}));
   EXPECT_EQ(both.Comments, (LayoutRectangle{50, 5570, 8900, 1000}));
   EXPECT_EQ(both.TSeries, (LayoutRectangle{50, 6580, 8900, 2480}));

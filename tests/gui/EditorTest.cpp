@@ -9,7 +9,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSettings>
 #include <QTest>
 #include <functional>
 #include <memory>
@@ -21,6 +20,7 @@
 #include "editor/EditGridView.h"
 #include "editor/NEditForm.h"
 #include "gui/GuiMessages.h"
+#include "gui/PrivateState.h"
 #include "widgets/SeriesTabs.h"
 
 namespace quenmar {
@@ -107,14 +107,9 @@ struct Events : xEditGridEvents {
 class EditorTest : public QObject {
   Q_OBJECT
 
-  ScratchFolder state_;
+  PrivateState state_;
 
  private slots:
-  void initTestCase() {
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
-                       ToQString(PathText(state_.Folder())));
-  }
-
   void showsBothFiles() {
     Editor editor(kDistribution, kServer);
     QVERIFY(editor.Open());

@@ -5,14 +5,16 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
-#include <QStandardPaths>
+#include <QTableView>
 #include <QtTest>
+#include <functional>
 #include <memory>
 
 #include "ScratchFolder.h"
 #include "Trees.h"
 #include "app/Main.h"
 #include "gui/GuiMessages.h"
+#include "gui/PrivateState.h"
 #include "registry/FileRegistry.h"
 #include "widgets/FolderBox.h"
 
@@ -30,7 +32,6 @@ class MainTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
   void init();
   void StartsWithoutStoredFoldersInSilence();
   void FoldersAreJudgedOnceTheyAreComplete();
@@ -41,6 +42,10 @@ class MainTest : public QObject {
   void CheckChangesCopiesWhatTheServerLacks();
   void CommandsOpenTheirWindows();
   void AFailedReadingOpensNothing();
+  void SortOrdersTheSettingsOfTheServer();
+  void BareLineFeedsAreRepairedOrEndTheApplication();
+  void TooManyKindsOfSeriesOpenNoWindow();
+  void CloseEndsTheApplication();
   void CaptionsComeFromTheMessageTable();
 
  private:
@@ -49,7 +54,11 @@ class MainTest : public QObject {
   QString Folder(const char* name) { return ToQString(PathText(scratch_->Folder() / name)); }
   void Choose(const QString& file) { Get<QComboBox>("ConfFiles")->setCurrentText(file); }
   /// Presses a command and closes the window that it opens, whose title is returned.
-  QString PressAndClose(const char* button);
+  /// @param look gets that window before it closes
+  QString PressAndClose(const char* button, const std::function<void(QWidget*)>& look = {});
+  /// Presses a command in a running application. @return whether that ended the application, and
+  /// with status 0.
+  bool PressEnds(const char* button);
   bool Enabled() {
     return Get<QPushButton>("Command3")->isEnabled() && Get<QPushButton>("Command5")->isEnabled();
   }
@@ -59,6 +68,7 @@ class MainTest : public QObject {
     return window_->findChild<Widget*>(name);
   }
 
+  PrivateState state_;
   std::unique_ptr<ScratchFolder> scratch_;
   std::unique_ptr<FileRegistry> registry_;
   Language language_;
@@ -94,18 +104,28 @@ void MainTest::Open(const std::optional<Main::Folders>& folders) {
   window_->show();
 }
 
-QString MainTest::PressAndClose(const char* button) {
+QString MainTest::PressAndClose(const char* button, const std::function<void(QWidget*)>& look) {
   QString title;
   QTimer poll;
-  connect(&poll, &QTimer::timeout, this, [&title] {
+  connect(&poll, &QTimer::timeout, this, [&title, &look] {
     QWidget* const window = QApplication::activeModalWidget();
     if (window == nullptr) return;
     title = window->windowTitle();
+    if (look) look(window);
     window->close();
   });
   poll.start(0);
   QTest::mouseClick(Get<QPushButton>(button), Qt::LeftButton);
   return title;
+}
+
+bool MainTest::PressEnds(const char* button) {
+  constexpr int kStillRunning = 77;
+  QTimer limit;
+  connect(&limit, &QTimer::timeout, this, [] { QCoreApplication::exit(kStillRunning); });
+  limit.start(5000);
+  QTimer::singleShot(0, window_.get(), [this, button] { Get<QPushButton>(button)->click(); });
+  return QApplication::exec() == 0;
 }
 
 void MainTest::StartsWithoutStoredFoldersInSilence() {
@@ -244,7 +264,76 @@ void MainTest::AFailedReadingOpensNothing() {
   Get<QPushButton>("Command3")->click();
   Get<QPushButton>("Command5")->click();
   QCOMPARE(messages_.Take().size(), 2);
+  std::filesystem::create_directory(*scratch_ / "conf/NEW.CONF");  // a folder in the file's place
+  Choose("NEW.CONF");
+  for (const char* const command : {"Command3", "Command5"}) {
+    Get<QPushButton>(command)->click();
+    const QStringList shown = messages_.Take();
+    QCOMPARE(shown.size(), 1);
+    QVERIFY2(shown.first().contains("Error"), qPrintable(shown.first()));
+  }
   QVERIFY(QApplication::overrideCursor() == nullptr);
+}
+
+void MainTest::SortOrdersTheSettingsOfTheServer() {
+  WriteFile(*scratch_ / "conf/a.conf", "b: 1\r\na: 2\r\n");
+  OpenOnFolders();
+  Choose("a.conf");
+  QStringList names;
+  const auto look = [&names](QWidget* window) {
+    const auto* const cells = window->findChild<QTableView*>("xEDG")->model();
+    names << cells->index(0, 0).data().toString() + cells->index(1, 0).data().toString();
+  };
+  PressAndClose("Command3", look);
+  Get<QCheckBox>("Check1")->click();
+  PressAndClose("Command3", look);
+  QCOMPARE(names, QStringList({"ba", "ab"}));
+}
+
+void MainTest::BareLineFeedsAreRepairedOrEndTheApplication() {
+  const QString question =
+      "[36] This file contain LF as line ending, do you want to fix? (This tool is compatible with "
+      "CR+LF)";
+  for (const char* const command : {"Command3", "Command5"}) {
+    WriteFile(*scratch_ / "conf/a.conf", "a: 2\nb: 3\n");
+    OpenOnFolders();
+    Choose("a.conf");
+    messages_.Answer({Button::kNo});
+    QVERIFY(PressEnds(command));
+    QCOMPARE(messages_.Take(), QStringList(question));
+    QVERIFY(QApplication::overrideCursor() == nullptr);
+    QCOMPARE(ReadFile(*scratch_ / "conf/a.conf"), std::string("a: 2\nb: 3\n"));
+    messages_.Answer({Button::kYes});
+    QVERIFY(PressAndClose(command).contains("a.conf"));
+    QCOMPARE(messages_.Take(), QStringList(question));
+    QCOMPARE(ReadFile(*scratch_ / "conf/a.conf"), std::string("a: 2\r\nb: 3\r\n"));
+  }
+}
+
+void MainTest::TooManyKindsOfSeriesOpenNoWindow() {
+  std::string lines;
+  String kinds;
+  for (const char kind : std::string("abcdefghijk")) {
+    kinds += String(u"{s") + static_cast<char16_t>(kind) + u"}";
+    lines += std::string("s") + kind + ": of_" + kind + "\r\n";
+  }
+  registry_->RegWriteString(RegistryRoot::kLocalMachine, u"Software\\Quenmar\\Options", u"Series",
+                            kinds);
+  WriteFile(*scratch_ / "conf/a.conf", lines);
+  OpenOnFolders();
+  Choose("a.conf");
+  const QStringList refusal("[16] Sorry, this tool only works with 10 series");
+  QCOMPARE(PressAndClose("Command3"), QString());
+  QCOMPARE(messages_.Take(), refusal);
+  QVERIFY(PressEnds("Command5"));
+  QCOMPARE(messages_.Take(), refusal);
+  QVERIFY(QApplication::overrideCursor() == nullptr);
+  QCOMPARE(ReadFile(*scratch_ / "conf/a.conf"), lines);
+}
+
+void MainTest::CloseEndsTheApplication() {
+  Open();
+  QVERIFY(PressEnds("Command4"));
 }
 
 void MainTest::CaptionsComeFromTheMessageTable() {

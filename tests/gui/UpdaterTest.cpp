@@ -14,6 +14,7 @@
 #include "conf/ConfReader.h"
 #include "conf/EndApplication.h"
 #include "gui/GuiMessages.h"
+#include "gui/PrivateState.h"
 #include "updater/frmUpdaterX.h"
 
 namespace quenmar {
@@ -117,6 +118,7 @@ class UpdaterTest : public QObject {
     return ReadFile(*folder_ / "a.conf");
   }
 
+  PrivateState state_;
   std::unique_ptr<ScratchFolder> folder_;
   Options options_;
   Language language_;
