@@ -5,7 +5,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # Debian's packages by purpose.
 build_packages=(cmake g++ libcli11-dev ninja-build nlohmann-json3-dev qt6-base-dev)
-test_packages=("${build_packages[@]}" libgmock-dev libgtest-dev)
+test_packages=("${build_packages[@]}" libgmock-dev libgtest-dev
+  at-spi2-core dbus gir1.2-atspi-2.0 openbox python3-gi xauth xdotool xvfb)  # for the programs on a display
 clang_packages=("${build_packages[@]}" clang libclang-rt-dev)
 
 cores=$(nproc)
