@@ -28,18 +28,19 @@ bool WriteTextFile(const Path& path, StringView text) {
 }
 
 Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
-                   std::initializer_list<StringView> placeholders) {
+                   std::initializer_list<StringView> placeholders, const String& details) {
   text = ReplaceAll(text, u"\\n", kLineEnd);
   int number = 1;
   for (const StringView placeholder : placeholders) {
     text = ReplaceAll(text, u"%" + ToText(number++), placeholder);
   }
-  return messages.Show(text, buttons);
+  if (details.empty()) return messages.Show(text, buttons);
+  return messages.ShowWithDetails(text, buttons, details);
 }
 
 Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
-                   std::initializer_list<StringView> placeholders) {
-  return ShowMessage(messages, text, buttons, placeholders);
+                   std::initializer_list<StringView> placeholders, const String& details) {
+  return ShowMessage(messages, text, buttons, placeholders, details);
 }
 
 String& NotAvailable(String& text) {

@@ -31,11 +31,12 @@ using CheckList = std::vector<CheckItem>;
 /// a backslash before an "n").
 /// @param text the message; holds what was shown afterwards
 /// @param buttons a sum of `message_style` numbers
+/// @param details what the user may look up before the answer; empty for none
 /// @return the pressed button.
 Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
-                   std::initializer_list<StringView> placeholders = {});
+                   std::initializer_list<StringView> placeholders = {}, const String& details = {});
 Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
-                   std::initializer_list<StringView> placeholders = {});
+                   std::initializer_list<StringView> placeholders = {}, const String& details = {});
 
 /// Puts "** n/a **" in the place of an empty text.
 /// @return `text`.

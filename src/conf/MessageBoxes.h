@@ -32,6 +32,12 @@ class MessageBoxes {
   /// @param style a sum of `message_style` numbers
   /// @return the pressed button, one of those that the style names.
   virtual Button Show(const String& text, int style) = 0;
+
+  /// The same, with something to look up before the answer, for boxes that have a place for it.
+  /// @param details lines that end in CR LF or LF
+  virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/) {
+    return Show(text, style);
+  }
 };
 
 }  // namespace quenmar

@@ -136,4 +136,25 @@ SaveChanges ListSaveChanges(StringView oldText, const std::vector<String>& newLi
   return comparison.Finish();
 }
 
+String DiffText(const SaveChanges& changes) {
+  String text;
+  const auto add = [&text](StringView sign, bool commented, const SaveChange& change,
+                           StringView value) {
+    text += String(sign) + (commented ? u"//" : u"") + change.name + u": " + String(value) +
+            String(kLineEnd);
+  };
+  for (const SaveChange& change : changes.changes) {
+    const bool switched = change.kind == Kind::kActivated || change.kind == Kind::kSwitchedOn ||
+                          change.kind == Kind::kSwitchedOff;
+    if (change.kind != Kind::kAdded) {
+      add(u"- ", change.commented != switched, change, change.oldValue);
+    }
+    if (change.kind != Kind::kRemoved) add(u"+ ", change.commented, change, change.newValue);
+  }
+  if (changes.lostCommentLines > 0) {
+    text += u"- // (" + ToText(changes.lostCommentLines) + u")" + String(kLineEnd);
+  }
+  return text;
+}
+
 }  // namespace quenmar

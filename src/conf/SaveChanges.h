@@ -22,7 +22,7 @@ struct SaveChange {
   String name;             ///< of the setting; for series entries the kind of series
   String oldValue;         ///< as the file's text has it, remarks included; empty when added
   String newValue;         ///< as it would be written; empty when removed
-  bool commented = false;  ///< when added or removed: the line is commented out
+  bool commented = false;  ///< the new line is commented out, or the removed one
 };
 
 struct SaveChanges {
@@ -36,5 +36,10 @@ struct SaveChanges {
 /// @param series the option that names the repeatable settings
 [[nodiscard]] SaveChanges ListSaveChanges(StringView oldText, const std::vector<String>& newLines,
                                           StringView series);
+
+/// @return the changes without a word of any language, as comparisons of text files show them: each
+/// line that goes behind "-", each that comes behind "+", and last, behind "- //", how many comment
+/// lines go. Lines end in CR LF.
+[[nodiscard]] String DiffText(const SaveChanges& changes);
 
 }  // namespace quenmar

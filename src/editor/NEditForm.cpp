@@ -14,11 +14,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "conf/ConfWriter.h"
-#include "conf/FolderCheck.h"
 #include "conf/Functions.h"
 #include "docmodel/XmlText.h"
 #include "editor/EditGridView.h"
+#include "widgets/ApplyChanges.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
 #include "widgets/WindowGeometry.h"
@@ -226,15 +225,13 @@ void NEditForm::EditSeries(int group, int item) {
 }
 
 void NEditForm::Apply() {
-  if (!Confirmed(LNG20, message_style::kYesNo | message_style::kQuestion)) return;
-  const ConfWriter writer(context_.options, context_.language, context_.messages);
-  const Path path = PathFromText(JoinPath(context_.serverFolder, context_.fileName));
-  if (writer.SaveConfFile(path, *context_.documents.server, series_->Groups())) SetChanged(0);
+  if (ApplyChanges(context_, *context_.documents.server, series_->Groups())) SetChanged(0);
 }
 
 void NEditForm::reject() {
-  if (changed_ > 0 && !Confirmed(LNG21, message_style::kYesNo | message_style::kQuestion |
-                                            message_style::kDefaultButton2)) {
+  using namespace message_style;
+  if (changed_ > 0 && ShowMessage(context_.messages, String(context_.language.Text(LNG21)),
+                                  kYesNo | kQuestion | kDefaultButton2) != Button::kYes) {
     return;
   }
   QDialog::reject();
@@ -300,11 +297,6 @@ void NEditForm::ShowComment(String comment) {
 void NEditForm::SetChanged(std::int16_t changed) {
   changed_ = changed;
   setWindowModified(changed_ > 0);
-}
-
-bool NEditForm::Confirmed(MessageKey question, int style) {
-  return ShowMessage(context_.messages, String(context_.language.Text(question)), style) ==
-         Button::kYes;
 }
 
 QString NEditForm::Text(MessageKey key) const { return ToQString(context_.language.Text(key)); }

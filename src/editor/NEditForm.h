@@ -67,7 +67,6 @@ class NEditForm : public QDialog, private xEditGridEvents {
   void ShowSettingComment();
   void ShowComment(String comment);
   void SetChanged(std::int16_t changed);
-  [[nodiscard]] bool Confirmed(MessageKey question, int style);
   [[nodiscard]] QString Text(MessageKey key) const;
 
   FileContext context_;

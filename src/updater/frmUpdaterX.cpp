@@ -8,11 +8,10 @@
 #include <QTabWidget>
 #include <utility>
 
-#include "conf/ConfWriter.h"
-#include "conf/FolderCheck.h"
 #include "conf/Functions.h"
 #include "files/Files.h"
 #include "updater/ParameterList.h"
+#include "widgets/ApplyChanges.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
 
@@ -194,10 +193,7 @@ void frmUpdaterX::Move(int index) {
 }
 
 void frmUpdaterX::Apply() {
-  if (Ask(LNG20, kYesNo | kQuestion) != Button::kYes) return;
-  const ConfWriter writer(context_.options, context_.language, context_.messages);
-  const Path path = PathFromText(JoinPath(context_.serverFolder, context_.fileName));
-  if (writer.SaveConfFile(path, comparison_.ActualFields(), series_->Groups())) SetChanged(kSaved);
+  if (ApplyChanges(context_, comparison_.ActualFields(), series_->Groups())) SetChanged(kSaved);
 }
 
 int frmUpdaterX::ShownList() const {

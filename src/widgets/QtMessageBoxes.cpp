@@ -44,10 +44,15 @@ Button Pressed(int button) {
 }  // namespace
 
 Button QtMessageBoxes::Show(const String& text, int style) {
+  return ShowWithDetails(text, style, {});
+}
+
+Button QtMessageBoxes::ShowWithDetails(const String& text, int style, const String& details) {
   const QMessageBox::StandardButtons buttons = ButtonsOf(style);
   QMessageBox box(IconOf(style), title_, ToQString(text), buttons, QApplication::activeWindow());
   box.setObjectName("messageBox");
   box.setTextFormat(Qt::PlainText);
+  if (!details.empty()) box.setDetailedText(ToQString(details));
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   if (buttons.testFlag(QMessageBox::No)) {
     const bool second = (style & message_style::kDefaultButton2) != 0;

@@ -17,6 +17,7 @@ class QtMessageBoxes : public MessageBoxes {
   explicit QtMessageBoxes(QString title) : title_(std::move(title)) {}
 
   Button Show(const String& text, int style) override;
+  Button ShowWithDetails(const String& text, int style, const String& details) override;
 
  private:
   QString title_;

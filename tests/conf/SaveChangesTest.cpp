@@ -50,5 +50,15 @@ TEST(SaveChanges, ComparesSeriesByKindAndValue) {
               ElementsAre("removed //npc b>", "1"));
 }
 
+TEST(SaveChanges, ReadAsADifferenceOfTexts) {
+  const SaveChanges changes =
+      ListSaveChanges(u"// x\r\na: 1\r\n//b: 2\r\ngone: 3\r\nnpc: c\r\n//npc: d\r\n",
+                      {u"a: 9", u"b: 2", u"new: 4", u"//npc: c", u"npc: d", u"//npc: e"}, kSeries);
+  EXPECT_EQ(ToUtf8(DiffText(changes)),
+            "- a: 1\r\n+ a: 9\r\n- //b: 2\r\n+ b: 2\r\n+ new: 4\r\n- npc: c\r\n+ //npc: c\r\n"
+            "- //npc: d\r\n+ npc: d\r\n+ //npc: e\r\n- gone: 3\r\n- // (1)\r\n");
+  EXPECT_EQ(DiffText({}), u"");
+}
+
 }  // namespace
 }  // namespace quenmar

@@ -32,11 +32,20 @@ class GuiMessages : public MessageBoxes {
     return answer;
   }
 
+  Button ShowWithDetails(const String& text, int style, const String& details) override {
+    details_ = ToQString(details);
+    return Show(text, style);
+  }
+
+  /// @return the details that a message box had last.
+  [[nodiscard]] const QString& Details() const { return details_; }
+
   /// @return what was shown since the last call, each as "[style] text".
   QStringList Take() { return std::exchange(shown_, {}); }
 
  private:
   QStringList shown_;
+  QString details_;
   std::deque<Button> answers_;
 };
 
