@@ -8,6 +8,7 @@ build_packages=(cmake g++ libcli11-dev ninja-build nlohmann-json3-dev qt6-base-d
 test_packages=("${build_packages[@]}" libgmock-dev libgtest-dev
   at-spi2-core dbus gir1.2-atspi-2.0 openbox python3-gi xauth xdotool xvfb)  # for the programs on a display
 clang_packages=("${build_packages[@]}" clang libclang-rt-dev)
+icon_packages=(librsvg2-bin)
 
 cores=$(nproc)
 

@@ -1,7 +1,8 @@
 #include <QApplication>
-#include <QCommandLineParser>
+#include <QIcon>
 #include <iostream>
 
+#include "app/Arguments.h"
 #include "app/Main.h"
 #include "registry/OpenRegistry.h"
 #include "text/Charset.h"
@@ -10,47 +11,23 @@
 
 namespace {
 
-struct Arguments {
-  std::optional<quenmar::Path> registry;
-  std::optional<quenmar::Main::Folders> folders;
-};
-
-/// Ends the program itself for --help, --version and words that it does not know.
-Arguments Parse(const QApplication& application) {
-  QCommandLineParser parser;
-  parser.setApplicationDescription(
-      "Compares and edits the configuration files of a game server's distribution and those of the "
-      "running server.");
-  parser.addHelpOption();
-  parser.addVersionOption();
-  const QCommandLineOption registry("registry", "Registry file to take the options from.", "FILE");
-  parser.addOption(registry);
-  parser.addPositionalArgument("DIST_DIR", "Folder of the distribution's files.", "[DIST_DIR");
-  parser.addPositionalArgument("SERVER_DIR", "Folder of the running server's files.",
-                               "SERVER_DIR]");
-  parser.process(application);
-
-  Arguments arguments;
-  const QStringList folders = parser.positionalArguments();
-  if (folders.size() == 2) {
-    arguments.folders = quenmar::Main::Folders{folders[0], folders[1]};
-  } else if (!folders.isEmpty()) {
-    std::cerr << "quenmar: give both folders or none\n";
-    std::exit(2);
+QIcon ProgramIcon() {
+  QIcon icon;
+  for (const int size : {16, 32, 48, 64, 128, 256}) {
+    icon.addFile(QString(":/icons/%1x%1/apps/quenmar.png").arg(size));
   }
-  if (parser.isSet(registry)) {
-    arguments.registry = quenmar::PathFromText(quenmar::FromQString(parser.value(registry)));
-  }
-  return arguments;
+  return icon;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  QCoreApplication::setApplicationName("quenmar");
+  QCoreApplication::setApplicationVersion(QUENMAR_VERSION);
+  const auto arguments = quenmar::Arguments::Parse(argc, argv);
   const QApplication application(argc, argv);
-  QApplication::setApplicationName("quenmar");
-  QApplication::setApplicationVersion(QUENMAR_VERSION);
-  const Arguments arguments = Parse(application);
+  QGuiApplication::setDesktopFileName("quenmar");
+  QGuiApplication::setWindowIcon(ProgramIcon());
 
   const auto registry = quenmar::OpenRegistry(arguments.registry);
   if (const quenmar::String trouble = registry->Trouble(); !trouble.empty()) {
