@@ -99,7 +99,6 @@ void NEditForm::SetCaptions() {
   apply_->setText(Text(LNG24));
   close_->setText(Text(LNG9));
   xEDG_->setAccessibleName(Text(LNG38));
-  comments_->setAccessibleName(tr("Comments"));
 }
 
 void NEditForm::AddClipboardActions() {
@@ -216,11 +215,11 @@ void NEditForm::Change(int& row, int& col) {
 
 void NEditForm::EditSeries(int group, int item) {
   if (series_->widget(group)->isHidden() || series_->Groups().ItemCount(group) < 2) return;
-  const auto entry =
-      context_.documents.serverSeries->Fields().Field(series_->Groups().List(group, item));
+  const String name = series_->Groups().List(group, item);
+  const auto entry = context_.documents.serverSeries->Fields().Field(name);
   const bool checked = series_->Groups().Selected(group, item);
   entry->Parameters().Parameter(u"Disabled")->SetValue(checked ? u"1" : u"0");
-  ShowComment(entry->Parameters().Parameter(u"Comments")->Value());
+  ShowComment(name, entry->Parameters().Parameter(u"Comments")->Value());
   SetChanged(1);
 }
 
@@ -286,11 +285,13 @@ void NEditForm::keyPressEvent(QKeyEvent* event) {
 
 void NEditForm::ShowSettingComment() {
   const xEditGrid& grid = xEDG_->Grid();
-  const auto field = context_.documents.server->Fields().Field(grid.Text(grid.Row(), kName));
-  ShowComment(field->Parameters().Parameter(0)->Value());
+  const StringView name = grid.Text(grid.Row(), kName);
+  const auto field = context_.documents.server->Fields().Field(name);
+  ShowComment(name, field->Parameters().Parameter(0)->Value());
 }
 
-void NEditForm::ShowComment(String comment) {
+void NEditForm::ShowComment(StringView name, String comment) {
+  comments_->setAccessibleName(ToQString(name));
   comments_->setPlainText(ToQString(NotAvailable(XmlUnescape(comment))));
 }
 

@@ -65,7 +65,8 @@ class NEditForm : public QDialog, private xEditGridEvents {
   void Paste();
 
   void ShowSettingComment();
-  void ShowComment(String comment);
+  /// Shows the comment of the setting or series entry of that name, by which the box is read out.
+  void ShowComment(StringView name, String comment);
   void SetChanged(std::int16_t changed);
   [[nodiscard]] QString Text(MessageKey key) const;
 

@@ -126,6 +126,7 @@ void frmUpdaterX::ShowSelected() {
   LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
   ShowHints();
   const auto name = lists_[ShownList()]->CurrentName();
+  comments_->setAccessibleName(name ? ToQString(*name) : QString());
   comments_->setPlainText(name ? ToQString(Comment(*name)) : QString());
 }
 

@@ -132,7 +132,7 @@ void frmUpdaterX::NameControls() {
   name(originalValue_, "txtOriginalValue", text(LNG29));
   name(actualValue_, "txtActualValue", text(LNG30));
   name(value_, "txtValue", text(LNG37));
-  name(comments_, "txtComments", tr("Comments"));
+  name(comments_, "txtComments");
   name(apply_, "cmdApply");
   name(close_, "cmdClose");
   name(tabLists_, "tabLists", text(LNG38));

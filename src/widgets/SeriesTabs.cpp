@@ -9,7 +9,6 @@ namespace quenmar {
 
 SeriesTabs::SeriesTabs(QWidget* parent) : QTabWidget(parent) {
   setObjectName("TSeries");
-  setAccessibleName(tr("Series"));
   setUsesScrollButtons(true);
   for (int index = 0; index < SeriesGroups::kMostGroups; ++index) AddList(index);
 }
