@@ -1,0 +1,145 @@
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMap>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QtTest>
+
+#include "ScratchFolder.h"
+#include "app/Main.h"
+#include "gui/GuiMessages.h"
+#include "gui/PrivateState.h"
+#include "registry/FileRegistry.h"
+
+namespace quenmar {
+namespace {
+
+const QString kSource = QUENMAR_SOURCE_DIR;
+
+/// Texts of one language, by where they stand.
+using Texts = QMap<QString, QString>;
+
+/// @return whether what the control shows is the user's own data.
+bool ShowsData(const QWidget* control) {
+  return qobject_cast<const QLineEdit*>(control) != nullptr ||
+         qobject_cast<const QPlainTextEdit*>(control) != nullptr ||
+         control->objectName().startsWith("lstSeries") || control->objectName() == "Comments" ||
+         control->objectName() == "txtComments";
+}
+
+/// Collects the captions of a window and its controls, those read out loud included.
+void Collect(const QWidget* window, Texts& texts) {
+  QList<QWidget*> controls = window->findChildren<QWidget*>();
+  controls.prepend(const_cast<QWidget*>(window));
+  for (qsizetype i = 0; i < controls.size(); ++i) {
+    const QWidget* const control = controls[i];
+    if (qobject_cast<const QTabBar*>(control->parentWidget()) != nullptr)
+      continue;  // the toolkit's
+    const QString place = QString("%1: %2 %3 %4 ")
+                              .arg(window->objectName())
+                              .arg(i)
+                              .arg(control->metaObject()->className(), control->objectName());
+    for (const char* const kind : {"windowTitle", "title", "text", "placeholderText", "toolTip",
+                                   "accessibleName", "accessibleDescription"}) {
+      const bool data = ShowsData(control) && qstrcmp(kind, "toolTip") != 0;
+      if (!data) texts[place + kind] = control->property(kind).toString();
+    }
+    if (const auto* const tabs = qobject_cast<const QTabWidget*>(control);
+        tabs != nullptr && tabs->objectName() != "TSeries") {
+      for (int tab = 0; tab < tabs->count(); ++tab) {
+        texts[place + QString("tab %1").arg(tab)] = tabs->tabText(tab);
+      }
+    }
+    if (const auto* const table = qobject_cast<const QTableView*>(control); table != nullptr) {
+      const QAbstractItemModel& cells = *table->model();
+      for (int col = 0; col < cells.columnCount(); ++col) {
+        texts[place + QString("header %1").arg(col)] =
+            cells.headerData(col, Qt::Horizontal).toString();
+      }
+      texts[place + "type"] = cells.index(0, cells.columnCount() - 1).data().toString();
+    }
+  }
+}
+
+}  // namespace
+
+class TranslationTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void TheSampleTranslatesAllThatIsVisible();
+
+ private:
+  /// @return what the three windows show on the sample folders.
+  Texts Shown(const Language& language);
+  PrivateState state_;
+  ScratchFolder scratch_;
+};
+
+Texts TranslationTest::Shown(const Language& language) {
+  Texts texts;
+  FileRegistry options(scratch_ / "options.reg");
+  GuiMessages messages;
+  Main window(options, language, messages, PlatformFolderPicker(),
+              Main::Folders{kSource + "/examples/conf-dist", kSource + "/examples/conf"});
+  window.show();
+  Collect(&window, texts);
+  window.findChild<QComboBox*>("ConfFiles")->setCurrentText("drops.conf");
+  for (const char* const command : {"Command3", "Command5"}) {
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, this, [&texts] {
+      QWidget* const opened = QApplication::activeModalWidget();
+      if (opened == nullptr) return;
+      // A tick on a new setting brings up the hint on what ticks mean.
+      if (auto* const news = opened->findChild<QListWidget*>("lstParameters0"); news != nullptr) {
+        const bool ticked = news->item(0)->checkState() == Qt::Checked;
+        news->item(0)->setCheckState(ticked ? Qt::Unchecked : Qt::Checked);
+      }
+      Collect(opened, texts);
+      opened->close();
+    });
+    poll.start(0);
+    window.findChild<QAbstractButton*>(command)->click();
+  }
+  return texts;
+}
+
+void TranslationTest::TheSampleTranslatesAllThatIsVisible() {
+  const Path file = PathFromText(FromQString(kSource + "/examples/spanish.reg"));
+  const Language spanish = Language::LoadLanguage(FileRegistry(file));
+  const Language english;
+  QStringList lacking;
+  for (int key = LNG1; key <= LNG48; ++key) {
+    const String& text = spanish.Text(static_cast<MessageKey>(key));
+    const String& original = english.Text(static_cast<MessageKey>(key));
+    bool same = text == original;
+    for (const StringView mark : {u"%1", u"%2", u"\\n", u"->", u"<-"}) {
+      same = same || Contains(text, mark) != Contains(original, mark);
+    }
+    // Their blanks give the grid's columns their widths.
+    same =
+        same || text.find(u'|') != original.find(u'|') || text.rfind(u'|') != original.rfind(u'|');
+    if (same) lacking << QString("LNG%1").arg(key);
+  }
+  const Texts before = Shown(english);
+  const Texts after = Shown(spanish);
+  QCOMPARE(after.keys(), before.keys());
+  for (auto text = before.begin(); text != before.end(); ++text) {
+    const QString& translated = after[text.key()];
+    const bool same = translated == *text && !text->isEmpty() && *text != "...";
+    const bool sortList = text->contains(ToQString(english.Text(LNG7))) ||
+                          translated.contains(ToQString(spanish.Text(LNG7)));
+    if (same || sortList) lacking << text.key() + " = " + *text;
+  }
+  QVERIFY2(lacking.empty(), qPrintable(lacking.join('\n')));
+}
+
+}  // namespace quenmar
+
+QTEST_MAIN(quenmar::TranslationTest)
+#include "TranslationTest.moc"
