@@ -5,6 +5,7 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QFileSystemModel>
+#include <QFocusEvent>
 #include <QMimeData>
 
 namespace quenmar {
@@ -26,7 +27,7 @@ FolderBox::FolderBox(QWidget* parent) : QLineEdit(parent) {
   folders->setRootPath({});
   auto* const completer = new QCompleter(folders, this);
   setCompleter(completer);
-  connect(this, &QLineEdit::editingFinished, this, &FolderBox::Complete);
+  connect(this, &QLineEdit::returnPressed, this, &FolderBox::Complete);
 }
 
 void FolderBox::SetFolder(const QString& folder) {
@@ -38,6 +39,14 @@ void FolderBox::Complete() {
   if (text() == complete_) return;
   complete_ = text();
   emit FolderChanged();
+}
+
+/// The list of completions takes the focus while the user types, and so does the window of another
+/// program that a path is copied or dragged from: the box is not left yet.
+void FolderBox::focusOutEvent(QFocusEvent* event) {
+  QLineEdit::focusOutEvent(event);
+  const Qt::FocusReason reason = event->reason();
+  if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) Complete();
 }
 
 void FolderBox::dragEnterEvent(QDragEnterEvent* event) {

@@ -26,6 +26,7 @@ class FolderBox : public QLineEdit {
   void FolderDropped(const QString& folder);
 
  protected:
+  void focusOutEvent(QFocusEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 

@@ -143,6 +143,16 @@ void MainTest::FoldersAreJudgedOnceTheyAreComplete() {
   QTest::keyClick(from, Qt::Key_Return);
   QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
 
+  // Completions and other programs take the focus in the middle of typing; another control ends it.
+  from->setText(Folder("missing"));
+  for (const auto& [reason, complete] :
+       {std::pair(Qt::PopupFocusReason, false), std::pair(Qt::ActiveWindowFocusReason, false),
+        std::pair(Qt::TabFocusReason, true)}) {
+    QFocusEvent leaving(QEvent::FocusOut, reason);
+    QApplication::sendEvent(from, &leaving);
+    QCOMPARE(messages_.Take().size(), complete ? 1 : 0);
+  }
+
   from->SetFolder(Folder("dist") + QDir::separator());
   QCOMPARE(messages_.Take(), QStringList());
   auto* const files = Get<QComboBox>("ConfFiles");
