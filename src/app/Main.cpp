@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <filesystem>
@@ -85,15 +86,15 @@ void Main::CreateControls() {
 
 void Main::SetCaptions() {
   setWindowTitle(Text(LNG1));
-  frame_->setTitle(Text(LNG2));
-  distributionLabel_->setText(Text(LNG3));
-  serverLabel_->setText(Text(LNG4));
-  filesLabel_->setText(Text(LNG5));
+  frame_->setTitle(Caption(LNG2));
+  distributionLabel_->setText(Caption(LNG3));
+  serverLabel_->setText(Caption(LNG4));
+  filesLabel_->setText(Caption(LNG5));
   // The sort check box bears LNG10 and not LNG7: translations are made for this pairing.
-  sort_->setText(Text(LNG10));
-  edit_->setText(Text(LNG8));
-  checkChanges_->setText(Text(LNG6));
-  close_->setText(Text(LNG9));
+  sort_->setText(Caption(LNG10));
+  edit_->setText(Caption(LNG8));
+  checkChanges_->setText(Caption(LNG6));
+  close_->setText(Caption(LNG9));
   for (auto [button, key] :
        {std::pair(browseDistribution_, LNG3), std::pair(browseServer_, LNG4)}) {
     button->setText("...");
@@ -131,6 +132,10 @@ void Main::LayOut() {
   all->addWidget(sort_);
   all->addStretch();
   all->addLayout(buttons);
+  // The sort check box comes last, although it stands above the buttons: it is rarely needed.
+  const QList<QWidget*> order = {distribution_, browseDistribution_, server_, browseServer_, files_,
+                                 edit_,         checkChanges_,       close_,  sort_};
+  for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 
   resize(560, sizeHint().height());
   new WindowGeometry(this, "Main");
@@ -142,8 +147,10 @@ void Main::Connect() {
   connect(browseDistribution_, &QPushButton::clicked, this, [this] { Pick(*distribution_, LNG3); });
   connect(browseServer_, &QPushButton::clicked, this, [this] { Pick(*server_, LNG4); });
   for (FolderBox* const box : {distribution_, server_}) {
-    connect(box, &FolderBox::FolderDropped, this,
-            [this, box](const QString& folder) { Store(*box, folder); });
+    // A message must not hold up the program that the folder was dragged from.
+    connect(
+        box, &FolderBox::FolderDropped, this,
+        [this, box](const QString& folder) { Store(*box, folder); }, Qt::QueuedConnection);
   }
   connect(sort_, &QCheckBox::clicked, this, [this](bool checked) {
     options_.sort = checked ? 1 : 0;
@@ -154,9 +161,21 @@ void Main::Connect() {
   connect(close_, &QPushButton::clicked, this, &QWidget::close);
 }
 
+void Main::keyPressEvent(QKeyEvent* event) {
+  auto* const button = qobject_cast<QPushButton*>(focusWidget());
+  if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && button != nullptr) {
+    button->click();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
 void Main::SetFolders(const std::optional<Folders>& folders) {
-  distribution_->SetFolder(folders ? folders->distribution : ToQString(options_.svnPath));
-  server_->SetFolder(folders ? folders->server : ToQString(options_.serverPath));
+  const QString distribution = folders ? folders->distribution : ToQString(options_.svnPath);
+  const QString server = folders ? folders->server : ToQString(options_.serverPath);
+  // A box that stays empty has no new text to judge.
+  if (!distribution.isEmpty()) distribution_->SetFolder(distribution);
+  if (!server.isEmpty()) server_->SetFolder(server);
 }
 
 void Main::DistributionChanged() {
@@ -276,6 +295,8 @@ std::optional<FileContext> Main::Read(const String& file) {
       reader.LoadConfFile(FileIn(*server_, file), documents.server, documents.serverSeries);
   return read ? std::optional(context) : std::nullopt;
 }
+
+QString Main::Caption(MessageKey key) const { return ToCaption(language_.Text(key)); }
 
 QString Main::Text(MessageKey key) const { return ToQString(language_.Text(key)); }
 

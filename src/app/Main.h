@@ -45,6 +45,10 @@ class Main : public QWidget {
   Main(Registry& registry, const Language& language, MessageBoxes& messages, FolderPicker picker,
        const std::optional<Folders>& folders = {});
 
+ protected:
+  /// Enter presses the button that has the focus.
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   void CreateControls();
   void SetCaptions();
@@ -68,7 +72,8 @@ class Main : public QWidget {
   [[nodiscard]] static Path FileIn(const FolderBox& box, const String& file);
   /// Reads both files. @return nothing when a reading failed or was declined, which was told.
   [[nodiscard]] std::optional<FileContext> Read(const String& file);
-  [[nodiscard]] QString Text(MessageKey key) const;
+  [[nodiscard]] QString Caption(MessageKey key) const;  ///< to be shown
+  [[nodiscard]] QString Text(MessageKey key) const;     ///< to be read out, or passed on
 
   Registry& registry_;
   const Language& language_;

@@ -12,6 +12,7 @@
 
 #include "editor/EditGridModel.h"
 #include "widgets/QtText.h"
+#include "widgets/ValueEdit.h"
 
 namespace quenmar {
 
@@ -26,11 +27,6 @@ bool IsEnter(const QKeyEvent& event) {
 /// @return whether an editor that loses the focus so goes on having it within its window.
 bool KeepsFocusInWindow(const QFocusEvent& event) {
   return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason;
-}
-
-/// @return `text` as a cell can hold it: what is pasted or dropped may have several lines.
-QString OneLine(QString text) {
-  return text.replace("\r\n", " ").replace('\n', ' ').replace('\r', ' ');
 }
 
 }  // namespace
@@ -64,7 +60,7 @@ void EditGridView::SetUpTable() {
 }
 
 void EditGridView::CreateEditors() {
-  text_ = new QLineEdit(viewport());
+  text_ = new ValueEdit(viewport());
   text_->setObjectName("T");
   connect(text_, &QLineEdit::textChanged, this, &EditGridView::ChangeText);
 
@@ -134,11 +130,14 @@ void EditGridView::ShowTextEditor(bool started) {
   if (!started) return;  // the user goes on typing; the caret and the focus stay
   list_->hide();
   scrollTo(currentIndex());
-  text_->setAccessibleName(
-      model_->headerData(grid_.Col(), Qt::Horizontal, Qt::DisplayRole).toString());
+  text_->setAccessibleName(SpokenCell());
   LayEditors();
   text_->show();
   text_->setFocus();
+}
+
+QString EditGridView::SpokenCell() const {
+  return ToQString(String(grid_.Text(grid_.Row(), 0)) + u", " + String(grid_.Text(0, grid_.Col())));
 }
 
 void EditGridView::ShowList(bool started) {
@@ -147,8 +146,7 @@ void EditGridView::ShowList(bool started) {
     list_->clear();
     for (const String& entry : grid_.Entries()) list_->addItem(ToQString(entry));
     scrollTo(currentIndex());
-    list_->setAccessibleName(
-        model_->headerData(grid_.Col(), Qt::Horizontal, Qt::DisplayRole).toString());
+    list_->setAccessibleName(SpokenCell());
     LayEditors();
     list_->show();
     list_->setFocus();
@@ -166,12 +164,6 @@ void EditGridView::HideEditors() {
 
 void EditGridView::ChangeText(const QString& text) {
   if (following_) return;
-  if (const QString line = OneLine(text); line != text) {
-    const int caret = text_->cursorPosition() - static_cast<int>(text.size() - line.size());
-    text_->setText(line);  // which comes back here
-    text_->setCursorPosition(caret);
-    return;
-  }
   grid_.ChangeEditorText(FromQString(text));
   Follow();
 }

@@ -52,6 +52,9 @@ class EditGridView : public QTableView {
   void ShowTextEditor(bool started);
   void ShowList(bool started);
   void HideEditors();
+  /// @return what the editors are called when read out: the row's first cell and the column's
+  /// title.
+  [[nodiscard]] QString SpokenCell() const;
   void LayEditors();
 
   void ChangeText(const QString& text);

@@ -7,13 +7,11 @@ namespace quenmar {
 namespace {
 
 // On each side a part has one half of what its size leaves free; only the grid stays clear of the
-// frame's caption, and a list box of the tabs.
+// frame's caption.
 constexpr int kFrameLeft = 90;
 constexpr int kFrameTop = 200;
 constexpr int kGridLeft = 50;
 constexpr int kGridTop = 120;
-constexpr int kListLeft = 70;
-constexpr int kListTop = 380;
 constexpr int kButtonMargin = 20;
 
 int GridHeight(int frameHeight, int commentsHeight, LayoutMode mode) {
@@ -54,7 +52,7 @@ EditorLayout EditorLayout::Of(LayoutSize window, int commentsHeight, LayoutSize 
   if (mode != LayoutMode::kSettings) {
     const int seriesHeight = std::max(0, frameHeight - gridHeight - commentsHeight - 680);
     layout.TSeries = {kGridLeft, layout.Comments.Bottom() + 10, gridWidth, seriesHeight};
-    layout.lstSeries = {kListLeft, kListTop, gridWidth - 140, std::max(0, seriesHeight - 450)};
+    layout.lstSeries = {gridWidth - 140, std::max(0, seriesHeight - 450)};
     buttonTop = layout.TSeries.Bottom() + 20;
   }
   layout.Command3 = {kButtonMargin, buttonTop, command3.width, command3.height};

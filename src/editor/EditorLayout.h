@@ -51,14 +51,14 @@ struct LayoutRectangle {
 struct EditorLayout {
   static constexpr LayoutSize kSmallestWindow{5000, 5400};
 
-  LayoutSize window;          ///< never below the smallest window
-  LayoutRectangle Frame1;     ///< within the window
-  LayoutRectangle xEDG;       ///< within `Frame1`, as is all that follows but the list boxes
-  LayoutRectangle Comments;   ///< the comments box
-  LayoutRectangle TSeries;    ///< the tab strip; empty without series
-  LayoutRectangle lstSeries;  ///< every list box, within `TSeries`; empty without series
-  LayoutRectangle Command3;   ///< Apply
-  LayoutRectangle Command4;   ///< Close
+  LayoutSize window;         ///< never below the smallest window
+  LayoutRectangle Frame1;    ///< within the window
+  LayoutRectangle xEDG;      ///< within `Frame1`, as is all that follows but the list boxes
+  LayoutRectangle Comments;  ///< the comments box
+  LayoutRectangle TSeries;   ///< the tab strip; empty without series
+  LayoutSize lstSeries;      ///< of every list box, as far as the tabs leave it; 0 without series
+  LayoutRectangle Command3;  ///< Apply
+  LayoutRectangle Command4;  ///< Close
 
   /// @param window the size that the user gave the window
   /// @param commentsHeight of the comments box, which no resizing changes

@@ -7,9 +7,12 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QTabBar>
+#include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <algorithm>
 #include <utility>
@@ -17,7 +20,6 @@
 #include "conf/Functions.h"
 #include "docmodel/XmlText.h"
 #include "editor/EditGridView.h"
-#include "widgets/ApplyChanges.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
 #include "widgets/WindowGeometry.h"
@@ -30,6 +32,7 @@ enum Column : int { kName, kActualValue, kOriginalValue, kType, kColumns };
 
 constexpr int kCommentLines = 4;   // more would leave the series no room in the smallest window
 constexpr int kFirstHeight = 600;  // logical pixels
+constexpr int kBottomMargin = 90;  // twips below the buttons, as at the sides
 
 /// @return the smallest number of pixels that are no fewer twips.
 constexpr int PixelsFor(int twips) { return (twips + kTwipsPerPixel - 1) / kTwipsPerPixel; }
@@ -45,7 +48,7 @@ void Place(QWidget& widget, const LayoutRectangle& twips, QPoint offset = {}) {
 }  // namespace
 
 NEditForm::NEditForm(FileContext context, QWidget* parent)
-    : QDialog(parent), context_(std::move(context)) {
+    : FileWindow(std::move(context), parent) {
   CreateControls();
   SetUpGrid();
   SetCaptions();
@@ -57,8 +60,6 @@ NEditForm::NEditForm(FileContext context, QWidget* parent)
 // The order in which the controls are made is the order in which Tab visits them.
 void NEditForm::CreateControls() {
   setObjectName("NEditForm");
-  setModal(true);
-  setWindowFlag(Qt::WindowMaximizeButtonHint);
   frame_ = new QGroupBox(this);
   frame_->setObjectName("Frame1");
   xEDG_ = new EditGridView(*this, frame_);
@@ -83,51 +84,70 @@ void NEditForm::SetUpGrid() {
   grid.SetCols(kColumns);
   for (const int col : {kName, kOriginalValue, kType}) grid.SetReadOnly(col, true);
   grid.SetColType(kActualValue, u"0");
-  grid.SetFormatString(context_.language.Text(LNG23));
+  grid.SetFormatString(Context().language.Text(LNG23));
   xEDG_->Reload();
 }
 
 void NEditForm::SetCaptions() {
-  const String title = ReplaceAll(context_.language.Text(LNG13), u"%1", context_.fileName) +
-                       u" - " + context_.serverFolder;
-  // A doubled mark stands for itself.
-  setWindowTitle(ToQString(title).replace("[*]", "[*][*]") + "[*]");
-  const String caption =
-      ReplaceAll(context_.language.Text(LNG12), u"%1",
-                 ReplaceAll(context_.fileName, u"&", u"&&"));  // no key of the file name's
-  frame_->setTitle(ToQString(caption));
-  apply_->setText(Text(LNG24));
-  close_->setText(Text(LNG9));
+  const auto naming = [this](MessageKey key) {
+    return ReplaceAll(Context().language.Text(key), u"%1", Context().fileName);
+  };
+  SetTitle(naming(LNG13) + u" - " + Context().serverFolder);
+  frame_->setTitle(ToCaption(naming(LNG12)));
+  apply_->setText(Caption(LNG24));
+  close_->setText(Caption(LNG9));
   xEDG_->setAccessibleName(Text(LNG38));
 }
 
 void NEditForm::AddClipboardActions() {
   // In the toolkit's words, which it translates.
-  auto* const copy = new QAction(QLineEdit::tr("&Copy"), this);
-  auto* const paste = new QAction(QLineEdit::tr("&Paste"), this);
-  copy->setObjectName("Copy");
-  copy->setShortcut(QKeySequence::Copy);
-  paste->setObjectName("Paste");
-  paste->setShortcut(QKeySequence::Paste);
-  connect(copy, &QAction::triggered, this, &NEditForm::Copy);
-  connect(paste, &QAction::triggered, this, &NEditForm::Paste);
-  addActions({copy, paste});
-
-  QLineEdit* const editor = xEDG_->TextEditor();
-  editor->addActions({copy, paste});
-  comments_->addAction(copy);
-  xEDG_->addAction(copy);
-  for (QWidget* const widget : std::initializer_list<QWidget*>{editor, comments_, xEDG_}) {
-    widget->setContextMenuPolicy(Qt::ActionsContextMenu);
+  copy_ = new QAction(QLineEdit::tr("&Copy"), this);
+  paste_ = new QAction(QLineEdit::tr("&Paste"), this);
+  copy_->setObjectName("Copy");
+  copy_->setShortcut(QKeySequence::Copy);
+  paste_->setObjectName("Paste");
+  paste_->setShortcut(QKeySequence::Paste);
+  connect(copy_, &QAction::triggered, this, &NEditForm::Copy);
+  connect(paste_, &QAction::triggered, this, &NEditForm::Paste);
+  addActions({copy_, paste_});
+  for (QWidget* const box :
+       std::initializer_list<QWidget*>{xEDG_->TextEditor(), comments_, xEDG_}) {
+    box->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(box, &QWidget::customContextMenuRequested, this,
+            [this, box](QPoint place) { ShowContextMenu(box, place); });
   }
-  editor->installEventFilter(this);
+  xEDG_->TextEditor()->installEventFilter(this);
   comments_->installEventFilter(this);
+}
+
+/// The toolkit's menu with the window's Copy and Paste in the places of its own.
+void NEditForm::ShowContextMenu(QWidget* box, QPoint place) {
+  std::unique_ptr<QMenu> menu;
+  if (auto* const line = qobject_cast<QLineEdit*>(box)) {
+    menu.reset(line->createStandardContextMenu());
+  } else if (auto* const comments = qobject_cast<QPlainTextEdit*>(box)) {
+    menu.reset(comments->createStandardContextMenu());
+  } else {
+    menu = std::make_unique<QMenu>();
+    menu->addAction(copy_);
+  }
+  for (QAction* const action : menu->actions()) {
+    const QString caption = action->text().section('\t', 0, 0);  // keys may stand behind a tab
+    for (QAction* const own : {copy_, paste_}) {
+      if (caption != own->text()) continue;
+      menu->insertAction(action, own);
+      menu->removeAction(action);
+    }
+  }
+  menu->setObjectName("contextMenu");
+  menu->exec(box->mapToGlobal(place));
 }
 
 void NEditForm::Connect() {
   connect(series_, &SeriesTabs::ItemChecked, this, &NEditForm::EditSeries);
   connect(series_, &SeriesTabs::ItemSelected, this, &NEditForm::EditSeries);
-  connect(apply_, &QPushButton::clicked, this, &NEditForm::Apply);
+  connect(apply_, &QPushButton::clicked, this,
+          [this] { Save(*Context().documents.server, series_->Groups()); });
   connect(close_, &QPushButton::clicked, this, &NEditForm::reject);
 }
 
@@ -142,28 +162,51 @@ void NEditForm::SetUpSize() {
   new WindowGeometry(this, "NEditForm");
 }
 
+int NEditForm::CommentsHeight(int lines) const {
+  const int margins = comments_->frameWidth() + qRound(comments_->document()->documentMargin());
+  return ToTwips(lines * comments_->fontMetrics().lineSpacing() + 2 * margins);
+}
+
+EditorLayout NEditForm::LayoutFor(int height) const {
+  const auto with = [this, height](int lines) {
+    return EditorLayout::Of(Twips({width(), height}), CommentsHeight(lines),
+                            Twips(apply_->sizeHint()), Twips(close_->sizeHint()), mode_);
+  };
+  // In a small window or a large font the comments leave room for the tabs and one entry.
+  const int tabs = ToTwips(2 * series_->tabBar()->sizeHint().height());
+  int lines = kCommentLines;
+  EditorLayout layout = with(lines);
+  while (mode_ != LayoutMode::kSettings && lines > 1 && layout.TSeries.height < tabs) {
+    layout = with(--lines);
+  }
+  return layout;
+}
+
 void NEditForm::LayOut() {
-  const int commentsHeight =
-      kCommentLines * comments_->fontMetrics().lineSpacing() +
-      2 * (comments_->frameWidth() + static_cast<int>(comments_->document()->documentMargin()));
-  const EditorLayout layout =
-      EditorLayout::Of(Twips(size()), ToTwips(commentsHeight), Twips(apply_->sizeHint()),
-                       Twips(close_->sizeHint()), mode_);
+  EditorLayout layout = LayoutFor(height());
   Place(*frame_, layout.Frame1);
-  // How high the frame's caption is depends on style and font.
+  // How high the frame's caption is depends on style and font, and so does what is left for the
+  // buttons: where it is too little, all above them gets lower.
   const int caption = std::min(frame_->contentsRect().top(), frame_->fontMetrics().height() + 1);
   const QPoint inFrame(0, std::max(0, caption - ToPixels(layout.xEDG.top)));
+  const int cutOff = frame_->y() + inFrame.y() + ToPixels(layout.Command3.Bottom()) +
+                     PixelsFor(kBottomMargin) - height();
+  if (cutOff > 0) {
+    setMinimumHeight(PixelsFor(EditorLayout::kSmallestWindow.height) + cutOff);
+    layout = LayoutFor(height() - cutOff);
+  }
   Place(*xEDG_, layout.xEDG, inFrame);
   Place(*comments_, layout.Comments, inFrame);
   Place(*series_, layout.TSeries, inFrame);
+  series_->SetListSize({ToPixels(layout.lstSeries.width), ToPixels(layout.lstSeries.height)});
   Place(*apply_, layout.Command3, frame_->pos() + inFrame);
   Place(*close_, layout.Command4, frame_->pos() + inFrame);
   series_->setVisible(mode_ != LayoutMode::kSettings);
 }
 
 void NEditForm::LoadGrid() {
-  const Fields& fields = context_.documents.server->Fields();
-  const Fields& originals = context_.documents.distribution->Fields();
+  const Fields& fields = Context().documents.server->Fields();
+  const Fields& originals = Context().documents.distribution->Fields();
   xEDG_->hide();
   xEditGrid& grid = xEDG_->Grid();
   grid.Clear();
@@ -176,7 +219,7 @@ void NEditForm::LoadGrid() {
     grid.SetCellValue(row, kName, field->Name());
     grid.SetCellValue(row, kActualValue, field->Value());
     grid.SetCellValue(row, kOriginalValue, original->Value());
-    grid.SetCellValue(row, kType, context_.language.Text(mandatory ? LNG47 : LNG48));
+    grid.SetCellValue(row, kType, Context().language.Text(mandatory ? LNG47 : LNG48));
   }
   xEDG_->Reload();
   xEDG_->show();
@@ -184,11 +227,11 @@ void NEditForm::LoadGrid() {
 }
 
 bool NEditForm::LoadSeries() {
-  Document& serverSeries = *context_.documents.serverSeries;
-  AddMissingSeries(*context_.documents.distributionSeries, serverSeries);
+  Document& serverSeries = *Context().documents.serverSeries;
+  AddMissingSeries(*Context().documents.distributionSeries, serverSeries);
   const SeriesGroups groups(serverSeries);
   if (groups.GroupCount() > SeriesGroups::kMostGroups) {
-    ShowMessage(context_.messages, String(context_.language.Text(LNG22)),
+    ShowMessage(Context().messages, String(Context().language.Text(LNG22)),
                 message_style::kOk | message_style::kCritical);
     return false;
   }
@@ -208,32 +251,18 @@ void NEditForm::SureChange(bool& /*cancel*/, String& /*newValue*/, int& /*row*/,
 
 void NEditForm::Change(int& row, int& col) {
   if (col != kActualValue) return;
-  const xEditGrid& grid = xEDG_->Grid();
-  const auto field = context_.documents.server->Fields().Field(grid.Text(row, kName));
-  field->SetValue(grid.Text(row, kActualValue));
+  SettingOf(row)->SetValue(xEDG_->Grid().Text(row, kActualValue));
 }
 
 void NEditForm::EditSeries(int group, int item) {
   if (series_->widget(group)->isHidden() || series_->Groups().ItemCount(group) < 2) return;
   const String name = series_->Groups().List(group, item);
-  const auto entry = context_.documents.serverSeries->Fields().Field(name);
+  const auto entry = Context().documents.serverSeries->Fields().Field(name);
   const bool checked = series_->Groups().Selected(group, item);
   entry->Parameters().Parameter(u"Disabled")->SetValue(checked ? u"1" : u"0");
-  ShowComment(name, entry->Parameters().Parameter(u"Comments")->Value());
+  String comment = entry->Parameters().Parameter(u"Comments")->Value();
+  ShowComment(comments_, name, XmlUnescape(comment));
   SetChanged(1);
-}
-
-void NEditForm::Apply() {
-  if (ApplyChanges(context_, *context_.documents.server, series_->Groups())) SetChanged(0);
-}
-
-void NEditForm::reject() {
-  using namespace message_style;
-  if (changed_ > 0 && ShowMessage(context_.messages, String(context_.language.Text(LNG21)),
-                                  kYesNo | kQuestion | kDefaultButton2) != Button::kYes) {
-    return;
-  }
-  QDialog::reject();
 }
 
 void NEditForm::Copy() {
@@ -274,32 +303,16 @@ void NEditForm::resizeEvent(QResizeEvent* event) {
   LayOut();
 }
 
-void NEditForm::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
-    QDialog::keyPressEvent(event);
-    return;
-  }
-  // Enter belongs to the grid: it presses the button that it is typed on, and no default one.
-  if (auto* const button = qobject_cast<QPushButton*>(focusWidget())) button->click();
+std::shared_ptr<Field> NEditForm::SettingOf(int row) const {
+  // While the grid is filled anew, its current row may be the header.
+  if (row < 1) return std::make_shared<Field>();
+  return Context().documents.server->Fields().Field(row - 1);
 }
 
 void NEditForm::ShowSettingComment() {
-  const xEditGrid& grid = xEDG_->Grid();
-  const StringView name = grid.Text(grid.Row(), kName);
-  const auto field = context_.documents.server->Fields().Field(name);
-  ShowComment(name, field->Parameters().Parameter(0)->Value());
+  const auto field = SettingOf(xEDG_->Grid().Row());
+  String comment = field->Parameters().Parameter(0)->Value();
+  ShowComment(comments_, field->Name(), XmlUnescape(comment));
 }
-
-void NEditForm::ShowComment(StringView name, String comment) {
-  comments_->setAccessibleName(ToQString(name));
-  comments_->setPlainText(ToQString(NotAvailable(XmlUnescape(comment))));
-}
-
-void NEditForm::SetChanged(std::int16_t changed) {
-  changed_ = changed;
-  setWindowModified(changed_ > 0);
-}
-
-QString NEditForm::Text(MessageKey key) const { return ToQString(context_.language.Text(key)); }
 
 }  // namespace quenmar

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QDialog>
-#include <cstdint>
-
 #include "editor/EditorLayout.h"
 #include "editor/xEditGridEvents.h"
-#include "widgets/FileContext.h"
+#include "widgets/FileWindow.h"
 
+class QAction;
 class QGroupBox;
+class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 
@@ -19,7 +18,7 @@ class SeriesTabs;
 /// The window in which the user edits one configuration file: its settings in a grid beside the
 /// distribution's, the comment of the current one, and its repeatable settings as check lists.
 /// Edits go straight into the shared documents; Apply writes the file.
-class NEditForm : public QDialog, private xEditGridEvents {
+class NEditForm : public FileWindow, private xEditGridEvents {
   Q_OBJECT
 
  public:
@@ -34,14 +33,10 @@ class NEditForm : public QDialog, private xEditGridEvents {
   ///   all of them must not be opened, since saving would lose the rest.
   [[nodiscard]] bool LoadSeries();
 
-  /// Closes the window, unless there are changes that the user wants to keep.
-  void reject() override;
-
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   // What the grid tells.
@@ -60,22 +55,24 @@ class NEditForm : public QDialog, private xEditGridEvents {
 
   /// Takes over the current item of a series list and its check mark.
   void EditSeries(int group, int item);
-  void Apply();
   void Copy();
   void Paste();
 
+  /// @return the setting of a row: rows stand in the order of the fields, of which several may have
+  /// one name.
+  [[nodiscard]] std::shared_ptr<Field> SettingOf(int row) const;
   void ShowSettingComment();
-  /// Shows the comment of the setting or series entry of that name, by which the box is read out.
-  void ShowComment(StringView name, String comment);
-  void SetChanged(std::int16_t changed);
-  [[nodiscard]] QString Text(MessageKey key) const;
+  void ShowContextMenu(QWidget* box, QPoint place);
+  /// @return the height of a comments box of so many lines, in twips.
+  [[nodiscard]] int CommentsHeight(int lines) const;
+  [[nodiscard]] EditorLayout LayoutFor(int height) const;
 
-  FileContext context_;
-  std::int16_t changed_ = 0;
   LayoutMode mode_ = LayoutMode::kSettings;
 
   QGroupBox* frame_ = nullptr;
   EditGridView* xEDG_ = nullptr;
+  QAction* copy_ = nullptr;
+  QAction* paste_ = nullptr;
   QPlainTextEdit* comments_ = nullptr;
   SeriesTabs* series_ = nullptr;
   QPushButton* apply_ = nullptr;

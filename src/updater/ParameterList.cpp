@@ -1,5 +1,6 @@
 #include "updater/ParameterList.h"
 
+#include <QFocusEvent>
 #include <QSignalBlocker>
 
 #include "widgets/QtText.h"
@@ -77,7 +78,9 @@ std::vector<String> ParameterList::TickedNames() const {
 
 void ParameterList::focusInEvent(QFocusEvent* event) {
   QListWidget::focusInEvent(event);
-  emit Chosen();
+  // Coming back from another window or a menu is no turn to another list.
+  const Qt::FocusReason reason = event->reason();
+  if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) emit Chosen();
 }
 
 QItemSelectionModel::SelectionFlags ParameterList::selectionCommand(const QModelIndex& index,

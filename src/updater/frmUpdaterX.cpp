@@ -1,6 +1,5 @@
 #include "updater/frmUpdaterX.h"
 
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -8,12 +7,10 @@
 #include <QTabWidget>
 #include <utility>
 
-#include "conf/Functions.h"
-#include "files/Files.h"
 #include "updater/ParameterList.h"
-#include "widgets/ApplyChanges.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
+#include "widgets/ValueEdit.h"
 
 namespace quenmar {
 
@@ -22,25 +19,23 @@ using namespace message_style;
 namespace {
 
 // What `Changed` is set to.
-constexpr int kSaved = 0;
-constexpr int kMoved = 1;
-constexpr int kValueEdited = 2;
-constexpr int kSeriesTicked = 4;
+constexpr std::int16_t kMoved = 1;
+constexpr std::int16_t kValueEdited = 2;
+constexpr std::int16_t kSeriesTicked = 4;
 
 /// Gives an editor the value of its list's current item; without one it is empty and takes no keys.
-void LoadEditor(QLineEdit* editor, const ParameterList& list, StringView value) {
+void LoadEditor(ValueEdit* editor, const ParameterList& list, StringView value) {
   const QSignalBlocker silence(editor);
-  editor->setEnabled(list.currentItem() != nullptr);
-  const QString text = ToQString(value);
-  if (editor->text() != text) editor->setText(text);
+  const auto name = list.CurrentName();
+  editor->setEnabled(name.has_value());
+  editor->ShowValue(name ? ToQString(*name) : QString(), ToQString(value));
 }
 
 }  // namespace
 
 frmUpdaterX::frmUpdaterX(FileContext context, QWidget* parent)
-    : QDialog(parent),
-      context_(std::move(context)),
-      comparison_(context_.documents, context_.options.IsSorted()) {
+    : FileWindow(std::move(context), parent),
+      comparison_(Context().documents, Context().options.IsSorted()) {
   MakeControls();
   NameControls();
   BuildChangesPage();
@@ -48,9 +43,7 @@ frmUpdaterX::frmUpdaterX(FileContext context, QWidget* parent)
   BuildWindow();
   OrderTabs();
   ConnectControls();
-  comparison_.FillNewFields();
-  comparison_.FillActualFields();
-  comparison_.FillDeletedFields();
+  comparison_.FillResultTrees();
   UpdateChangesPage();
 }
 
@@ -83,7 +76,8 @@ void frmUpdaterX::ConnectControls() {
   });
   connect(tabLists_, &QTabWidget::currentChanged, this, &frmUpdaterX::ShowSelected);
   connect(series_, &SeriesTabs::ItemChecked, this, [this] { SetChanged(kSeriesTicked); });
-  connect(apply_, &QPushButton::clicked, this, &frmUpdaterX::Apply);
+  connect(apply_, &QPushButton::clicked, this,
+          [this] { Save(comparison_.ActualFields(), series_->Groups()); });
   connect(close_, &QPushButton::clicked, this, &frmUpdaterX::reject);
 }
 
@@ -102,22 +96,8 @@ void frmUpdaterX::FillLists() {
 }
 
 void frmUpdaterX::FillSeries() {
-  series_->Load(comparison_.FillSeries(context_.messages, context_.language));
+  series_->Load(comparison_.FillSeries(Context().messages, Context().language));
   series_->setVisible(series_->UsedTabs() > 0);
-}
-
-void frmUpdaterX::reject() {
-  if (changed_ > kSaved && Ask(LNG21, kYesNo | kQuestion | kDefaultButton2) != Button::kYes) return;
-  QDialog::reject();
-}
-
-void frmUpdaterX::keyPressEvent(QKeyEvent* event) {
-  // No button is the window's default: Enter in an editor must not start what nobody looks at.
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    if (auto* const button = qobject_cast<QPushButton*>(focusWidget())) button->click();
-    return;
-  }
-  QDialog::keyPressEvent(event);
 }
 
 void frmUpdaterX::ShowSelected() {
@@ -126,15 +106,18 @@ void frmUpdaterX::ShowSelected() {
   LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
   ShowHints();
   const auto name = lists_[ShownList()]->CurrentName();
-  comments_->setAccessibleName(name ? ToQString(*name) : QString());
-  comments_->setPlainText(name ? ToQString(Comment(*name)) : QString());
+  if (name) {
+    ShowComment(comments_, *name, Comment(*name));
+  } else {
+    comments_->clear();
+  }
 }
 
 void frmUpdaterX::ShowHints() {
   const std::array<int, 2> selected{changesList_, kActual};
   for (size_t page = 0; page < hints_.size(); ++page) {
     const auto name = lists_[selected[page]]->CurrentName();
-    const Language& language = context_.language;
+    const Language& language = Context().language;
     hints_[page]->clear();
     if (!name) continue;
     const String& state = language.Text(comparison_.IsMandatory(*name) ? LNG47 : LNG48);
@@ -157,14 +140,9 @@ void frmUpdaterX::UpdateChangesPage() {
   if (!changes) tabLists_->setCurrentIndex(kCurrentPage);
 }
 
-void frmUpdaterX::SetChanged(int changed) {
-  changed_ = changed;
-  setWindowModified(changed_ > kSaved);
-}
-
 void frmUpdaterX::UndoTick(QListWidgetItem* item) {
   lists_[kNew]->SetTicked(item, comparison_.IsMandatory(FromQString(item->text())));
-  const Language& language = context_.language;
+  const Language& language = Context().language;
   checkHint_->setText(
       ToQString(u"Checked: " + language.Text(LNG47) + u", Unchecked: " + language.Text(LNG48)));
 }
@@ -181,7 +159,7 @@ void frmUpdaterX::Move(int index) {
     if (const auto name = lists_[kNew]->CurrentName()) moved = comparison_.Add({*name});
   } else if (index == kActual) {
     moved =
-        comparison_.Remove(lists_[kActual]->TickedNames(), context_.messages, context_.language);
+        comparison_.Remove(lists_[kActual]->TickedNames(), Context().messages, Context().language);
   } else {
     moved = comparison_.Restore(lists_[kDeleted]->TickedNames());
   }
@@ -191,10 +169,6 @@ void frmUpdaterX::Move(int index) {
   UpdateChangesPage();
   // A button that has nothing left to do passes the focus on; it belongs beside that button.
   if (hadFocus && !moves_[index]->hasFocus()) lists_[ShownList()]->setFocus();
-}
-
-void frmUpdaterX::Apply() {
-  if (ApplyChanges(context_, comparison_.ActualFields(), series_->Groups())) SetChanged(kSaved);
 }
 
 int frmUpdaterX::ShownList() const {
@@ -214,15 +188,11 @@ String frmUpdaterX::CurrentValue(int list) const {
 /// @return what the distribution says about the setting, else what the server's file says.
 String frmUpdaterX::Comment(StringView name) const {
   String comment;
-  for (const auto& tree : {context_.documents.distribution, context_.documents.server}) {
+  for (const auto& tree : {Context().documents.distribution, Context().documents.server}) {
     comment = tree->Fields().Field(name)->Parameters().Parameter(u"Comments")->Value();
     if (!comment.empty()) break;
   }
-  return NotAvailable(comment);
-}
-
-Button frmUpdaterX::Ask(MessageKey key, int style) {
-  return ShowMessage(context_.messages, String(context_.language.Text(key)), style);
+  return comment;
 }
 
 }  // namespace quenmar

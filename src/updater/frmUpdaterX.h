@@ -1,15 +1,12 @@
 #pragma once
 
-#include <QDialog>
 #include <array>
 
-#include "conf/MessageBoxes.h"
 #include "updater/ChangeComparison.h"
-#include "widgets/FileContext.h"
+#include "widgets/FileWindow.h"
 
 class QGroupBox;
 class QLabel;
-class QLineEdit;
 class QListWidgetItem;
 class QPlainTextEdit;
 class QPushButton;
@@ -19,11 +16,13 @@ namespace quenmar {
 
 class ParameterList;
 class SeriesTabs;
+class ValueEdit;
 
 /// The window that compares one file's two versions and lets the user decide what the server's file
 /// keeps: settings move between list 0 (new), list 1 (current) and list 2 (obsolete); Apply writes
-/// list 1 and the series. Made anew for each comparison.
-class frmUpdaterX : public QDialog {
+/// list 1 and the series. Made anew for each comparison. `Changed` is 1 after a move between lists,
+/// 2 after an edited value and 4 after a ticked or unticked series item.
+class frmUpdaterX : public FileWindow {
   Q_OBJECT
 
  public:
@@ -36,17 +35,6 @@ class frmUpdaterX : public QDialog {
   /// Fills the series tabs, which changes the shared server documents. Throws `EndApplication`
   /// after a message when there are more kinds of series than tabs.
   void FillSeries();
-
-  /// @return 0 when nothing is unsaved; otherwise what was done last: 1 a move between lists, 2 an
-  /// edited value, 4 a series item ticked or unticked.
-  [[nodiscard]] int Changed() const { return changed_; }
-
-  /// Closes the window unless the user keeps unsaved changes; Escape and the window's frame come
-  /// here, too.
-  void reject() override;
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   // The lists, and the pages that they stand on.
@@ -71,23 +59,17 @@ class frmUpdaterX : public QDialog {
   void ShowHints();
   void UpdateButtons();
   void UpdateChangesPage();
-  void SetChanged(int changed);
 
   void UndoTick(QListWidgetItem* item);
   void SelectAll(int list);
   void Move(int index);
-  void Apply();
 
   [[nodiscard]] int ShownList() const;
   [[nodiscard]] const Document& Tree(int list) const;
   [[nodiscard]] String CurrentValue(int list) const;
   [[nodiscard]] String Comment(StringView name) const;
-  [[nodiscard]] QString Caption(MessageKey key) const;
-  Button Ask(MessageKey key, int style);
 
-  FileContext context_;
   ChangeComparison comparison_;
-  int changed_ = 0;
   int changesList_ = 0;  // the list of the page "Changes" that the user turned to last
 
   QTabWidget* tabLists_ = nullptr;
@@ -97,9 +79,9 @@ class frmUpdaterX : public QDialog {
   std::array<QPushButton*, 2> helps_{};
   std::array<QLabel*, 2> hints_{};  // by page
   QLabel* checkHint_ = nullptr;
-  QLineEdit* originalValue_ = nullptr;
-  QLineEdit* actualValue_ = nullptr;
-  QLineEdit* value_ = nullptr;
+  ValueEdit* originalValue_ = nullptr;
+  ValueEdit* actualValue_ = nullptr;
+  ValueEdit* value_ = nullptr;
   QPlainTextEdit* comments_ = nullptr;
   SeriesTabs* series_ = nullptr;
   QPushButton* apply_ = nullptr;

@@ -7,39 +7,18 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QTabWidget>
-#include <QValidator>
 #include <algorithm>
-#include <limits>
 
 #include "updater/ParameterList.h"
 #include "updater/frmUpdaterX.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
+#include "widgets/ValueEdit.h"
 #include "widgets/WindowGeometry.h"
 
 namespace quenmar {
 
 namespace {
-
-/// Makes one line of what is pasted: a line break inside a value would start another setting.
-class OneLine : public QValidator {
- public:
-  using QValidator::QValidator;
-
-  State validate(QString& input, int& /*position*/) const override {
-    for (QChar& character : input) {
-      if (character == u'\r' || character == u'\n') character = u' ';
-    }
-    return Acceptable;
-  }
-};
-
-QLineEdit* MakeEditor() {
-  auto* const editor = new QLineEdit;
-  editor->setMaxLength(std::numeric_limits<int>::max());  // cuts no value short
-  editor->setValidator(new OneLine(editor));
-  return editor;
-}
 
 QLabel* MakePlainLabel() {
   auto* const label = new QLabel;
@@ -88,15 +67,15 @@ void frmUpdaterX::MakeControls() {
     hint = MakePlainLabel();
     const QFontMetrics metrics = hint->fontMetrics();
     for (const MessageKey key : {LNG47, LNG48}) {  // so that neighbours do not move to and fro
-      const QString text = ToQString(u" [" + context_.language.Text(key) + u"]");
+      const QString text = ToQString(u" [" + Context().language.Text(key) + u"]");
       hint->setMinimumWidth(std::max(hint->minimumWidth(), metrics.horizontalAdvance(text)));
     }
   }
   checkHint_ = MakePlainLabel();
   checkHint_->setWordWrap(true);
-  originalValue_ = MakeEditor();
-  actualValue_ = MakeEditor();
-  value_ = MakeEditor();
+  originalValue_ = new ValueEdit;
+  actualValue_ = new ValueEdit;
+  value_ = new ValueEdit;
   value_->setReadOnly(true);
   comments_ = new QPlainTextEdit;
   comments_->setReadOnly(true);
@@ -107,7 +86,6 @@ void frmUpdaterX::MakeControls() {
 }
 
 void frmUpdaterX::NameControls() {
-  const auto text = [this](MessageKey key) { return ToQString(context_.language.Text(key)); };
   const auto name = [](QWidget* control, const QString& objectName, const QString& spoken = {}) {
     control->setObjectName(objectName);
     control->setAccessibleName(spoken);
@@ -115,7 +93,7 @@ void frmUpdaterX::NameControls() {
   setObjectName("frmUpdaterX");
   const std::array<MessageKey, 3> titles{LNG28, LNG38, LNG33};
   for (int k = 0; k < 3; ++k) {
-    const QString title = text(titles[k]);
+    const QString title = Text(titles[k]);
     name(lists_[k], QString("lstParameters%1").arg(k), title);
     name(moves_[k], QString("cmdMove%1").arg(k));
     moves_[k]->setAccessibleDescription(title);
@@ -124,18 +102,18 @@ void frmUpdaterX::NameControls() {
     selectAlls_[k]->setAccessibleDescription(title);
   }
   name(helps_[0], "cmdHelp0");
-  helps_[0]->setAccessibleDescription(text(LNG28));
+  helps_[0]->setAccessibleDescription(Text(LNG28));
   name(helps_[1], "cmdHelp1");
-  helps_[1]->setAccessibleDescription(text(LNG33));
+  helps_[1]->setAccessibleDescription(Text(LNG33));
   for (QLabel* const hint : hints_) name(hint, "lblHint");
   name(checkHint_, "lblCheckHint");
-  name(originalValue_, "txtOriginalValue", text(LNG29));
-  name(actualValue_, "txtActualValue", text(LNG30));
-  name(value_, "txtValue", text(LNG37));
+  name(originalValue_, "txtOriginalValue", Text(LNG29));
+  name(actualValue_, "txtActualValue", Text(LNG30));
+  name(value_, "txtValue", Text(LNG37));
   name(comments_, "txtComments");
   name(apply_, "cmdApply");
   name(close_, "cmdClose");
-  name(tabLists_, "tabLists", text(LNG38));
+  name(tabLists_, "tabLists", Text(LNG38));
 }
 
 /// Puts a list with its buttons beside it, and what belongs below it, into a frame.
@@ -195,7 +173,7 @@ void frmUpdaterX::BuildWindow() {
   upper->addWidget(tabLists_);
   upper->addWidget(comments_);
   upper->setStretchFactor(0, 3);
-  upper->setStretchFactor(1, 2);
+  upper->setStretchFactor(1, 1);
   auto* const whole = new QSplitter(Qt::Vertical);
   whole->addWidget(upper);
   whole->addWidget(series_);
@@ -211,12 +189,8 @@ void frmUpdaterX::BuildWindow() {
   column->addWidget(whole, 1);
   column->addLayout(buttons);
 
-  setModal(true);
-  setWindowFlag(Qt::WindowMaximizeButtonHint);
   setSizeGripEnabled(true);
-  QString file = ToQString(context_.fileName);
-  file.replace("[*]", "[*][*]");  // means itself when doubled
-  setWindowTitle(ToQString(context_.language.Text(LNG6)) + " - " + file + "[*]");
+  SetTitle(Context().language.Text(LNG6) + u" - " + Context().fileName);
   const QFontMetrics metrics = fontMetrics();
   resize(metrics.averageCharWidth() * 145, metrics.height() * 46);
   new WindowGeometry(this, "frmUpdaterX");
@@ -230,11 +204,6 @@ void frmUpdaterX::OrderTabs() {
                                  moves_[kActual],   actualValue_,     comments_,
                                  series_,           apply_,           close_};
   for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
-}
-
-/// @return the text as captions take it: with no mnemonic, letter for letter.
-QString frmUpdaterX::Caption(MessageKey key) const {
-  return ToQString(context_.language.Text(key)).replace("&", "&&");
 }
 
 }  // namespace quenmar

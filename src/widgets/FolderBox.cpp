@@ -1,5 +1,6 @@
 #include "widgets/FolderBox.h"
 
+#include <QApplication>
 #include <QCompleter>
 #include <QDir>
 #include <QDropEvent>
@@ -26,13 +27,15 @@ FolderBox::FolderBox(QWidget* parent) : QLineEdit(parent) {
   folders->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
   folders->setRootPath({});
   auto* const completer = new QCompleter(folders, this);
+  completer->setCaseSensitivity(Qt::CaseInsensitive);
   setCompleter(completer);
   connect(this, &QLineEdit::returnPressed, this, &FolderBox::Complete);
 }
 
 void FolderBox::SetFolder(const QString& folder) {
   setText(folder);
-  Complete();
+  complete_ = text();
+  emit FolderChanged();
 }
 
 void FolderBox::Complete() {
@@ -46,7 +49,26 @@ void FolderBox::Complete() {
 void FolderBox::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
   const Qt::FocusReason reason = event->reason();
-  if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) Complete();
+  if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason) return;
+  if (QGuiApplication::mouseButtons() == Qt::NoButton) {
+    QMetaObject::invokeMethod(this, &FolderBox::Leave, Qt::QueuedConnection);
+  } else {
+    qApp->installEventFilter(this);
+  }
+}
+
+/// A message while the mouse button is down would swallow the click that leaves the box.
+bool FolderBox::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease) {
+    qApp->removeEventFilter(this);
+    QMetaObject::invokeMethod(this, &FolderBox::Leave, Qt::QueuedConnection);
+  }
+  return QLineEdit::eventFilter(watched, event);
+}
+
+/// The click may have closed the window, or opened one, in which case the text waits.
+void FolderBox::Leave() {
+  if (isVisible() && !hasFocus() && QApplication::activeModalWidget() == nullptr) Complete();
 }
 
 void FolderBox::dragEnterEvent(QDragEnterEvent* event) {

@@ -12,18 +12,21 @@ class FolderBox : public QLineEdit {
  public:
   explicit FolderBox(QWidget* parent = nullptr);
 
-  /// Gives the box a complete text.
+  /// Gives the box a complete text, maybe the same again: what the folder holds may be another.
   void SetFolder(const QString& folder);
 
   /// Takes what was typed for complete.
   void Complete();
 
  signals:
-  /// The box has another complete text.
+  /// The box was given a complete text.
   void FolderChanged();
 
   /// The user dropped a folder here.
   void FolderDropped(const QString& folder);
+
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  protected:
   void focusOutEvent(QFocusEvent* event) override;
@@ -31,6 +34,8 @@ class FolderBox : public QLineEdit {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  void Leave();
+
   QString complete_;
 };
 

@@ -12,6 +12,11 @@ namespace quenmar {
   return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+/// @return the text as captions take it, letter for letter: a single ampersand would make a key.
+[[nodiscard]] inline QString ToCaption(StringView text) {
+  return ToQString(text).replace('&', "&&");
+}
+
 [[nodiscard]] inline String FromQString(const QString& text) { return text.toStdU16String(); }
 
 }  // namespace quenmar

@@ -1,5 +1,6 @@
 #include "widgets/SeriesTabs.h"
 
+#include <QBoxLayout>
 #include <QListWidget>
 #include <algorithm>
 
@@ -19,7 +20,11 @@ void SeriesTabs::AddList(int index) {
   list->setUniformItemSizes(true);
   list->setSpacing(1);
   lists_.append(list);
-  addTab(list, QString());
+  auto* const page = new QWidget;
+  auto* const room = new QVBoxLayout(page);
+  room->setContentsMargins({});
+  room->addWidget(list);
+  addTab(page, QString());
   setTabVisible(index, false);
   connect(list, &QListWidget::itemChanged, this, [this, index, list](QListWidgetItem* item) {
     if (loading_) return;
@@ -32,6 +37,10 @@ void SeriesTabs::AddList(int index) {
   });
 }
 
+void SeriesTabs::SetListSize(QSize size) {
+  for (QListWidget* const list : lists_) list->setMaximumSize(size);
+}
+
 void SeriesTabs::Load(const SeriesGroups& groups) {
   loading_ = true;
   groups_ = groups;
@@ -40,10 +49,9 @@ void SeriesTabs::Load(const SeriesGroups& groups) {
     list->clear();
     const bool used = index < groups.GroupCount();
     setTabVisible(index, used);
-    // An ampersand would make the next letter a shortcut.
-    const QString caption = used ? ToQString(groups.TabCaption(index)) : QString();
-    setTabText(index, QString(caption).replace("&", "&&"));
-    list->setAccessibleName(caption);
+    const String caption = used ? groups.TabCaption(index) : String();
+    setTabText(index, ToCaption(caption));
+    list->setAccessibleName(ToQString(caption));
     for (int item = 0; used && item < groups.ItemCount(index); ++item) {
       auto* const entry = new QListWidgetItem(ToQString(groups.List(index, item)), list);
       entry->setFlags(entry->flags() | Qt::ItemIsUserCheckable);

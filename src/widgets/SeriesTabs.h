@@ -23,6 +23,9 @@ class SeriesTabs : public QTabWidget {
   /// @return the groups with the check marks as they stand on the screen.
   [[nodiscard]] const SeriesGroups& Groups() const { return groups_; }
 
+  /// Makes every list so large, centred in its tab, or as large as the tab when that is smaller.
+  void SetListSize(QSize size);
+
   /// @return how many tabs have items.
   [[nodiscard]] int UsedTabs() const { return groups_.GroupCount(); }
 

@@ -15,7 +15,7 @@ TEST(EditorLayoutTest, SharesTheFrameOutByMode) {
   EXPECT_EQ(both.xEDG, (LayoutRectangle{50, 120, 8900, 5440}));
   EXPECT_EQ(both.Comments, (LayoutRectangle{50, 5570, 8900, 1000}));
   EXPECT_EQ(both.TSeries, (LayoutRectangle{50, 6580, 8900, 2480}));
-  EXPECT_EQ(both.lstSeries, (LayoutRectangle{70, 380, 8760, 2030}));
+  EXPECT_EQ(both.lstSeries, (LayoutSize{8760, 2030}));
   EXPECT_EQ(both.Command3, (LayoutRectangle{20, 9080, 1300, 400}));
   EXPECT_EQ(both.Command4, (LayoutRectangle{7780, 9080, 1200, 400}));
 

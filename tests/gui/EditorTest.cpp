@@ -2,14 +2,18 @@
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTest>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -150,6 +154,22 @@ class EditorTest : public QObject {
     for (int i = 0; i < 2; ++i) QTest::keyClick(editor.T(), Qt::Key_Backspace);
     QCOMPARE(editor.Cell(0, 1), QString("5"));
     QVERIFY(editor.Changed());
+  }
+
+  void editsTheRowThatIsShown() {
+    // Two settings of one name, and a value longer than lines of text commonly are.
+    Editor editor("a: 1\r\n", "a: 1\r\n//a: 2\r\nlong: " + std::string(40000, 'x') + "\r\n");
+    QVERIFY(editor.Open());
+    editor.ClickCell(1, 1);
+    QTest::keyClicks(editor.T(), "9");
+    QCOMPARE(editor.T()->accessibleName(), QString("a, Actual Value"));
+    QTest::keyClick(editor.T(), Qt::Key_Down);
+    QCOMPARE(editor.T()->accessibleName(), QString("long, Actual Value"));
+    QTest::keyClick(editor.T(), Qt::Key_Backspace);
+    editor.messages.Answer({Button::kYes});
+    editor.Press("Command3");
+    QCOMPARE(ReadFile(editor.folder / "conf" / "a.conf"),
+             "a: 1\r\na: 29\r\nlong: " + std::string(39999, 'x') + "\r\n");
   }
 
   void movesTheEditByArrows() {
@@ -310,7 +330,16 @@ class EditorTest : public QObject {
     QCOMPARE(series.Comment(), QString("** n/a **"));
     series.form->resize(1, 1);
     QCOMPARE(series.form->size(), QSize(334, 360));
-    for (const Editor* const editor : {&settings, &series}) {
+    // A large font takes the room from the comments, not from the series.
+    Editor both(kDistribution, kServer);
+    QVERIFY(both.Open());
+    QFont font = both.form->font();
+    font.setPointSize(20);
+    both.form->setFont(font);
+    both.form->resize(334, 361);
+    const auto* const tabs = both.Find<SeriesTabs>("TSeries");
+    QVERIFY(tabs->height() > tabs->tabBar()->height());
+    for (const Editor* const editor : {&settings, &series, &both}) {
       for (const char* const name : {"Command3", "Command4"}) {
         auto* const button = editor->Find<QPushButton>(name);
         QVERIFY(editor->form->rect().contains(button->geometry()));
@@ -335,8 +364,20 @@ class EditorTest : public QObject {
     comments->setFocus();
     QTest::keySequence(comments, QKeySequence::Copy);
     QCOMPARE(clipboard->text(), QString("About a & <b>"));
-    QVERIFY(comments->actions().contains(editor.Find<QAction>("Copy")));
-    QVERIFY(editor.T()->actions().contains(editor.Find<QAction>("Paste")));
+    // The menu of the value: undo, redo and cut, too.
+    QStringList offered;
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, this, [&offered] {
+      auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      if (menu == nullptr) return;
+      for (const QAction* const action : menu->actions()) offered << action->objectName();
+      menu->close();
+    });
+    poll.start(0);
+    editor.ClickCell(0, 1);
+    QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(2, 2), QPoint(2, 2));
+    QApplication::sendEvent(editor.T(), &ask);
+    QVERIFY(offered.contains("Copy") && offered.contains("Paste") && offered.size() > 6);
   }
 
   void choosesAndGrowsAndRefuses() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QString>
 #include <QStringList>
 #include <QtTest>
@@ -21,6 +23,8 @@ class GuiMessages : public MessageBoxes {
   }
 
   Button Show(const String& text, int style) override {
+    const QCursor* const cursor = QGuiApplication::overrideCursor();
+    busy_ = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
     shown_.append(QString("[%1] %2").arg(style).arg(ToQString(text)));
     if ((style & message_style::kButtons) == message_style::kOk) return Button::kOk;
     if (answers_.empty()) {
@@ -40,12 +44,16 @@ class GuiMessages : public MessageBoxes {
   /// @return the details that a message box had last.
   [[nodiscard]] const QString& Details() const { return details_; }
 
+  /// @return whether the application was busy when it showed the last message box.
+  [[nodiscard]] bool Busy() const { return busy_; }
+
   /// @return what was shown since the last call, each as "[style] text".
   QStringList Take() { return std::exchange(shown_, {}); }
 
  private:
   QStringList shown_;
   QString details_;
+  bool busy_ = false;
   std::deque<Button> answers_;
 };
 

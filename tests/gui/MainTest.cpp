@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTableView>
@@ -46,6 +47,7 @@ class MainTest : public QObject {
   void BareLineFeedsAreRepairedOrEndTheApplication();
   void TooManyKindsOfSeriesOpenNoWindow();
   void CloseEndsTheApplication();
+  void TabFollowsTheOrderOfUse();
   void CaptionsComeFromTheMessageTable();
 
  private:
@@ -150,6 +152,7 @@ void MainTest::FoldersAreJudgedOnceTheyAreComplete() {
         std::pair(Qt::TabFocusReason, true)}) {
     QFocusEvent leaving(QEvent::FocusOut, reason);
     QApplication::sendEvent(from, &leaving);
+    QCoreApplication::sendPostedEvents();
     QCOMPARE(messages_.Take().size(), complete ? 1 : 0);
   }
 
@@ -161,6 +164,9 @@ void MainTest::FoldersAreJudgedOnceTheyAreComplete() {
   QCOMPARE(names, QStringList({"NEW.CONF", "a.conf"}));
   QCOMPARE(files->currentIndex(), -1);
   QVERIFY(!Enabled());
+  WriteFile(*scratch_ / "dist/later.conf", "");
+  from->SetFolder(from->text());  // picked again: it is read again
+  QCOMPARE(files->count(), 3);
 
   auto* const to = Get<FolderBox>("txt_FileTo");
   to->SetFolder(Folder("empty"));
@@ -216,6 +222,8 @@ void MainTest::FoldersArePickedDroppedAndStored() {
   QVERIFY(enter.isAccepted());
   QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(from, &drop);
+  QCOMPARE(from->text(), QString());  // the other program comes first
+  QCoreApplication::sendPostedEvents();
   QCOMPARE(from->text(), Folder("dist"));
 
   const Options stored = LoadOptions(*registry_);
@@ -253,6 +261,14 @@ void MainTest::CheckChangesCopiesWhatTheServerLacks() {
   Get<QPushButton>("Command5")->click();
   QCOMPARE(messages_.Take(), QStringList(question));
   QVERIFY(!std::filesystem::exists(*scratch_ / "conf/NEW.CONF"));
+#ifndef Q_OS_WIN
+  std::filesystem::create_symlink(*scratch_ / "nowhere/file", *scratch_ / "conf/NEW.CONF");
+  messages_.Answer({Button::kYes});
+  Get<QPushButton>("Command5")->click();
+  QVERIFY(messages_.Take().last().startsWith("[0] Error: "));
+  QVERIFY(QApplication::overrideCursor() == nullptr);
+  std::filesystem::remove(*scratch_ / "conf/NEW.CONF");
+#endif
   messages_.Answer({Button::kYes});
   QCOMPARE(PressAndClose("Command5").left(24), QString("Check Changes - NEW.CONF"));
   QCOMPARE(ReadFile(*scratch_ / "conf/NEW.CONF"), std::string("n: 1\r\n"));
@@ -274,6 +290,7 @@ void MainTest::AFailedReadingOpensNothing() {
   Get<QPushButton>("Command3")->click();
   Get<QPushButton>("Command5")->click();
   QCOMPARE(messages_.Take().size(), 2);
+  QVERIFY(messages_.Busy());
   std::filesystem::create_directory(*scratch_ / "conf/NEW.CONF");  // a folder in the file's place
   Choose("NEW.CONF");
   for (const char* const command : {"Command3", "Command5"}) {
@@ -286,18 +303,21 @@ void MainTest::AFailedReadingOpensNothing() {
 }
 
 void MainTest::SortOrdersTheSettingsOfTheServer() {
-  WriteFile(*scratch_ / "conf/a.conf", "b: 1\r\na: 2\r\n");
+  WriteFile(*scratch_ / "conf/a.conf", "b: 1\r\na: 2\r\nnpc: z\r\nnpc: y\r\n");
   OpenOnFolders();
   Choose("a.conf");
   QStringList names;
   const auto look = [&names](QWidget* window) {
     const auto* const cells = window->findChild<QTableView*>("xEDG")->model();
     names << cells->index(0, 0).data().toString() + cells->index(1, 0).data().toString();
+    // Series are always sorted; what only the distribution has comes behind them.
+    const auto* const entries = window->findChild<QListWidget*>("lstSeries0");
+    for (int i = 0; i < entries->count(); ++i) names.last() += entries->item(i)->text();
   };
   PressAndClose("Command3", look);
   Get<QCheckBox>("Check1")->click();
   PressAndClose("Command3", look);
-  QCOMPARE(names, QStringList({"ba", "ab"}));
+  QCOMPARE(names, QStringList({"bayzx", "abyzx"}));
 }
 
 void MainTest::BareLineFeedsAreRepairedOrEndTheApplication() {
@@ -346,12 +366,29 @@ void MainTest::CloseEndsTheApplication() {
   QVERIFY(PressEnds("Command4"));
 }
 
+void MainTest::TabFollowsTheOrderOfUse() {
+  OpenOnFolders();
+  QStringList order;
+  for (const QWidget* control = Get<FolderBox>("txt_FileFrom");;
+       control = control->nextInFocusChain()) {
+    if (!control->objectName().isEmpty() && (control->focusPolicy() & Qt::TabFocus) != 0) {
+      if (!order.isEmpty() && control->objectName() == order.first()) break;
+      order << control->objectName();
+    }
+  }
+  QCOMPARE(order, QStringList({"txt_FileFrom", "Command1", "txt_FileTo", "Command2", "ConfFiles",
+                               "Command3", "Command5", "Command4", "Check1"}));
+}
+
 void MainTest::CaptionsComeFromTheMessageTable() {
-  registry_->RegWriteString(RegistryRoot::kLocalMachine, u"Software\\Quenmar\\Language", u"LNG9",
-                            u"Cerrar");
+  for (const auto& [name, text] : {std::pair(u"LNG9", u"Cerrar"), std::pair(u"LNG8", u"&A")}) {
+    registry_->RegWriteString(RegistryRoot::kLocalMachine, u"Software\\Quenmar\\Language", name,
+                              text);
+  }
   language_ = Language::LoadLanguage(*registry_);
   Open();
   QCOMPARE(Get<QPushButton>("Command4")->text(), QString("Cerrar"));
+  QCOMPARE(Get<QPushButton>("Command3")->text(), QString("&&A"));  // shown letter for letter
   QCOMPARE(Get<QCheckBox>("Check1")->text(), QString("Select a config file from the list."));
   QCOMPARE(window_->windowTitle(), QString("Talsk/Orvanth .conf Editor"));
 }

@@ -47,6 +47,8 @@ class UpdaterTest : public QObject {
   void SelectAllTicksAndRestoreMovesWhatIsTicked();
   void SortKeepsListsOrdered();
   void EditorsWithoutItemTakeNoKeys();
+  void ValuesBelongToTheirSettings();
+  void ChangesAreSetNotAdded();
   void PastedLinesBecomeOne();
   void ChangesPageFollowsItsLists();
   void SeriesTicksAreWritten();
@@ -226,7 +228,7 @@ void UpdaterTest::RemoveAsksForMandatorySettings() {
   QCOMPARE(messages_.Take(), questions);
   QTEST(Items(1), "left");
   QTEST(Items(2), "removed");
-  QTEST(window_->Changed(), "changed");
+  QTEST(int(window_->Changed()), "changed");
 }
 
 void UpdaterTest::SelectAllTicksAndRestoreMovesWhatIsTicked() {
@@ -282,11 +284,38 @@ void UpdaterTest::EditorsWithoutItemTakeNoKeys() {
   QCOMPARE(Applied(), "a: 3\r\n");
 }
 
+void UpdaterTest::ValuesBelongToTheirSettings() {
+  Open("a: 1\r\nb: 2\r\nn: x\r\n//n: y\r\n", "a: 1\r\nb: 2\r\n//m: 0\r\n");
+  Pages()->setCurrentIndex(1);
+  Type("txtActualValue", "2");
+  Click(List(1), 1);
+  QTest::keySequence(Find<QLineEdit>("txtActualValue"), QKeySequence::Undo);
+  QCOMPARE(Find<QLineEdit>("txtActualValue")->text(), "2");  // b's own value, and not a's former
+  // Of settings with one name the first one goes.
+  QCOMPARE(Items(0), "+n +n");
+  Pages()->setCurrentIndex(0);
+  Click(List(0), 1);
+  Press("cmdMove0");
+  QCOMPARE(Applied(), "a: 2\r\nb: 2\r\nn: x\r\n");
+}
+
+void UpdaterTest::ChangesAreSetNotAdded() {
+  Open();
+  Click(Find<QListWidget>("lstSeries0"), 0, true);
+  QCOMPARE(int(window_->Changed()), 4);
+  Pages()->setCurrentIndex(1);
+  Type("txtActualValue", "3");
+  QCOMPARE(int(window_->Changed()), 2);
+  Pages()->setCurrentIndex(0);
+  Press("cmdMove0");
+  QCOMPARE(int(window_->Changed()), 1);
+}
+
 void UpdaterTest::PastedLinesBecomeOne() {
   Open("a: 1\r\n", "a: 2\r\n");
   Find<QLineEdit>("txtActualValue")->selectAll();
   Find<QLineEdit>("txtActualValue")->insert("x\r\nb: y");
-  QCOMPARE(Applied(), "a: x  b: y\r\n");
+  QCOMPARE(Applied(), "a: x b: y\r\n");
 }
 
 void UpdaterTest::ChangesPageFollowsItsLists() {

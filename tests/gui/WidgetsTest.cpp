@@ -1,8 +1,10 @@
 #include <QMessageBox>
 #include <QtTest>
 
+#include "gui/PrivateState.h"
 #include "widgets/QtMessageBoxes.h"
 #include "widgets/ShownCursor.h"
+#include "widgets/WindowGeometry.h"
 
 namespace quenmar {
 
@@ -14,6 +16,10 @@ class WidgetsTest : public QObject {
  private slots:
   void EscapeChangesNothing_data();
   void EscapeChangesNothing();
+  void WindowsRememberTheirSize();
+
+ private:
+  PrivateState state_;
 };
 
 void WidgetsTest::EscapeChangesNothing_data() {
@@ -58,6 +64,21 @@ void WidgetsTest::EscapeChangesNothing() {
   QTEST(press(Qt::Key_Return), "onEnter");
   QTEST(press(Qt::Key_Escape), "onEscape");
   QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+}
+
+void WidgetsTest::WindowsRememberTheirSize() {
+  const auto sizeAfter = [](const QString& key, QSize change) {
+    QWidget window;
+    window.resize(200, 100);
+    new WindowGeometry(&window, key);
+    window.show();
+    window.resize(window.size() + change);
+    window.close();
+    return window.size();
+  };
+  QCOMPARE(sizeAfter("a", {50, 20}), QSize(250, 120));
+  QCOMPARE(sizeAfter("a", {0, 0}), QSize(250, 120));
+  QCOMPARE(sizeAfter("b", {0, 0}), QSize(200, 100));
 }
 
 }  // namespace quenmar
