@@ -225,7 +225,10 @@ void Main::Run(void (Main::*command)()) {
     (this->*command)();
   } catch (const EndApplication&) {
     QCoreApplication::exit(0);
+    return;
   }
+  // A question and the window behind it that close together may leave the focus nowhere.
+  activateWindow();
 }
 
 void Main::Edit() {

@@ -1,5 +1,8 @@
 #include <QApplication>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <iostream>
 
 #include "app/Arguments.h"
@@ -28,6 +31,11 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QGuiApplication::setDesktopFileName("quenmar");
   QGuiApplication::setWindowIcon(ProgramIcon());
+  // The toolkit's own words, such as Yes and No, in the user's language; else they are English.
+  QTranslator toolkit;
+  if (toolkit.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(&toolkit);
+  }
 
   const auto registry = quenmar::OpenRegistry(arguments.registry);
   if (const quenmar::String trouble = registry->Trouble(); !trouble.empty()) {

@@ -1,7 +1,9 @@
 #include "widgets/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QMessageBox>
+#include <QTextEdit>
 
 #include "widgets/QtText.h"
 #include "widgets/ShownCursor.h"
@@ -41,6 +43,16 @@ Button Pressed(int button) {
   }
 }
 
+/// Lines of files are read best unwrapped, below each other.
+void AddDetails(QMessageBox& box, const QString& details) {
+  box.setDetailedText(details);
+  auto* const text = box.findChild<QTextEdit*>();
+  text->setLineWrapMode(QTextEdit::NoWrap);
+  text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  const QFontMetrics metrics = text->fontMetrics();
+  text->setFixedSize(metrics.averageCharWidth() * 80, metrics.lineSpacing() * 16);
+}
+
 }  // namespace
 
 Button QtMessageBoxes::Show(const String& text, int style) {
@@ -52,7 +64,7 @@ Button QtMessageBoxes::ShowWithDetails(const String& text, int style, const Stri
   QMessageBox box(IconOf(style), title_, ToQString(text), buttons, QApplication::activeWindow());
   box.setObjectName("messageBox");
   box.setTextFormat(Qt::PlainText);
-  if (!details.empty()) box.setDetailedText(ToQString(details));
+  if (!details.empty()) AddDetails(box, ToQString(details));
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   if (buttons.testFlag(QMessageBox::No)) {
     const bool second = (style & message_style::kDefaultButton2) != 0;

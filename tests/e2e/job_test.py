@@ -124,6 +124,10 @@ def edit(user, folder):
     user.choose_file("login.conf")
     user.press(MAIN, "Edit")
     user.program.find(window, "table cell", "gate_port")
+    xdotool("key", "Right", "Return", "5", "Escape")
+    answer(user, "Ignore Changes?", "Yes")
+    user.press(MAIN, "Edit")
+    user.program.find(window, "table cell", "gate_port")
     xdotool("key", "Right", "Down", "Return", "ctrl+a")
     xdotool("type", "7200")
     xdotool("key", "Down", "End")
@@ -131,6 +135,17 @@ def edit(user, folder):
     wait_for("the value", lambda: user.program.find(window, "table cell", "1285"))
     apply_and_close(user, window)
     return ["--set", "gate_port=7200", "--set", "gate_waiting_clients=1285"]
+
+
+def mistype(user):
+    """Types a wrong folder and leaves the box by a click: the message comes, and the click counts."""
+    user.program.tab_to(MAIN, "text", "Server Conf:")
+    xdotool("key", "ctrl+a")
+    xdotool("type", "/nowhere")
+    caption = "Select a config file from the list."
+    user.program.find(MAIN, "check box", caption).click(8)
+    answer(user, 'Please, select your "conf" folder inside your Server Root.', "OK")
+    wait_for("a tick", lambda: user.program.find(MAIN, "check box", caption).has("CHECKED"))
 
 
 def expect_same(quenmarctl, distribution, server, decisions, written):
@@ -149,6 +164,7 @@ def run(quenmar, quenmarctl, examples, scratch, make_user, job):
     with Program(quenmar, "--registry", registry, mine / "conf-dist", mine / "conf") as program:
         user = make_user(program)
         decisions = job(user, mine / "conf") if job is edit else job(user)
+        mistype(user)
         user.press(MAIN, "Close")
         assert program.process.wait(timeout=30) == 0
     # What edits only is a merge with a distribution that has the same settings in the same order.
