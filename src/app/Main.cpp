@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -38,14 +37,6 @@ Widget* Named(Widget* widget, const char* name) {
 }
 
 }  // namespace
-
-FolderPicker PlatformFolderPicker() {
-  return [](QWidget* owner, const QString& title, const QString& folder) {
-    const QString shown =
-        title.isEmpty() ? "Please select your Documents folder or one of it's subfolders" : title;
-    return QDir::toNativeSeparators(QFileDialog::getExistingDirectory(owner, shown, folder));
-  };
-}
 
 Main::Main(Registry& registry, const Language& language, MessageBoxes& messages,
            FolderPicker picker, const std::optional<Folders>& folders)

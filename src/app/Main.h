@@ -3,9 +3,9 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <optional>
 
+#include "app/FolderPicker.h"
 #include "conf/FolderCheck.h"
 #include "conf/MessageBoxes.h"
 #include "registry/Language.h"
@@ -22,13 +22,6 @@ class QPushButton;
 namespace quenmar {
 
 class FolderBox;
-
-/// Lets the user pick a folder: owner window, title and the folder to begin in; empty on Cancel.
-using FolderPicker =
-    std::function<QString(QWidget* owner, const QString& title, const QString& folder)>;
-
-/// @return the platform's own folder picker.
-[[nodiscard]] FolderPicker PlatformFolderPicker();
 
 class Main : public QWidget {
   Q_OBJECT
