@@ -7,6 +7,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build_packages=(cmake g++ libcli11-dev ninja-build nlohmann-json3-dev qt6-base-dev)
 test_packages=("${build_packages[@]}" libgmock-dev libgtest-dev
   at-spi2-core dbus gir1.2-atspi-2.0 openbox python3-gi xauth xdotool xvfb)  # for the programs on a display
+windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix googletest icoutils
+  qt6-base-dev-tools)
 clang_packages=("${build_packages[@]}" clang libclang-rt-dev)
 icon_packages=(librsvg2-bin)
 
