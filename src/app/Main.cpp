@@ -8,13 +8,13 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <filesystem>
 
 #include "conf/ConfReader.h"
 #include "conf/EndApplication.h"
 #include "conf/Functions.h"
 #include "editor/NEditForm.h"
 #include "files/FileError.h"
+#include "files/Folder.h"
 #include "updater/frmUpdaterX.h"
 #include "widgets/FolderBox.h"
 #include "widgets/QtText.h"
@@ -25,10 +25,7 @@ namespace quenmar {
 
 namespace {
 
-bool Exists(const Path& path) {
-  std::error_code error;
-  return std::filesystem::exists(path, error);
-}
+bool Exists(const Path& path) { return KindOf(path) != FileKind::kMissing; }
 
 template <class Widget>
 Widget* Named(Widget* widget, const char* name) {

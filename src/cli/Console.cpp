@@ -10,6 +10,7 @@
 #include "cli/Printable.h"
 #include "cli/TerminalMessages.h"
 #include "conf/EndApplication.h"
+#include "files/Folder.h"
 #include "registry/OpenRegistry.h"
 #include "text/Charset.h"
 
@@ -162,8 +163,9 @@ bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
 }
 
 void RequireFolder(const Path& folder) {
+  if (KindOf(folder) == FileKind::kFolder) return;
   std::error_code error;
-  if (std::filesystem::is_directory(folder, error)) return;
+  (void)std::filesystem::is_directory(folder, error);
   throw CommandTrouble(ToUtf8(PathText(folder)) + ": " +
                        (error ? error.message() : "this is no folder"));
 }

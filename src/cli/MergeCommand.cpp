@@ -11,6 +11,7 @@
 #include "conf/Functions.h"
 #include "conf/SaveChanges.h"
 #include "files/FileError.h"
+#include "files/Folder.h"
 #include "text/Charset.h"
 #include "updater/ChangeComparison.h"
 
@@ -186,9 +187,8 @@ class Merge {
   }
 
   [[nodiscard]] SaveChanges ChangesOf(const Path& target, const std::vector<String>& lines) const {
-    std::error_code error;
     const String oldText =
-        fs::is_regular_file(target, error) ? FromWindows1252(ReadBytes(target)) : String();
+        KindOf(target) == FileKind::kFile ? FromWindows1252(ReadBytes(target)) : String();
     return ListSaveChanges(oldText, lines, context_.options.series);
   }
 

@@ -5,6 +5,7 @@
 
 #include "conf/ConfLine.h"
 #include "conf/Functions.h"
+#include "files/Folder.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -14,10 +15,11 @@ namespace {
 constexpr StringView kSeparator = u": ";
 
 void BackUpExisting(const Path& path) {
-  std::error_code missing;  // what cannot be looked at fails to open below, and is reported there
-  if (!std::filesystem::is_regular_file(path, missing)) return;
+  // What cannot be looked at fails to open below, and is reported there.
+  if (KindOf(path) != FileKind::kFile) return;
   Path backup = path;
   backup += ".bak";
+  std::error_code missing;
   if (std::filesystem::equivalent(path, backup, missing)) {
     throw RuntimeError(0, u"ConfWriter",
                        PathText(backup) + u" is the file itself, not a copy of it");

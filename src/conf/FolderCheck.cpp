@@ -9,16 +9,19 @@ namespace {
 constexpr auto kSeparator = static_cast<char16_t>(Path::preferred_separator);
 constexpr StringView kPattern = u"*.conf";
 
+/// @return the folder of a folder box, whose separator makes the drive's root of a "C:".
+Path FolderOf(StringView box) { return box.empty() ? Path() : PathFromText(JoinPath(box, {})); }
+
 }  // namespace
 
 FolderCheck CheckDistributionFolder(StringView distribution, StringView server) {
   FolderCheck check;
-  if (!HasConfEntry(PathFromText(distribution))) {
+  if (!HasConfEntry(FolderOf(distribution))) {
     check.message = LNG15;
     check.commands = FolderCheck::Commands::kDisabled;
     return check;
   }
-  if (HasConfEntry(PathFromText(server))) {
+  if (HasConfEntry(FolderOf(server))) {
     if (distribution == server) {
       check.message = LNG16;
       check.commands = FolderCheck::Commands::kDisabled;
@@ -28,7 +31,7 @@ FolderCheck CheckDistributionFolder(StringView distribution, StringView server) 
     check.commands = FolderCheck::Commands::kEnabled;
   }
   check.files.emplace();
-  for (const Path& name : ListConfFiles(PathFromText(distribution))) {
+  for (const Path& name : ListConfFiles(FolderOf(distribution))) {
     check.files->push_back(PathText(name));
   }
   if (check.files->empty()) {
@@ -41,12 +44,12 @@ FolderCheck CheckDistributionFolder(StringView distribution, StringView server) 
 
 FolderCheck CheckServerFolder(StringView distribution, StringView server) {
   FolderCheck check;
-  if (ListConfFiles(PathFromText(server)).empty()) {
+  if (ListConfFiles(FolderOf(server)).empty()) {
     check.message = LNG18;
     check.commands = FolderCheck::Commands::kDisabled;
     return check;
   }
-  if (ListConfFiles(PathFromText(distribution)).empty()) return check;
+  if (ListConfFiles(FolderOf(distribution)).empty()) return check;
   if (distribution == server) {
     check.message = LNG19;
     check.commands = FolderCheck::Commands::kDisabled;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "files/FileHandle.h"
+#include "files/SystemPath.h"
 
 namespace quenmar {
 
@@ -38,8 +39,9 @@ std::intptr_t Open(const std::filesystem::path& path, FileHandle::Mode mode) {
   DWORD creation = OPEN_EXISTING;
   if (mode == FileHandle::Mode::kTruncate) creation = OPEN_ALWAYS;
   if (mode == FileHandle::Mode::kCreateNew) creation = CREATE_NEW;
-  return reinterpret_cast<std::intptr_t>(::CreateFileW(path.c_str(), access, sharing, nullptr,
-                                                       creation, FILE_ATTRIBUTE_NORMAL, nullptr));
+  return reinterpret_cast<std::intptr_t>(::CreateFileW(SystemPath(path).c_str(), access, sharing,
+                                                       nullptr, creation, FILE_ATTRIBUTE_NORMAL,
+                                                       nullptr));
 }
 
 }  // namespace
@@ -105,7 +107,9 @@ bool IsRefusal(const FileError& error) {
   }
 }
 
-void MoveOver(const std::filesystem::path& from, const std::filesystem::path& to) {
+void MoveOver(const std::filesystem::path& source, const std::filesystem::path& target) {
+  const std::filesystem::path from = SystemPath(source);
+  const std::filesystem::path to = SystemPath(target);
   constexpr DWORD kKeepAttributes = REPLACEFILE_IGNORE_MERGE_ERRORS;
   if (::GetFileAttributesW(to.c_str()) != INVALID_FILE_ATTRIBUTES &&
       ::ReplaceFileW(to.c_str(), from.c_str(), nullptr, kKeepAttributes, nullptr, nullptr) != 0) {

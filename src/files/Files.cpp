@@ -9,6 +9,7 @@
 
 #include "files/FileError.h"
 #include "files/FileHandle.h"
+#include "files/Folder.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -108,16 +109,15 @@ void OverwriteInPlace(const Path& path, std::string_view bytes) {
 /// @param original the file that `bytes` are a copy of, if they are
 void Replace(const Path& path, std::string_view bytes, const std::optional<Path>& original) {
   const Path target = BehindLinks(path);
-  std::error_code error;
-  const fs::file_status status = fs::symlink_status(target, error);
+  const FileKind kind = KindOf(target);
   std::optional<Path> model = original;
   std::optional<FileHandle> existing;
-  if (fs::exists(status)) {
+  if (kind != FileKind::kMissing) {
     // Renaming would pass over a write protection: ask the file itself first.
     existing.emplace(target, FileHandle::Mode::kProbeForWrite);
     if (!model) model = target;
   }
-  const bool replaceable = !existing || fs::is_regular_file(status);
+  const bool replaceable = !existing || kind == FileKind::kFile;
   const auto temporary =
       replaceable ? TryTemporaryFile(target, model, original.has_value()) : nullptr;
   if (original && existing && replaceable && !temporary) existing->TakePermissionsOf(*original);
@@ -170,7 +170,7 @@ void CopyWhole(const Path& from, const Path& to) { Replace(to, ReadBytes(from), 
 
 bool IsMissing(const Path& path) {
   std::error_code error;
-  return fs::symlink_status(path, error).type() == fs::file_type::not_found;
+  return KindOf(path) == FileKind::kMissing && !fs::is_symlink(fs::symlink_status(path, error));
 }
 
 void WriteInPlace(const Path& path, std::string_view bytes) {

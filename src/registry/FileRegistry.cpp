@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "files/FileError.h"
+#include "files/Folder.h"
 
 namespace quenmar {
 
@@ -14,11 +15,6 @@ String FullKey(RegistryRoot root, StringView subkey) {
   String key = root == RegistryRoot::kLocalMachine ? u"HKEY_LOCAL_MACHINE" : u"HKEY_CURRENT_USER";
   if (!subkey.empty()) key.append(u"\\").append(subkey);
   return key;
-}
-
-bool LeadsNowhere(const Path& path) {
-  std::error_code error;
-  return std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found;
 }
 
 }  // namespace
@@ -52,7 +48,7 @@ bool FileRegistry::RegWriteString(RegistryRoot root, StringView subkey, StringVi
 void FileRegistry::Load() {
   trouble_.clear();
   file_ = RegistryFile();
-  if (path_.empty() || LeadsNowhere(path_)) return;
+  if (path_.empty() || KindOf(path_) == FileKind::kMissing) return;
   String reason = u"it is no registry file";
   try {
     file_ = RegistryFile::Parse(ReadBytes(path_));

@@ -62,10 +62,12 @@ TEST(Functions, SmallHelpers) {
 
 TEST(ConfFolder, ListsConfigurationFilesOnly) {
   const ScratchFolder folder;
-  for (const char* name : {"a.conf", "B.CONF", "c.conf.bak", "conf"}) WriteFile(folder / name, "");
+  for (const char* name : {"a.conf", "B.CONF", ".conf", "c.conf.bak", "conf"}) {
+    WriteFile(folder / name, "");
+  }
   std::filesystem::create_directory(folder / "d.conf");
   EXPECT_THAT(ListConfFiles(folder.Folder()),
-              ::testing::UnorderedElementsAre(Path("a.conf"), Path("B.CONF")));
+              ::testing::UnorderedElementsAre(Path("a.conf"), Path("B.CONF"), Path(".conf")));
   EXPECT_THAT(ListConfFiles(folder / "missing"), ::testing::IsEmpty());
 }
 

@@ -1,0 +1,39 @@
+#include <filesystem>
+
+#include "files/Folder.h"
+#include "text/CaseFolding.h"
+
+namespace quenmar {
+
+namespace fs = std::filesystem;
+
+FileKind KindOf(const Path& path) {
+  std::error_code error;
+  switch (fs::status(path, error).type()) {
+    case fs::file_type::not_found:
+      return FileKind::kMissing;
+    case fs::file_type::regular:
+      return FileKind::kFile;
+    case fs::file_type::directory:
+      return FileKind::kFolder;
+    default:
+      return FileKind::kOther;
+  }
+}
+
+std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
+                                         std::error_code& error) {
+  std::vector<FolderEntry> entries;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const Path name = entry->path().filename();
+    const String text = PathText(name);
+    if (text.size() >= ending.size() &&
+        EqualIgnoringCase(StringView(text).substr(text.size() - ending.size()), ending)) {
+      entries.push_back({name, KindOf(entry->path())});
+    }
+  }
+  return entries;
+}
+
+}  // namespace quenmar
