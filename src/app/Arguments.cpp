@@ -3,9 +3,8 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <cstdlib>
-#include <iostream>
 
-#include "text/Charset.h"
+#include "app/Complaint.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -13,7 +12,7 @@ namespace quenmar {
 namespace {
 
 [[noreturn]] void Refuse(const QString& reason) {
-  std::cerr << "quenmar: " << ToUtf8(FromQString(reason)) << '\n';
+  Complain(reason);
   std::exit(2);
 }
 

@@ -3,12 +3,11 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
-#include <iostream>
 
 #include "app/Arguments.h"
+#include "app/Complaint.h"
 #include "app/Main.h"
 #include "registry/OpenRegistry.h"
-#include "text/Charset.h"
 #include "widgets/QtMessageBoxes.h"
 #include "widgets/QtText.h"
 
@@ -39,7 +38,7 @@ int main(int argc, char** argv) {
 
   const auto registry = quenmar::OpenRegistry(arguments.registry);
   if (const quenmar::String trouble = registry->Trouble(); !trouble.empty()) {
-    std::cerr << "quenmar: " << quenmar::ToUtf8(trouble) << '\n';
+    quenmar::Complain(quenmar::ToQString(trouble));
   }
   const auto language = quenmar::Language::LoadLanguage(*registry);
   quenmar::QtMessageBoxes messages(quenmar::ToQString(language.Text(quenmar::LNG1)));

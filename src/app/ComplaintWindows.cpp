@@ -1,0 +1,14 @@
+#include <windows.h>
+
+#include <string>
+
+#include "app/Complaint.h"
+
+namespace quenmar {
+
+void Complain(const QString& text) {
+  const std::wstring shown = text.toStdWString();
+  ::MessageBoxW(nullptr, shown.c_str(), L"Quenmar", MB_OK | MB_ICONWARNING);
+}
+
+}  // namespace quenmar
