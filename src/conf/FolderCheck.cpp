@@ -1,5 +1,8 @@
 #include "conf/FolderCheck.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include "conf/ConfFolder.h"
 
 namespace quenmar {
@@ -12,6 +15,12 @@ constexpr StringView kPattern = u"*.conf";
 /// @return the folder of a folder box, whose separator makes the drive's root of a "C:".
 Path FolderOf(StringView box) { return box.empty() ? Path() : PathFromText(JoinPath(box, {})); }
 
+/// @return whether both texts name one folder, be it in two ways.
+bool AreSame(StringView one, StringView other) {
+  std::error_code error;  // what cannot be compared differs
+  return one == other || std::filesystem::equivalent(FolderOf(one), FolderOf(other), error);
+}
+
 }  // namespace
 
 FolderCheck CheckDistributionFolder(StringView distribution, StringView server) {
@@ -22,7 +31,7 @@ FolderCheck CheckDistributionFolder(StringView distribution, StringView server) 
     return check;
   }
   if (HasConfEntry(FolderOf(server))) {
-    if (distribution == server) {
+    if (AreSame(distribution, server)) {
       check.message = LNG16;
       check.commands = FolderCheck::Commands::kDisabled;
       check.files.emplace();
@@ -50,7 +59,7 @@ FolderCheck CheckServerFolder(StringView distribution, StringView server) {
     return check;
   }
   if (ListConfFiles(FolderOf(distribution)).empty()) return check;
-  if (distribution == server) {
+  if (AreSame(distribution, server)) {
     check.message = LNG19;
     check.commands = FolderCheck::Commands::kDisabled;
   } else {

@@ -131,12 +131,12 @@ void NEditForm::ShowContextMenu(QWidget* box, QPoint place) {
     menu = std::make_unique<QMenu>();
     menu->addAction(copy_);
   }
-  for (QAction* const action : menu->actions()) {
-    const QString caption = action->text().section('\t', 0, 0);  // keys may stand behind a tab
+  for (QAction* const standard : menu->actions()) {
+    const QString caption = standard->text().section('\t', 0, 0);  // keys may stand behind a tab
     for (QAction* const own : {copy_, paste_}) {
       if (caption != own->text()) continue;
-      menu->insertAction(action, own);
-      menu->removeAction(action);
+      menu->insertAction(standard, own);
+      menu->removeAction(standard);
     }
   }
   menu->setObjectName("contextMenu");

@@ -3,29 +3,13 @@ screen reader does, and sends mouse and keyboard events through the X server (xd
 
 import os
 import subprocess
-import time
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-LIMIT = 30  # seconds that anything may take, on a busy machine too
-
-
-def wait_for(what, condition):
-    """Waits until condition() gives something true and returns that; fails after the limit."""
-    end = time.monotonic() + LIMIT
-    while time.monotonic() < end:
-        result = condition()
-        if result:
-            return result
-        time.sleep(0.02)
-    raise AssertionError(f"waited in vain for {what}")
-
-
-def xdotool(*words):
-    subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.DEVNULL)
+from display import wait_for, xdotool  # noqa: E402
 
 
 class Control:

@@ -11,7 +11,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-from desktop import Program, wait_for, xdotool
+from desktop import Program
+from display import wait_for, xdotool
 
 MAIN = "Talsk/Orvanth .conf Editor"  # the title of message boxes, too
 NEW = "[x] New Settings / [ ] optional settings:"

@@ -10,7 +10,8 @@ import sys
 import time
 from pathlib import Path
 
-from desktop import Program, xdotool
+from desktop import Program
+from display import xdotool
 from job_test import MAIN, NEW, Keyboard
 
 

@@ -12,10 +12,10 @@ import struct
 import subprocess
 import sys
 import tempfile
-import time
 from pathlib import Path
 
-LIMIT = 60  # seconds that anything may take, on a busy machine too
+from display import wait_for, xdotool
+
 MAIN = "Talsk/Orvanth .conf Editor"  # the message boxes', too
 OPTIONS = r"HKLM\Software\Quenmar\Options"
 DEFAULTS = {
@@ -25,26 +25,10 @@ DEFAULTS = {
 }
 
 
-def wait_for(what, condition):
-    """Waits until condition() gives something true and returns that; fails after the limit."""
-    end = time.monotonic() + LIMIT
-    while time.monotonic() < end:
-        result = condition()
-        if result:
-            return result
-        time.sleep(0.02)
-    raise AssertionError(f"waited in vain for {what}")
-
-
-def xdotool(*words):
-    result = subprocess.run(["xdotool", *map(str, words)], capture_output=True, text=True)
-    return result.stdout.strip()
-
-
 def active_window():
     """Returns the active window once keys reach it, too; else an empty text."""
-    active = xdotool("getactivewindow")
-    return active if active == xdotool("getwindowfocus") else ""
+    active = xdotool("getactivewindow", check=False)
+    return active if active == xdotool("getwindowfocus", check=False) else ""
 
 
 def keys(*names):
@@ -119,7 +103,7 @@ class Windows:
 
         def new():
             active = active_window()
-            name = xdotool("getwindowname", active) if active else ""
+            name = xdotool("getwindowname", active, check=False) if active else ""
             return active if active and active not in self.open and name.startswith(title) else None
 
         self.open.append(wait_for(f'a window "{title}"', new))
@@ -133,7 +117,7 @@ class Windows:
         """Waits until the title tells whether there are unsaved changes."""
         wait_for(
             f"the mark of changes to be {modified}",
-            lambda: xdotool("getwindowname", self.open[-1]).endswith("*") == modified,
+            lambda: xdotool("getwindowname", self.open[-1], check=False).endswith("*") == modified,
         )
 
     def answer(self, key, title=MAIN):

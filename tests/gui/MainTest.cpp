@@ -197,7 +197,8 @@ void MainTest::TheSameFolderTwiceIsRefusedFromBothSides() {
   QVERIFY(!Enabled());
   Get<FolderBox>("txt_FileTo")->SetFolder(Folder("conf"));
   QVERIFY(Enabled());
-  Get<FolderBox>("txt_FileFrom")->SetFolder(Folder("conf"));
+  // Also by another name of it.
+  Get<FolderBox>("txt_FileFrom")->SetFolder(Folder("dist") + "/../conf");
   QCOMPARE(messages_.Take(), QStringList("[0] Please, don't select the same folder."));
   QVERIFY(!Enabled());
   QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 0);
