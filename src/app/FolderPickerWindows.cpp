@@ -2,6 +2,7 @@
 // after windows.h, which it builds on
 #include <shlobj.h>
 
+#include <QDir>
 #include <QWidget>
 #include <array>
 #include <string>
@@ -20,7 +21,8 @@ int CALLBACK SelectFolder(HWND dialog, UINT message, LPARAM /*detail*/, LPARAM f
 
 QString Pick(QWidget* owner, const QString& title, const QString& folder) {
   const std::wstring shown = (title.isEmpty() ? QString(kPickerTitle) : title).toStdWString();
-  const std::wstring current = folder.toStdWString();
+  // The shell takes no forward slashes.
+  const std::wstring current = QDir::toNativeSeparators(folder).toStdWString();
   BROWSEINFOW info{};
   info.hwndOwner = reinterpret_cast<HWND>(owner->winId());
   info.lpszTitle = shown.c_str();
@@ -32,7 +34,8 @@ QString Pick(QWidget* owner, const QString& title, const QString& folder) {
   std::array<wchar_t, MAX_PATH> path{};  // stays empty when the path is longer than that
   ::SHGetPathFromIDListW(chosen, path.data());
   ::CoTaskMemFree(chosen);
-  return QString::fromWCharArray(path.data());
+  return QString::fromWCharArray(path.data(),
+                                 static_cast<int>(::wcsnlen(path.data(), path.size())));
 }
 
 }  // namespace

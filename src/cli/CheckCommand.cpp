@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <ostream>
-#include <system_error>
 
 #include "cli/CheckReport.h"
 #include "cli/Commands.h"
@@ -16,12 +15,14 @@ std::vector<Path> FilesToCheck(const CheckArguments& arguments) {
   std::vector<Path> files;
   for (const std::string& file : arguments.files) files.push_back(ArgumentPath(file));
   if (!files.empty()) return files;
-  std::error_code error;
-  files = ListConfFiles(arguments.distribution, error);
+  String trouble;
+  files = ListConfFiles(arguments.distribution, trouble);
+  if (files.empty() && trouble.empty()) trouble = u"no .conf file in it";
+  if (!trouble.empty()) {
+    throw CommandTrouble(ToUtf8(PathText(arguments.distribution) + u": " + trouble));
+  }
   std::sort(files.begin(), files.end());
-  if (!files.empty()) return files;
-  throw CommandTrouble(ToUtf8(PathText(arguments.distribution)) + ": " +
-                       (error ? error.message() : "no .conf file in it"));
+  return files;
 }
 
 FileReport Summarize(const ChangeComparison& comparison, const Document& distribution) {

@@ -163,11 +163,11 @@ bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
 }
 
 void RequireFolder(const Path& folder) {
-  if (KindOf(folder) == FileKind::kFolder) return;
-  std::error_code error;
-  (void)std::filesystem::is_directory(folder, error);
-  throw CommandTrouble(ToUtf8(PathText(folder)) + ": " +
-                       (error ? error.message() : "this is no folder"));
+  const FileKind kind = KindOf(folder);
+  if (kind == FileKind::kFolder) return;
+  String trouble = u"this is no folder";
+  if (kind != FileKind::kFile) (void)EntriesEndingIn({}, folder, trouble);
+  throw CommandTrouble(ToUtf8(PathText(folder) + u": " + trouble));
 }
 
 int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& streams) {

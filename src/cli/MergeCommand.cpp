@@ -65,8 +65,7 @@ class Merge {
     if (IsMissing(distributionFile_)) {
       throw CommandTrouble(ToUtf8(PathText(distributionFile_)) + ": no such file");
     }
-    std::error_code error;
-    if (fs::equivalent(distributionFile_, serverFile_, error)) {
+    if (IsSame(distributionFile_, serverFile_)) {
       throw CommandTrouble(ToUtf8(context_.language.Text(LNG16)));
     }
     if (IsMissing(serverFile_)) StartWithTheDistributionsFile();

@@ -16,17 +16,14 @@ namespace quenmar {
 [[nodiscard]] bool StandardOutputShowsColours();
 
 /// Prepares the standard streams for their lifetime: bytes pass unchanged, and a console reads them
-/// as UTF-8. Restores the console when destroyed.
+/// as UTF-8. Restores the console when destroyed, and
+/// when the user breaks the program off.
 class TerminalEncoding {
  public:
   TerminalEncoding();
   TerminalEncoding(const TerminalEncoding&) = delete;
   TerminalEncoding& operator=(const TerminalEncoding&) = delete;
   ~TerminalEncoding();
-
- private:
-  unsigned codePage_ = 0;   // the console's, 0 where there is none to restore
-  unsigned long mode_ = 0;  // of its output
 };
 
 }  // namespace quenmar

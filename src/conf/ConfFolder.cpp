@@ -10,21 +10,21 @@ constexpr StringView kEnding = u".conf";
 
 }  // namespace
 
-std::vector<Path> ListConfFiles(const Path& folder, std::error_code& error) {
+std::vector<Path> ListConfFiles(const Path& folder, String& trouble) {
   std::vector<Path> names;
-  for (const FolderEntry& entry : EntriesEndingIn(kEnding, folder, error)) {
+  for (const FolderEntry& entry : EntriesEndingIn(kEnding, folder, trouble)) {
     if (entry.kind == FileKind::kFile) names.push_back(entry.name);
   }
   return names;
 }
 
 std::vector<Path> ListConfFiles(const Path& folder) {
-  std::error_code unreadable;  // what cannot be read has nothing to offer
+  String unreadable;  // what cannot be read has nothing to offer
   return ListConfFiles(folder, unreadable);
 }
 
 bool HasConfEntry(const Path& folder) {
-  std::error_code unreadable;
+  String unreadable;
   return !EntriesEndingIn(kEnding, folder, unreadable).empty();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <system_error>
 #include <vector>
 
 #include "files/Files.h"
@@ -9,8 +8,9 @@ namespace quenmar {
 
 /// @return the names of the configuration files (*.conf, without regard to case) in a folder, in
 /// the order in which the file system enumerates them; none when the folder cannot be read.
-/// @param error receives why the folder could not be read
-[[nodiscard]] std::vector<Path> ListConfFiles(const Path& folder, std::error_code& error);
+/// @param trouble receives the system's words for why not everything could be read, else it is
+/// empty
+[[nodiscard]] std::vector<Path> ListConfFiles(const Path& folder, String& trouble);
 [[nodiscard]] std::vector<Path> ListConfFiles(const Path& folder);
 
 /// @return whether anything in a folder is named like a configuration file, be it a folder itself.

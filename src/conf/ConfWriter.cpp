@@ -19,8 +19,7 @@ void BackUpExisting(const Path& path) {
   if (KindOf(path) != FileKind::kFile) return;
   Path backup = path;
   backup += ".bak";
-  std::error_code missing;
-  if (std::filesystem::equivalent(path, backup, missing)) {
+  if (IsSame(path, backup)) {
     throw RuntimeError(0, u"ConfWriter",
                        PathText(backup) + u" is the file itself, not a copy of it");
   }

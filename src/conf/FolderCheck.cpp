@@ -1,9 +1,7 @@
 #include "conf/FolderCheck.h"
 
-#include <filesystem>
-#include <system_error>
-
 #include "conf/ConfFolder.h"
+#include "files/Folder.h"
 
 namespace quenmar {
 
@@ -17,8 +15,7 @@ Path FolderOf(StringView box) { return box.empty() ? Path() : PathFromText(JoinP
 
 /// @return whether both texts name one folder, be it in two ways.
 bool AreSame(StringView one, StringView other) {
-  std::error_code error;  // what cannot be compared differs
-  return one == other || std::filesystem::equivalent(FolderOf(one), FolderOf(other), error);
+  return one == other || IsSame(FolderOf(one), FolderOf(other));
 }
 
 }  // namespace

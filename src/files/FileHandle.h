@@ -1,5 +1,5 @@
 /// An open file, as thin as the systems allow: what differs between them stands in
-/// FileHandlePosix.cpp and FileHandleWindows.cpp and nowhere else in this layer.
+/// FileHandlePosix.cpp and FileHandleWindows.cpp.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,8 @@ class FileHandle {
     kRead,           ///< an existing file, shared with other programs
     kProbeForWrite,  ///< an existing file, content untouched: fails where writing would
     kTruncate,       ///< for writing; created when missing, emptied otherwise
-    kCreateNew,      ///< for writing; fails when the name is taken; readable by the owner only
+    kCreateNew,      ///< for writing; fails when the name is taken; readable by the owner only, on
+                 ///< Windows by whom its folder lets
   };
 
   FileHandle(const std::filesystem::path& path, Mode mode);

@@ -3,25 +3,13 @@
 #include <string>
 
 #include "files/FileHandle.h"
-#include "files/SystemPath.h"
+#include "files/SystemWindows.h"
 
 namespace quenmar {
 
 namespace {
 
 const auto kClosed = reinterpret_cast<std::intptr_t>(INVALID_HANDLE_VALUE);
-
-/// @return the system's sentence for the error, in its own language.
-String SystemMessage(DWORD number) {
-  wchar_t* buffer = nullptr;
-  const DWORD length = ::FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-      nullptr, number, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-  String text(buffer, buffer + length);
-  ::LocalFree(buffer);
-  while (!text.empty() && text.back() <= u' ') text.pop_back();
-  return text.empty() ? u"System error " + ToText(static_cast<int>(number)) : text;
-}
 
 [[noreturn]] void Fail(const char16_t* operation) {
   const DWORD number = ::GetLastError();

@@ -1,7 +1,6 @@
 /// What stands where: questions about paths that the systems answer each in their own way.
 #pragma once
 
-#include <system_error>
 #include <vector>
 
 #include "files/Files.h"
@@ -15,7 +14,8 @@ enum class FileKind {
   kOther,  ///< a device or the like, or what cannot be told
 };
 
-/// @return what stands at the path, or where a link there leads.
+/// @return what stands at the path, or where a link there leads (on Windows a link that leads
+/// nowhere counts as a file).
 [[nodiscard]] FileKind KindOf(const Path& path);
 
 struct FolderEntry {
@@ -25,8 +25,12 @@ struct FolderEntry {
 
 /// @return the entries of a folder whose names end in `ending`, without regard to case, in the
 /// order in which the file system enumerates them; none when the folder cannot be read.
-/// @param error receives why the folder could not be read
+/// @param trouble receives the system's words for why not everything could be read, else it is
+/// empty
 [[nodiscard]] std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
-                                                       std::error_code& error);
+                                                       String& trouble);
+
+/// @return whether both paths lead to one file or folder; what cannot be looked at is not the same.
+[[nodiscard]] bool IsSame(const Path& one, const Path& other);
 
 }  // namespace quenmar

@@ -1,7 +1,9 @@
 #include <filesystem>
+#include <system_error>
 
 #include "files/Folder.h"
 #include "text/CaseFolding.h"
+#include "text/Charset.h"
 
 namespace quenmar {
 
@@ -21,9 +23,9 @@ FileKind KindOf(const Path& path) {
   }
 }
 
-std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
-                                         std::error_code& error) {
+std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& trouble) {
   std::vector<FolderEntry> entries;
+  std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
        entry.increment(error)) {
     const Path name = entry->path().filename();
@@ -33,7 +35,13 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
       entries.push_back({name, KindOf(entry->path())});
     }
   }
+  trouble = error ? FromUtf8(error.message()) : String();
   return entries;
+}
+
+bool IsSame(const Path& one, const Path& other) {
+  std::error_code error;
+  return fs::equivalent(one, other, error);
 }
 
 }  // namespace quenmar

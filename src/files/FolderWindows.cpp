@@ -1,7 +1,10 @@
 #include <windows.h>
 
+#include <optional>
+#include <tuple>
+
 #include "files/Folder.h"
-#include "files/SystemPath.h"
+#include "files/SystemWindows.h"
 
 namespace quenmar {
 
@@ -10,6 +13,21 @@ namespace {
 FileKind KindOf(DWORD attributes) {
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return FileKind::kFolder;
   return (attributes & FILE_ATTRIBUTE_DEVICE) != 0 ? FileKind::kOther : FileKind::kFile;
+}
+
+/// The disk and the number on it, which no other file or folder has at the time.
+using Identity = std::tuple<DWORD, DWORD, DWORD>;
+
+std::optional<Identity> IdentityOf(const Path& path) {
+  constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const HANDLE handle = ::CreateFileW(SystemPath(path).c_str(), 0, kSharing, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return {};
+  BY_HANDLE_FILE_INFORMATION found;
+  const bool known = ::GetFileInformationByHandle(handle, &found) != 0;
+  ::CloseHandle(handle);
+  if (!known) return {};
+  return Identity(found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow);
 }
 
 }  // namespace
@@ -30,9 +48,8 @@ FileKind KindOf(const Path& path) {
   }
 }
 
-std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
-                                         std::error_code& error) {
-  error.clear();
+std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& trouble) {
+  trouble.clear();
   std::vector<FolderEntry> entries;
   // The system itself compares the names, by the rules of the disk that they stand on.
   const Path pattern = folder / PathFromText(u"*" + String(ending));
@@ -41,16 +58,21 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
       folder.empty() ? INVALID_HANDLE_VALUE : ::FindFirstFileW(SystemPath(pattern).c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) {
     const DWORD number = folder.empty() ? ERROR_PATH_NOT_FOUND : ::GetLastError();
-    if (number != ERROR_FILE_NOT_FOUND) {
-      error.assign(static_cast<int>(number), std::system_category());
-    }
+    if (number != ERROR_FILE_NOT_FOUND) trouble = SystemMessage(number);
     return entries;
   }
   do {
     entries.push_back({entry.cFileName, KindOf(entry.dwFileAttributes)});
   } while (::FindNextFileW(search, &entry) != 0);
+  const DWORD last = ::GetLastError();
+  if (last != ERROR_NO_MORE_FILES) trouble = SystemMessage(last);  // such as a share that went away
   ::FindClose(search);
   return entries;
+}
+
+bool IsSame(const Path& one, const Path& other) {
+  const std::optional<Identity> first = IdentityOf(one);
+  return first && first == IdentityOf(other);
 }
 
 }  // namespace quenmar

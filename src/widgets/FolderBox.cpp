@@ -30,6 +30,7 @@ FolderBox::FolderBox(QWidget* parent) : QLineEdit(parent) {
   completer->setCaseSensitivity(Qt::CaseInsensitive);
   setCompleter(completer);
   connect(this, &QLineEdit::returnPressed, this, &FolderBox::Complete);
+  connect(this, &FolderBox::Left, this, &FolderBox::Leave, Qt::QueuedConnection);
 }
 
 void FolderBox::SetFolder(const QString& folder) {
@@ -51,7 +52,7 @@ void FolderBox::focusOutEvent(QFocusEvent* event) {
   const Qt::FocusReason reason = event->reason();
   if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason) return;
   if (QGuiApplication::mouseButtons() == Qt::NoButton) {
-    QMetaObject::invokeMethod(this, &FolderBox::Leave, Qt::QueuedConnection);
+    emit Left();
   } else {
     qApp->installEventFilter(this);
   }
@@ -61,7 +62,7 @@ void FolderBox::focusOutEvent(QFocusEvent* event) {
 bool FolderBox::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonRelease) {
     qApp->removeEventFilter(this);
-    QMetaObject::invokeMethod(this, &FolderBox::Leave, Qt::QueuedConnection);
+    emit Left();
   }
   return QLineEdit::eventFilter(watched, event);
 }

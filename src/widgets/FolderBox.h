@@ -25,6 +25,9 @@ class FolderBox : public QLineEdit {
   /// The user dropped a folder here.
   void FolderDropped(const QString& folder);
 
+  /// The user has gone to another control.
+  void Left();
+
  public:
   bool eventFilter(QObject* watched, QEvent* event) override;
 

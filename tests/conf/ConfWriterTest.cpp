@@ -124,7 +124,16 @@ TEST_F(ConfWriterTest, ReportsWhatTheDiskRefuses) {
   EXPECT_FALSE(Save());
   path_ = folder_.Folder();
   EXPECT_FALSE(Save());
-#ifndef _WIN32
+#ifdef _WIN32
+  // Another program has the file open for itself.
+  path_ = folder_ / "map.conf";
+  WriteFile(path_, "mine\r\n");
+  std::FILE* const busy = ::_wfsopen(path_.c_str(), L"r", 0x20 /* others may read */);
+  EXPECT_FALSE(Save());
+  std::fclose(busy);
+  EXPECT_EQ(ReadFile(path_), "mine\r\n");
+  EXPECT_EQ(messages_.shown.size(), 3);
+#else
   path_ = "/dev/full";
   EXPECT_FALSE(Save());
   EXPECT_EQ(messages_.shown.at(2), (Shown{"Error: No space left on device", 0}));

@@ -7,9 +7,12 @@
 #include "ScriptedMessages.h"
 #include "Trees.h"
 #include "conf/ConfFolder.h"
+#include "conf/FolderCheck.h"
 
 namespace quenmar {
 namespace {
+
+constexpr auto kSlash = static_cast<char16_t>(Path::preferred_separator);
 
 TEST(Functions, TextFilesKeepEveryByte) {
   const ScratchFolder folder;
@@ -69,6 +72,18 @@ TEST(ConfFolder, ListsConfigurationFilesOnly) {
   EXPECT_THAT(ListConfFiles(folder.Folder()),
               ::testing::UnorderedElementsAre(Path("a.conf"), Path("B.CONF"), Path(".conf")));
   EXPECT_THAT(ListConfFiles(folder / "missing"), ::testing::IsEmpty());
+}
+
+TEST(Functions, PathsGetOneSeparator) {
+  EXPECT_EQ(JoinPath(u"a", u"b") + JoinPath(u"/", u"b"), String(u"a") + kSlash + u"b/b");
+#ifdef _WIN32
+  EXPECT_EQ(JoinPath(u"C:", u"x"), u"C:\\x");
+  EXPECT_EQ(JoinPath(u"C:/conf/", u"x"), u"C:/conf/x");
+  EXPECT_EQ(JoinPath(u"C:\\conf\\", u"x"), u"C:\\conf\\x");
+  EXPECT_EQ(JoinPath(u"\\\\server\\conf", u"x"), u"\\\\server\\conf\\x");
+#else
+  EXPECT_EQ(JoinPath(u"a\\", u"b"), u"a\\/b");  // no separator here
+#endif
 }
 
 }  // namespace

@@ -87,8 +87,9 @@ TEST(WindowsFiles, AMissingDriveIsToldAndListsNothing) {
   while (::GetDriveTypeW(root.c_str()) != DRIVE_NO_ROOT_DIR) ASSERT_LE(++root.front(), L'Z');
   const Path drive = root;
   EXPECT_EQ(KindOf(drive / "x.conf"), FileKind::kMissing);
-  std::error_code error;
-  EXPECT_TRUE(EntriesEndingIn(u".conf", drive, error).empty() && error);
+  String trouble;
+  EXPECT_TRUE(EntriesEndingIn(u".conf", drive, trouble).empty());
+  EXPECT_FALSE(trouble.empty());
   EXPECT_NE(ErrorOf([&drive] { (void)ReadBytes(drive / "x.conf"); }), 0U);
   EXPECT_NE(ErrorOf([&drive] { WriteInPlace(drive / "x.conf", "x"); }), 0U);
 }
@@ -107,14 +108,27 @@ TEST(WindowsFiles, PathsMayBeLong) {
   EXPECT_EQ(KindOf(folder), FileKind::kFolder);
   EXPECT_EQ(KindOf(file), FileKind::kFile);
   EXPECT_TRUE(IsMissing(folder / "b.conf"));
-  std::error_code error;
-  const auto entries = EntriesEndingIn(u".conf", folder, error);
+  String trouble;
+  const auto entries = EntriesEndingIn(u".conf", folder, trouble);
+  EXPECT_TRUE(trouble.empty());
   ASSERT_EQ(entries.size(), 1U);
   EXPECT_EQ(entries[0].name, "a.CONF");
   for (::DeleteFileW((prefix + file.native()).c_str()); folder != scratch.Folder();
        folder = folder.parent_path()) {
     ::RemoveDirectoryW((prefix + folder.native()).c_str());
   }
+}
+
+TEST(WindowsFiles, OneFolderHasSeveralNames) {
+  const ScratchFolder folder;
+  const std::wstring name = folder.Folder().native();
+  const Path other = folder / "other";
+  std::filesystem::create_directory(other);
+  EXPECT_TRUE(IsSame(name, name + L"\\"));
+  EXPECT_TRUE(IsSame(name, LR"(\\?\)" + name));
+  EXPECT_TRUE(IsSame(name, other / ".."));
+  EXPECT_FALSE(IsSame(name, other));
+  EXPECT_FALSE(IsSame(name + L"x", name + L"x"));  // stands nowhere
 }
 
 }  // namespace
