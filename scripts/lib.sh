@@ -14,26 +14,31 @@ icon_packages=(librsvg2-bin)
 
 cores=$(nproc)
 
+# apt_get ARGUMENT...: runs apt-get as root.
+apt_get() {
+  local root=()
+  if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null; then
+      echo "There is no sudo, so please do this as root: apt-get $*" >&2
+      return 1
+    fi
+    root=(sudo)
+  fi
+  "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=120 "$@" </dev/null
+}
+
 # install_packages PACKAGE...: installs those that are missing. Asks no package server anything when
 # there is nothing to install, so that the scripts run offline from the second time on.
 install_packages() {
-  local package missing=() root=()
+  local package missing=()
   for package in "$@"; do
     [[ $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) == installed* ]] ||
       missing+=("$package")
   done
   ((${#missing[@]} > 0)) || return 0
-  if ((EUID != 0)); then
-    if ! command -v sudo >/dev/null; then
-      echo "Please install as root: ${missing[*]}" >&2
-      return 1
-    fi
-    root=(sudo)
-  fi
   echo "Installing ${missing[*]}"
-  local apt=("${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=120)
-  "${apt[@]}" update </dev/null
-  "${apt[@]}" install --no-install-recommends "${missing[@]}" </dev/null
+  apt_get update
+  apt_get install --no-install-recommends "${missing[@]}"
 }
 
 # build PRESET [OPTION...]: configures with the options and builds.
