@@ -20,7 +20,7 @@ class FileHandle {
     kProbeForWrite,  ///< an existing file, content untouched: fails where writing would
     kTruncate,       ///< for writing; created when missing, emptied otherwise
     kCreateNew,      ///< for writing; fails when the name is taken; readable by the owner only, on
-                 ///< Windows by whom its folder lets
+                     ///< Windows by whom its folder lets
   };
 
   FileHandle(const std::filesystem::path& path, Mode mode);
