@@ -19,7 +19,6 @@ namespace quenmar {
 
 namespace {
 
-namespace fs = std::filesystem;
 
 constexpr const char* kDeclined = "declined, the file was not saved";
 
