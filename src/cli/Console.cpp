@@ -1,10 +1,8 @@
 #include "cli/Console.h"
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <memory>
 #include <ostream>
-#include <system_error>
 
 #include "cli/Commands.h"
 #include "cli/Printable.h"

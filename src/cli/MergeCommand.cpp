@@ -1,7 +1,5 @@
 #include <algorithm>
-#include <filesystem>
 #include <ostream>
-#include <system_error>
 
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
@@ -18,7 +16,6 @@
 namespace quenmar {
 
 namespace {
-
 
 constexpr const char* kDeclined = "declined, the file was not saved";
 

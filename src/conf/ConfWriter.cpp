@@ -1,7 +1,5 @@
 #include "conf/ConfWriter.h"
 
-#include <filesystem>
-#include <system_error>
 
 #include "conf/ConfLine.h"
 #include "conf/Functions.h"
