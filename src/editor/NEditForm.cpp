@@ -167,13 +167,15 @@ int NEditForm::CommentsHeight(int lines) const {
   return ToTwips(lines * comments_->fontMetrics().lineSpacing() + 2 * margins);
 }
 
+int NEditForm::TabsHeight() const { return ToTwips(2 * series_->tabBar()->sizeHint().height()); }
+
 EditorLayout NEditForm::LayoutFor(int height) const {
   const auto with = [this, height](int lines) {
     return EditorLayout::Of(Twips({width(), height}), CommentsHeight(lines),
                             Twips(apply_->sizeHint()), Twips(close_->sizeHint()), mode_);
   };
   // In a small window or a large font the comments leave room for the tabs and one entry.
-  const int tabs = ToTwips(2 * series_->tabBar()->sizeHint().height());
+  const int tabs = TabsHeight();
   int lines = kCommentLines;
   EditorLayout layout = with(lines);
   while (mode_ != LayoutMode::kSettings && lines > 1 && layout.TSeries.height < tabs) {
@@ -184,6 +186,13 @@ EditorLayout NEditForm::LayoutFor(int height) const {
 
 void NEditForm::LayOut() {
   EditorLayout layout = LayoutFor(height());
+  if (const int lacking = TabsHeight() - layout.TSeries.height;
+      mode_ != LayoutMode::kSettings && lacking > 0) {
+    // The tabs get no less than 13 of 30 parts of what the window grows by.
+    const QSize before = size();
+    setMinimumHeight(height() + PixelsFor(lacking * 30 / 13));
+    if (size() != before) return;  // laid out anew on the way
+  }
   Place(*frame_, layout.Frame1);
   // How high the frame's caption is depends on style and font, and so does what is left for the
   // buttons: where it is too little, all above them gets lower.

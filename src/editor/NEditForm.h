@@ -65,6 +65,8 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void ShowContextMenu(QWidget* box, QPoint place);
   /// @return the height of a comments box of so many lines, in twips.
   [[nodiscard]] int CommentsHeight(int lines) const;
+  /// @return the least height that the series want, in twips: the tabs and about one entry.
+  [[nodiscard]] int TabsHeight() const;
   [[nodiscard]] EditorLayout LayoutFor(int height) const;
 
   LayoutMode mode_ = LayoutMode::kSettings;
