@@ -1,6 +1,5 @@
 #include "conf/ConfWriter.h"
 
-
 #include "conf/ConfLine.h"
 #include "conf/Functions.h"
 #include "files/Folder.h"
