@@ -70,18 +70,37 @@ constexpr auto kDefaults = std::to_array<StringView>({
     u"Parameter %1 is duplicated (in %2 file) \\n\\n Ignore and continue the process?",
     u"Mandatory",
     u"Optional",
+    u"The file has changed on the disk since it was read. Save anyway?",
+    u"The file %1 is unchanged.",
+    // LNG51
+    u"The file %1 is damaged: writing it failed, and so did putting its old content back.",
+    u"The copy %1 could not be made: %2",
+    u"This is UTF-16 text. Configuration files are UTF-8 or Windows-1252 text; please convert it.",
+    u"The setting %1 has a character that the file's character set (%2) lacks.",
+    u"%1, line %2: %3",
+    u"Values that will be read back otherwise: %1",
+    u"Comment lines that will be lost: %1",
+    u"Commented-out settings that become active: %1",
+    u"Mandatory settings that are still missing: %1",
+    u"The order of lines changes.",
+    // LNG61
+    u"Lines are reformatted.",
+    u"Line ends become CR LF.",
+    u"The byte order mark goes.",
+    u"The saved file will be taken for UTF-8 text when it is read again.",
+    u"This will be read back as: %1",
 });
 
 }  // namespace
 
 Language::Language() {
-  static_assert(kDefaults.size() == LNG48);
+  static_assert(kDefaults.size() == kLastMessage);
   std::copy(kDefaults.begin(), kDefaults.end(), texts_.begin());
 }
 
 Language Language::LoadLanguage(const Registry& registry) {
   Language language;
-  for (int key = LNG1; key <= LNG48; ++key) {
+  for (int key = LNG1; key <= kLastMessage; ++key) {
     String& text = language.texts_.at(static_cast<size_t>(key - LNG1));
     text = registry.RegReadString(RegistryRoot::kLocalMachine, kKey, u"LNG" + ToText(key), text);
   }

@@ -7,7 +7,8 @@
 
 namespace quenmar {
 
-/// The keys of the message table. They are the names of its values in the registry, too.
+/// The keys of the message table. They are the names of its values in the registry, too. The first
+/// 48 are those that translations have known from the start.
 enum MessageKey : int {
   LNG1 = 1,
   LNG2,
@@ -56,7 +57,25 @@ enum MessageKey : int {
   LNG45,
   LNG46,
   LNG47,
-  LNG48
+  LNG48,
+  LNG49,
+  LNG50,
+  LNG51,
+  LNG52,
+  LNG53,
+  LNG54,
+  LNG55,
+  LNG56,
+  LNG57,
+  LNG58,
+  LNG59,
+  LNG60,
+  LNG61,
+  LNG62,
+  LNG63,
+  LNG64,
+  LNG65,
+  kLastMessage = LNG65
 };
 
 /// Every caption and message that the user sees, so that a translation needs no new build.
@@ -74,7 +93,7 @@ class Language {
   [[nodiscard]] const String& Text(MessageKey key) const;
 
  private:
-  std::array<String, LNG48> texts_;
+  std::array<String, kLastMessage> texts_;
 };
 
 }  // namespace quenmar

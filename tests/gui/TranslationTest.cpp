@@ -114,7 +114,7 @@ void TranslationTest::TheSampleTranslatesAllThatIsVisible() {
   const Language spanish = Language::LoadLanguage(FileRegistry(file));
   const Language english;
   QStringList lacking;
-  for (int key = LNG1; key <= LNG48; ++key) {
+  for (int key = LNG1; key <= kLastMessage; ++key) {
     const String& text = spanish.Text(static_cast<MessageKey>(key));
     const String& original = english.Text(static_cast<MessageKey>(key));
     bool same = text == original;
