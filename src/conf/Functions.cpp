@@ -27,13 +27,25 @@ bool WriteTextFile(const Path& path, StringView text) {
   }
 }
 
+String FillPlaceholders(StringView text, std::initializer_list<StringView> placeholders) {
+  String filled;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const size_t number = text[i] == u'%' && i + 1 < text.size() && text[i + 1] >= u'1'
+                              ? static_cast<size_t>(text[i + 1] - u'1')
+                              : placeholders.size();
+    if (number < placeholders.size()) {
+      filled += placeholders.begin()[number];
+      ++i;
+    } else {
+      filled += text[i];
+    }
+  }
+  return filled;
+}
+
 Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
                    std::initializer_list<StringView> placeholders, const String& details) {
-  text = ReplaceAll(text, u"\\n", kLineEnd);
-  int number = 1;
-  for (const StringView placeholder : placeholders) {
-    text = ReplaceAll(text, u"%" + ToText(number++), placeholder);
-  }
+  text = FillPlaceholders(ReplaceAll(text, u"\\n", kLineEnd), placeholders);
   if (details.empty()) return messages.Show(text, buttons);
   return messages.ShowWithDetails(text, buttons, details);
 }

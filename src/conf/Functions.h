@@ -26,9 +26,14 @@ using CheckList = std::vector<CheckItem>;
 /// @return whether the file was written.
 [[nodiscard]] bool WriteTextFile(const Path& path, StringView text);
 
+/// @return `text` with "%1" and "%2" replaced by the placeholders in one pass: what a placeholder
+/// brings is not searched again.
+[[nodiscard]] String FillPlaceholders(StringView text,
+                                      std::initializer_list<StringView> placeholders);
+
 /// Shows a message. Every backslash followed by "n" in `text` becomes a line break; then "%1" and
-/// "%2" become the placeholders, in this order and not searched for breaks (a path may well hold
-/// a backslash before an "n").
+/// "%2" become the placeholders, which are not searched for breaks or for each other (a path may
+/// well hold a backslash before an "n", or "%2").
 /// @param text the message; holds what was shown afterwards
 /// @param buttons a sum of `message_style` numbers
 /// @param details what the user may look up before the answer; empty for none

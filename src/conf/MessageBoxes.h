@@ -30,7 +30,8 @@ class MessageBoxes {
 
   /// @param text the finished text, line breaks as CR LF or LF
   /// @param style a sum of `message_style` numbers
-  /// @return the pressed button, one of those that the style names.
+  /// @return the pressed button, one of those that the style names; `kCancel` also when a box with
+  /// Yes and No was closed without an answer, which counts as No wherever nothing else is said.
   virtual Button Show(const String& text, int style) = 0;
 
   /// The same, with something to look up before the answer, for boxes that have a place for it.

@@ -137,7 +137,7 @@ void Replace(const Path& path, std::string_view bytes, const std::optional<Path>
 String PathText(const Path& path) {
   const Path::string_type& native = path.native();
   if constexpr (std::is_same_v<Path::value_type, char>) {
-    return FromUtf8(path.string());
+    return FromUtf8KeepingBytes(path.string());
   } else {
     return {native.begin(), native.end()};
   }
@@ -145,7 +145,7 @@ String PathText(const Path& path) {
 
 Path PathFromText(StringView text) {
   if constexpr (std::is_same_v<Path::value_type, char>) {
-    return ToUtf8(text);
+    return ToUtf8KeepingBytes(text).value_or(ToUtf8(text));
   } else {
     return Path::string_type(text.begin(), text.end());
   }

@@ -13,10 +13,11 @@ namespace quenmar {
 
 using Path = std::filesystem::path;
 
-/// @return the path as text, for messages and options.
+/// @return the path as text, for messages, lists and options. Names that are no valid text keep
+/// their bytes, see `FromUtf8KeepingBytes`.
 [[nodiscard]] String PathText(const Path& path);
 
-/// @return the path that `text` names; the inverse of `PathText` for well-formed names.
+/// @return the path that `text` names; the inverse of `PathText`.
 [[nodiscard]] Path PathFromText(StringView text);
 
 /// @return every byte of the file.

@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace quenmar {
 
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
+
+// A byte that is not part of well-formed UTF-8 is kept as this and its number: half of a pair that
+// has no other half, which well-formed UTF-8 never decodes to.
+constexpr char16_t kEscapedByte = 0xDC00;
 
 // The code points of the bytes 0x80 to 0x9F; all other bytes stand for the code point of their
 // number.
@@ -32,7 +37,10 @@ int ByteOf(char16_t character) {
 struct Decoded {
   char32_t codePoint;
   size_t length;  // in bytes
+  bool wellFormed = true;
 };
+
+constexpr Decoded kMalformed = {kReplacement, 1, false};
 
 /// Decodes the sequence at the start of `bytes` (not empty).
 Decoded DecodeUtf8(std::string_view bytes) {
@@ -40,16 +48,16 @@ Decoded DecodeUtf8(std::string_view bytes) {
   const unsigned char lead = at(0);
   if (lead < 0x80) return {lead, 1};
   const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || bytes.size() < length) return {kReplacement, 1};
+  if (lead < 0xC2 || lead > 0xF4 || bytes.size() < length) return kMalformed;
   char32_t codePoint = lead & (0x7FU >> length);
   for (size_t i = 1; i < length; ++i) {
-    if ((at(i) & 0xC0U) != 0x80) return {kReplacement, 1};
+    if ((at(i) & 0xC0U) != 0x80) return kMalformed;
     codePoint = (codePoint << 6U) | (at(i) & 0x3FU);
   }
   constexpr std::array<char32_t, 5> kSmallest = {0, 0, 0x80, 0x800, 0x10000};
   const bool surrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
   if (codePoint < kSmallest.at(length) || surrogate || codePoint > 0x10FFFF) {
-    return {kReplacement, 1};
+    return kMalformed;
   }
   return {codePoint, length};
 }
@@ -71,6 +79,47 @@ void AppendUtf8(std::string& bytes, char32_t codePoint) {
 
 bool IsHighSurrogate(char16_t character) { return character >= 0xD800 && character <= 0xDBFF; }
 bool IsLowSurrogate(char16_t character) { return character >= 0xDC00 && character <= 0xDFFF; }
+bool IsEscapedByte(char16_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
+
+String DecodeUtf8Text(std::string_view bytes, bool escapes) {
+  String text;
+  text.reserve(bytes.size());
+  while (!bytes.empty()) {
+    const Decoded decoded = DecodeUtf8(bytes);
+    if (escapes && !decoded.wellFormed) {
+      text.push_back(static_cast<char16_t>(kEscapedByte | static_cast<unsigned char>(bytes[0])));
+    } else if (decoded.codePoint < 0x10000) {
+      text.push_back(static_cast<char16_t>(decoded.codePoint));
+    } else {
+      const char32_t offset = decoded.codePoint - 0x10000;
+      text.push_back(static_cast<char16_t>(0xD800 + (offset >> 10U)));
+      text.push_back(static_cast<char16_t>(0xDC00 + (offset & 0x3FFU)));
+    }
+    bytes.remove_prefix(decoded.length);
+  }
+  return text;
+}
+
+/// @param unpaired receives whether a surrogate without its other half was met that is no escape
+std::string EncodeUtf8(StringView text, bool escapes, bool& unpaired) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    char32_t codePoint = text[i];
+    if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
+      codePoint = 0x10000 + ((codePoint - 0xD800) << 10U) + (text[i + 1] - 0xDC00U);
+      ++i;
+    } else if (escapes && IsEscapedByte(text[i])) {
+      bytes += static_cast<char>(text[i] & 0xFFU);
+      continue;
+    } else if (IsHighSurrogate(text[i]) || IsLowSurrogate(text[i])) {
+      unpaired = true;
+      codePoint = kReplacement;
+    }
+    AppendUtf8(bytes, codePoint);
+  }
+  return bytes;
+}
 
 }  // namespace
 
@@ -95,37 +144,28 @@ bool FitsWindows1252(StringView text) {
   return std::all_of(text.begin(), text.end(), [](char16_t c) { return ByteOf(c) >= 0; });
 }
 
-String FromUtf8(std::string_view bytes) {
-  String text;
-  text.reserve(bytes.size());
+bool IsUtf8(std::string_view bytes) {
   while (!bytes.empty()) {
     const Decoded decoded = DecodeUtf8(bytes);
-    if (decoded.codePoint < 0x10000) {
-      text.push_back(static_cast<char16_t>(decoded.codePoint));
-    } else {
-      const char32_t offset = decoded.codePoint - 0x10000;
-      text.push_back(static_cast<char16_t>(0xD800 + (offset >> 10U)));
-      text.push_back(static_cast<char16_t>(0xDC00 + (offset & 0x3FFU)));
-    }
+    if (!decoded.wellFormed) return false;
     bytes.remove_prefix(decoded.length);
   }
-  return text;
+  return true;
 }
 
+String FromUtf8(std::string_view bytes) { return DecodeUtf8Text(bytes, false); }
+
 std::string ToUtf8(StringView text) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  for (size_t i = 0; i < text.size(); ++i) {
-    char32_t codePoint = text[i];
-    if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-      codePoint = 0x10000 + ((codePoint - 0xD800) << 10U) + (text[i + 1] - 0xDC00U);
-      ++i;
-    } else if (IsHighSurrogate(text[i]) || IsLowSurrogate(text[i])) {
-      codePoint = kReplacement;
-    }
-    AppendUtf8(bytes, codePoint);
-  }
-  return bytes;
+  bool unpaired = false;
+  return EncodeUtf8(text, false, unpaired);
+}
+
+String FromUtf8KeepingBytes(std::string_view bytes) { return DecodeUtf8Text(bytes, true); }
+
+std::optional<std::string> ToUtf8KeepingBytes(StringView text) {
+  bool unpaired = false;
+  std::string bytes = EncodeUtf8(text, true, unpaired);
+  return unpaired ? std::nullopt : std::optional(std::move(bytes));
 }
 
 String FromUtf16Le(std::string_view bytes) {

@@ -28,6 +28,17 @@ namespace quenmar {
 /// @return the bytes; a surrogate that is not part of a pair becomes U+FFFD.
 [[nodiscard]] std::string ToUtf8(StringView text);
 
+/// @return whether `bytes` is well-formed UTF-8 throughout.
+[[nodiscard]] bool IsUtf8(std::string_view bytes);
+
+/// Like `FromUtf8`, but each byte that is not part of well-formed UTF-8 becomes the unpaired
+/// surrogate U+DC00 plus the byte (U+DC80 to U+DCFF), so that every byte survives.
+[[nodiscard]] String FromUtf8KeepingBytes(std::string_view bytes);
+
+/// @return the bytes that `FromUtf8KeepingBytes` reads as `text`; nothing when `text` holds any
+/// other unpaired surrogate.
+[[nodiscard]] std::optional<std::string> ToUtf8KeepingBytes(StringView text);
+
 /// @return the characters of little-endian UTF-16 bytes; an odd byte at the end is dropped.
 [[nodiscard]] String FromUtf16Le(std::string_view bytes);
 

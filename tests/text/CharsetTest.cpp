@@ -35,6 +35,10 @@ TEST(Charset, UnicodeIsReadAndWrittenInEveryLength) {
   const String text = u"\x7F\x80\u07FF\u0800\uD7FF\uE000\U00010000\U0010FFFF";
   EXPECT_EQ(FromUtf8(bytes), text);
   EXPECT_EQ(ToUtf8(text), bytes);
+  EXPECT_TRUE(IsUtf8(bytes));
+  EXPECT_EQ(ToUtf8KeepingBytes(FromUtf8KeepingBytes(bytes)), bytes);
+  EXPECT_EQ(ToUtf8KeepingBytes(u"a\xDC7F"), std::nullopt);
+  EXPECT_EQ(ToUtf8KeepingBytes(u"\xD83D"), std::nullopt);
   EXPECT_EQ(ToUtf8(u"\xD83D\xD83D\xDE00\xDE00"), "\xEF\xBF\xBD\xF0\x9F\x98\x80\xEF\xBF\xBD");
   EXPECT_EQ(ToUtf16Le(u"a\xD812"), std::string("a\0\x12\xD8", 4));
   EXPECT_EQ(FromUtf16Le(ToUtf16Le(text) + "x"), text);
@@ -47,6 +51,10 @@ TEST(Charset, EachByteOutsideWellFormedUtf8IsReplacedByItself) {
     const String replaced(bytes.size(), 0xFFFD);
     EXPECT_EQ(FromUtf8(bytes), replaced);
     EXPECT_EQ(FromUtf8("a" + bytes + "\xC3\xA9"), u"a" + replaced + u"\u00E9");
+    EXPECT_FALSE(IsUtf8("a" + bytes));
+    const String kept = FromUtf8KeepingBytes("\xC3\xA9" + bytes + "a");
+    EXPECT_EQ(kept.size(), bytes.size() + 2);
+    EXPECT_EQ(ToUtf8KeepingBytes(kept), "\xC3\xA9" + bytes + "a");
   }
 }
 
