@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "conf/Functions.h"
+#include "docmodel/XmlText.h"
 #include "text/CaseFolding.h"
 
 namespace quenmar {
@@ -36,6 +37,12 @@ StringView CutBefore(StringView value, StringView mark) {
 }
 
 StringView EffectiveValue(StringView value) { return CutBefore(CutBefore(value, kSlashes), u"\t"); }
+
+String ReadBackValue(StringView value) {
+  String written(value);
+  XmlUnescape(XmlEscape(written));  // as a Field holds it; folding it again on reading adds nothing
+  return String(EffectiveValue(Trim(written)));
+}
 
 bool IsRemarkName(StringView name) {
   return EqualIgnoringCase(name, u"note") || EqualIgnoringCase(name, u"example");

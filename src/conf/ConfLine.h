@@ -24,6 +24,14 @@ struct ConfLine {
 /// @return the part of a setting's value that counts: before a "//" remark, then before a tab.
 [[nodiscard]] StringView EffectiveValue(StringView value);
 
+/// What a value that somebody gives to a setting will be when the saved file is read again. It
+/// differs from `Trim(value)` where a part would be taken for a remark or an entity form would
+/// fold.
+/// @param value one line of text
+/// @return the value without blanks around it, its entity forms folded as in a `Field`, cut before
+/// a "//" and before a tab.
+[[nodiscard]] String ReadBackValue(StringView value);
+
 /// @return whether a commented-out line of that name is comment text by convention: "note" and
 /// "example" in any case.
 [[nodiscard]] bool IsRemarkName(StringView name);

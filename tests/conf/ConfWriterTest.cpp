@@ -8,6 +8,7 @@
 #include "ScratchFolder.h"
 #include "ScriptedMessages.h"
 #include "Trees.h"
+#include "conf/ConfLine.h"
 #include "conf/ConfReader.h"
 #include "conf/SeriesGroups.h"
 
@@ -139,6 +140,26 @@ TEST_F(ConfWriterTest, ReportsWhatTheDiskRefuses) {
   EXPECT_EQ(messages_.shown.at(2), (Shown{"Error: No space left on device", 0}));
 #endif
   for (const Shown& shown : messages_.shown) EXPECT_THAT(shown.text, StartsWith("Error: "));
+}
+
+TEST_F(ConfWriterTest, TellsBeforehandWhatAValueWillBeReadBackAs) {
+  const std::pair<const char16_t*, const char16_t*> rows[] = {{u" a b ", u"a b"},
+                                                              {u"http://x", u"http:"},
+                                                              {u"a\tb // c", u"a"},
+                                                              {u"// a", u""},
+                                                              {u"&lt;&amp;lt; /", u"<&amp;lt; /"},
+                                                              {u"1 /&gt;/ 2", u"1 />/ 2"},
+                                                              {u"a & b: c", u"a & b: c"}};
+  for (const auto& [value, expected] : rows) {
+    EXPECT_EQ(ReadBackValue(value), expected);
+    settings_.Fields().RemoveField(0);
+    settings_.Fields().AddField(u"a", value);
+    ASSERT_TRUE(Save());
+    std::shared_ptr<Document> settings;
+    std::shared_ptr<Document> series;
+    ASSERT_TRUE(ConfReader(options_, language_, messages_).LoadConfFile(path_, settings, series));
+    EXPECT_EQ(settings->Fields().Field(u"a")->Value(), expected);
+  }
 }
 
 TEST_F(ConfWriterTest, WhatWasWrittenReadsBackAndWritesTheSameBytes) {
