@@ -11,4 +11,11 @@ class FileError : public RuntimeError {
   using RuntimeError::RuntimeError;
 };
 
+/// A failure after which the file has neither its old nor its new content: writing failed half-way
+/// and the old bytes could not be put back. It tells what failed first.
+class FileDamaged : public FileError {
+ public:
+  using FileError::FileError;
+};
+
 }  // namespace quenmar

@@ -18,9 +18,11 @@ class FileHandle {
   enum class Mode {
     kRead,           ///< an existing file, shared with other programs
     kProbeForWrite,  ///< an existing file, content untouched: fails where writing would
+    kUpdate,         ///< an existing file, for reading and writing
     kTruncate,       ///< for writing; created when missing, emptied otherwise
-    kCreateNew,      ///< for writing; fails when the name is taken; readable by the owner only, on
-                     ///< Windows by whom its folder lets
+    kCreateNew,      ///< for writing; fails when the name is taken
+    kCreatePrivate,  ///< as `kCreateNew`; readable by its owner only, on Windows by whom its folder
+                     ///< lets
   };
 
   FileHandle(const std::filesystem::path& path, Mode mode);
@@ -31,26 +33,44 @@ class FileHandle {
   /// @return how many bytes were read into `buffer`, at most `size`; 0 at the end of the file.
   [[nodiscard]] size_t Read(char* buffer, size_t size);
 
+  /// Writes where the last reading or writing ended. After a failure `Position` tells how far it
+  /// came.
   void Write(std::string_view bytes);
 
-  /// Gives the file the owner and the permissions of `model`, which exists.
-  void TakePermissionsOf(const std::filesystem::path& model);
+  [[nodiscard]] std::uint64_t Position() const;
+  void Seek(std::uint64_t position);
 
-  /// Gives the file the permissions that a newly created file has by default.
-  void TakeDefaultPermissions();
+  /// Cuts the file off behind `size` bytes.
+  void Truncate(std::uint64_t size);
 
-  /// Brings the content to the disk and closes the file; a full disk shows here at the latest.
-  void FlushAndClose();
+  /// Gives the file the owner, the permissions and the extended attributes of `model`, which
+  /// exists. Attributes that the system guards, such as security labels, are kept where it lets.
+  /// Does nothing on Windows: see `TakePlaceOf`.
+  void TakeAttributesOf(const std::filesystem::path& model);
+
+  /// Brings the content to the disk; a full disk shows here at the latest.
+  void Flush();
+
+  void Close();
 
  private:
   std::intptr_t handle_;
 };
 
-/// @return whether a failure to make a file says that this user may make none of that name there:
-/// no right to write to the folder or to give files away, a read-only disk, a name too long.
-[[nodiscard]] bool IsRefusal(const FileError& error);
+/// @return whether the disk is full or fails, or the file is larger than it may be: writing to
+/// another place there would meet the same again.
+[[nodiscard]] bool IsDiskFailure(const FileError& error);
 
-/// Puts the file `from` in the place of `to` (same folder) in one step; `to` may be missing.
+/// Puts the file `from` in the place of what is at `to` (same folder) in one step, be it a file, a
+/// link or nothing.
 void MoveOver(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// As `MoveOver`, for a file `to` that exists; on Windows its permissions and attributes stay.
+/// Throws `FileDamaged` when it is gone and `from` could not take its place.
+void TakePlaceOf(const std::filesystem::path& to, const std::filesystem::path& from);
+
+/// Throws `FileError` unless `MoveOver` may pass over what is at the path: a link, a regular file
+/// that this user may write to, or nothing.
+void EnsureReplaceable(const std::filesystem::path& path);
 
 }  // namespace quenmar

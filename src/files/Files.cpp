@@ -1,7 +1,8 @@
 #include "files/Files.h"
 
+#include <algorithm>
 #include <array>
-#include <memory>
+#include <functional>
 #include <optional>
 #include <random>
 #include <system_error>
@@ -30,105 +31,144 @@ Path BehindLinks(Path path) {
   return path;
 }
 
-/// A new file in the folder of a target, removed again unless it is moved over the target.
-class TemporaryFile {
+/// @return a name for a new file in the folder of `target`, not too long for file systems.
+Path NameBeside(const Path& target) {
+  constexpr size_t kMostUnits = 200;
+  Path name = target.filename().native().substr(0, kMostUnits);
+  name += '.';
+  name += std::to_string(std::random_device()());
+  name += ".tmp";
+  return target.parent_path() / name;
+}
+
+/// A file that is being made, removed again unless it is finished.
+class NewFile {
  public:
-  /// Throws `FileError` when the folder takes no new file. Without a model the file gets the
-  /// default permissions. Where the model's owner cannot be kept, a copy is for this user's eyes
-  /// only; any other file throws as well.
-  TemporaryFile(const Path& target, const std::optional<Path>& model, bool isCopy)
-      : path_(NameBeside(target)) {
-    handle_.emplace(path_, FileHandle::Mode::kCreateNew);
-    try {
-      model ? handle_->TakePermissionsOf(*model) : handle_->TakeDefaultPermissions();
-    } catch (const FileError&) {
-      if (isCopy) return;  // as it was created
-      Remove();
-      throw;
-    }
+  /// Throws `FileError` when the folder takes no new file, or the name is taken.
+  NewFile(Path path, FileHandle::Mode mode) : path_(std::move(path)) {
+    handle_.emplace(path_, mode);
   }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    if (!moved_) Remove();
-  }
-
-  void MoveTo(const Path& target, std::string_view bytes) {
-    handle_->Write(bytes);
-    handle_->FlushAndClose();
-    MoveOver(path_, target);
-    moved_ = true;
-  }
-
- private:
-  static Path NameBeside(const Path& target) {
-    Path name = target;
-    name += '.';
-    name += std::to_string(std::random_device()());
-    name += ".tmp";
-    return name;
-  }
-
-  void Remove() {
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+  ~NewFile() {
+    if (finished_) return;
     handle_.reset();          // Windows removes no open file
     std::error_code ignored;  // a leftover is all that a failure here costs
     fs::remove(path_, ignored);
   }
 
+  void TakeAttributesOf(const Path& model) { handle_->TakeAttributesOf(model); }
+
+  void Fill(std::string_view bytes) {
+    handle_->Write(bytes);
+    handle_->Flush();
+    handle_->Close();
+  }
+
+  void Finish() { finished_ = true; }
+
+  void MoveOver(const Path& target) {
+    quenmar::MoveOver(path_, target);
+    Finish();
+  }
+
+  void TakePlaceOf(const Path& target) {
+    try {
+      quenmar::TakePlaceOf(target, path_);
+    } catch (const FileDamaged&) {
+      Finish();  // this file is all that is left
+      throw;
+    }
+    Finish();
+  }
+
+ private:
   Path path_;
   std::optional<FileHandle> handle_;
-  bool moved_ = false;
+  bool finished_ = false;
 };
 
-/// @return nothing where no temporary file may be made, so that the caller writes in place. Other
-/// failures, such as a full disk, pass through: writing in place would meet them halfway.
-std::unique_ptr<TemporaryFile> TryTemporaryFile(const Path& target,
-                                                const std::optional<Path>& model, bool isCopy) {
+/// @return whether `step` was done; false where the system refuses it, so that the caller takes
+/// another way. What another way would meet again, such as a full disk, passes through.
+bool Try(const std::function<void()>& step) {
   try {
-    return std::make_unique<TemporaryFile>(target, model, isCopy);
-  } catch (const FileError& error) {
-    if (IsRefusal(error)) return nullptr;
+    step();
+    return true;
+  } catch (const FileDamaged&) {
     throw;
+  } catch (const FileError& error) {
+    if (IsDiskFailure(error)) throw;
+    return false;
   }
 }
 
-/// Writes over a regular file; when that fails, tries to put its old content back.
+/// @return whether the existing file `target` was replaced; where not, it is as it was.
+bool ReplaceByRename(const Path& target, std::string_view bytes) {
+  std::optional<NewFile> temporary;
+  const auto make = [&] {
+    temporary.emplace(NameBeside(target), FileHandle::Mode::kCreatePrivate);
+    temporary->TakeAttributesOf(target);
+  };
+  if (!Try(make)) return false;
+  temporary->Fill(bytes);
+  return Try([&] { temporary->TakePlaceOf(target); });
+}
+
+void Create(const Path& target, std::string_view bytes) {
+  const auto byRename = [&] {
+    NewFile temporary(NameBeside(target), FileHandle::Mode::kCreateNew);
+    temporary.Fill(bytes);
+    temporary.MoveOver(target);
+  };
+  if (Try(byRename)) return;
+  NewFile file(target, FileHandle::Mode::kCreateNew);
+  file.Fill(bytes);
+  file.Finish();
+}
+
+std::string ReadToEnd(FileHandle& file) {
+  std::string bytes;
+  std::array<char, kBlock> block;
+  for (size_t count = file.Read(block.data(), block.size()); count > 0;
+       count = file.Read(block.data(), block.size())) {
+    bytes.append(block.data(), count);
+  }
+  return bytes;
+}
+
+/// Writes over a regular file. After a failure it has its old bytes again, or `FileDamaged` is
+/// thrown.
 void OverwriteInPlace(const Path& path, std::string_view bytes) {
-  const std::string old = ReadBytes(path);
+  FileHandle file(path, FileHandle::Mode::kUpdate);
+  const std::string old = ReadToEnd(file);
+  const std::string_view head = bytes.substr(0, old.size());
+  bool overwriting = false;
   try {
-    WriteInPlace(path, bytes);
-  } catch (const FileError&) {
+    // What comes behind the old end goes first, so that a full disk shows before an old byte is
+    // lost. An allocation would not do: some file systems notice only when they flush.
+    if (bytes.size() > old.size()) {
+      file.Write(bytes.substr(old.size()));
+      file.Flush();
+    }
+    file.Seek(0);
+    overwriting = true;
+    file.Write(head);
+    file.Flush();
+    if (bytes.size() < old.size()) {
+      file.Truncate(bytes.size());  // last: until here the old bytes' room is still ours
+      file.Flush();
+    }
+  } catch (const FileError& first) {
     try {
-      WriteInPlace(path, old);
-    } catch (const FileError&) {  // the first failure is the one to report
+      const size_t lost = overwriting ? std::min<std::uint64_t>(file.Position(), head.size()) : 0;
+      file.Seek(0);
+      file.Write(std::string_view(old).substr(0, lost));
+      file.Truncate(old.size());
+      file.Flush();
+    } catch (const FileError&) {
+      throw FileDamaged(first.Number(), first.Source(), first.Description());
     }
     throw;
-  }
-}
-
-/// @param original the file that `bytes` are a copy of, if they are
-void Replace(const Path& path, std::string_view bytes, const std::optional<Path>& original) {
-  const Path target = BehindLinks(path);
-  const FileKind kind = KindOf(target);
-  std::optional<Path> model = original;
-  std::optional<FileHandle> existing;
-  if (kind != FileKind::kMissing) {
-    // Renaming would pass over a write protection: ask the file itself first.
-    existing.emplace(target, FileHandle::Mode::kProbeForWrite);
-    if (!model) model = target;
-  }
-  const bool replaceable = !existing || kind == FileKind::kFile;
-  const auto temporary =
-      replaceable ? TryTemporaryFile(target, model, original.has_value()) : nullptr;
-  if (original && existing && replaceable && !temporary) existing->TakePermissionsOf(*original);
-  const bool overwrites = existing && replaceable;
-  existing.reset();  // Windows replaces no open file
-  if (temporary) {
-    temporary->MoveTo(target, bytes);
-  } else if (overwrites) {
-    OverwriteInPlace(target, bytes);
-  } else {
-    WriteInPlace(target, bytes);
   }
 }
 
@@ -153,20 +193,35 @@ Path PathFromText(StringView text) {
 
 std::string ReadBytes(const Path& path) {
   FileHandle file(path, FileHandle::Mode::kRead);
-  std::string bytes;
-  std::error_code unknown;
-  if (const auto size = fs::file_size(path, unknown); !unknown) bytes.reserve(size);
-  std::array<char, kBlock> block;
-  for (size_t count = file.Read(block.data(), block.size()); count > 0;
-       count = file.Read(block.data(), block.size())) {
-    bytes.append(block.data(), count);
-  }
-  return bytes;
+  return ReadToEnd(file);
 }
 
-void ReplaceBytes(const Path& path, std::string_view bytes) { Replace(path, bytes, std::nullopt); }
+void ReplaceBytes(const Path& path, std::string_view bytes) {
+  const Path target = BehindLinks(path);
+  const FileKind kind = KindOf(target);
+  if (kind == FileKind::kMissing) {
+    Create(target, bytes);
+  } else if (kind != FileKind::kFile) {
+    WriteInPlace(target, bytes);
+  } else {
+    // Renaming would pass over a write protection: ask the file itself first.
+    { const FileHandle probe(target, FileHandle::Mode::kProbeForWrite); }
+    if (HasOtherNames(target) || !ReplaceByRename(target, bytes)) OverwriteInPlace(target, bytes);
+  }
+}
 
-void CopyWhole(const Path& from, const Path& to) { Replace(to, ReadBytes(from), from); }
+void CopyBeside(const Path& file, std::string_view bytes, const Path& copy) {
+  EnsureReplaceable(copy);
+  NewFile temporary(NameBeside(copy), FileHandle::Mode::kCreatePrivate);
+  try {
+    temporary.TakeAttributesOf(file);
+  } catch (const FileError&) {  // then it stays private, as it was created
+  }
+  temporary.Fill(bytes);
+  temporary.MoveOver(copy);
+}
+
+void CopyWhole(const Path& from, const Path& to) { CopyBeside(from, ReadBytes(from), to); }
 
 bool IsMissing(const Path& path) {
   std::error_code error;
@@ -176,7 +231,8 @@ bool IsMissing(const Path& path) {
 void WriteInPlace(const Path& path, std::string_view bytes) {
   FileHandle file(path, FileHandle::Mode::kTruncate);
   file.Write(bytes);
-  file.FlushAndClose();
+  file.Flush();
+  file.Close();
 }
 
 }  // namespace quenmar

@@ -23,16 +23,36 @@ using Path = std::filesystem::path;
 /// @return every byte of the file.
 [[nodiscard]] std::string ReadBytes(const Path& path);
 
-/// Gives the file the content `bytes`, wholly or not at all: they are written to a temporary file
-/// in the same folder, flushed, and renamed over the file. Owner and permissions stay, symbolic
-/// links are followed. A folder that takes no new file, a file whose owner could not be kept and
-/// anything that is no regular file are written in place instead.
+/// Gives the file the content `bytes`, wholly or not at all. A temporary file in the folder of the
+/// file behind symbolic links is filled, flushed and renamed over the file. Owner, permissions and
+/// extended attributes (access control lists among them) stay; a new file gets the default ones.
+///
+/// A regular file is written in place instead where the folder takes no new file, where the rename
+/// is refused, where owner or attributes could not be kept, and where it has several hard links.
+/// What comes behind its old end is written first, so that a full disk shows before an old byte is
+/// lost; after a failure the old bytes are put back. Anything that is no regular file, such as a
+/// pipe, is just written to.
+///
+/// A process that is killed leaves the old or the new content; `NAME.<number>.tmp` may be left
+/// behind. Killed while it writes in place, it may leave the file half-written: see `CopyBeside`.
+///
+/// Throws `FileDamaged` when the old bytes could not be put back. After any other `FileError` the
+/// file is what it was.
 void ReplaceBytes(const Path& path, std::string_view bytes);
 
-/// Copies the file `from` to `to` as `ReplaceBytes` does, with the owner and the permissions of
-/// `from`, or for this user alone where that owner cannot be kept, so that the copy tells nobody
-/// more than the original does. Throws where it would.
-/// On Windows the copy has the permissions that its folder hands down.
+/// Makes `copy` a whole copy of `file`, by a temporary file in the folder of `copy` that is
+/// flushed and renamed over. A link at `copy`, also one to `file`, is replaced and not followed.
+/// The copy has the owner, permissions and extended attributes of `file`, or is for this user alone
+/// where those cannot be kept, so that it tells nobody more than `file` does; on Windows it has the
+/// permissions that its folder hands down.
+/// @param bytes what was read from `file` just before
+///
+/// Throws `FileError` and leaves what is at `copy` when that is a write-protected file, a folder or
+/// another thing that is no file, or when the folder does not let it be replaced. A process that
+/// is killed may leave `NAME.<number>.tmp` behind.
+void CopyBeside(const Path& file, std::string_view bytes, const Path& copy);
+
+/// As `CopyBeside`; reads `from` itself.
 void CopyWhole(const Path& from, const Path& to);
 
 /// @return whether nothing stands at the path, not even a link; false when that cannot be told.

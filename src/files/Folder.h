@@ -33,4 +33,8 @@ struct FolderEntry {
 /// @return whether both paths lead to one file or folder; what cannot be looked at is not the same.
 [[nodiscard]] bool IsSame(const Path& one, const Path& other);
 
+/// @return whether the file has names that a new file in the place of this one would not have:
+/// several hard links, or on Windows a symbolic link that stands at the path.
+[[nodiscard]] bool HasOtherNames(const Path& path);
+
 }  // namespace quenmar

@@ -44,4 +44,10 @@ bool IsSame(const Path& one, const Path& other) {
   return fs::equivalent(one, other, error);
 }
 
+bool HasOtherNames(const Path& path) {
+  std::error_code error;
+  const auto names = fs::hard_link_count(path, error);
+  return !error && names > 1;
+}
+
 }  // namespace quenmar

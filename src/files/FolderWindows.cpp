@@ -18,7 +18,7 @@ FileKind KindOf(DWORD attributes) {
 /// The disk and the number on it, which no other file or folder has at the time.
 using Identity = std::tuple<DWORD, DWORD, DWORD>;
 
-std::optional<Identity> IdentityOf(const Path& path) {
+std::optional<BY_HANDLE_FILE_INFORMATION> InformationOn(const Path& path) {
   constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const HANDLE handle = ::CreateFileW(SystemPath(path).c_str(), 0, kSharing, nullptr, OPEN_EXISTING,
                                       FILE_FLAG_BACKUP_SEMANTICS, nullptr);
@@ -27,7 +27,13 @@ std::optional<Identity> IdentityOf(const Path& path) {
   const bool known = ::GetFileInformationByHandle(handle, &found) != 0;
   ::CloseHandle(handle);
   if (!known) return {};
-  return Identity(found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow);
+  return found;
+}
+
+std::optional<Identity> IdentityOf(const Path& path) {
+  const auto found = InformationOn(path);
+  if (!found) return {};
+  return Identity(found->dwVolumeSerialNumber, found->nFileIndexHigh, found->nFileIndexLow);
 }
 
 }  // namespace
@@ -73,6 +79,15 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, 
 bool IsSame(const Path& one, const Path& other) {
   const std::optional<Identity> first = IdentityOf(one);
   return first && first == IdentityOf(other);
+}
+
+bool HasOtherNames(const Path& path) {
+  const DWORD attributes = ::GetFileAttributesW(SystemPath(path).c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    return true;
+  }
+  const auto found = InformationOn(path);
+  return found && found->nNumberOfLinks > 1;
 }
 
 }  // namespace quenmar

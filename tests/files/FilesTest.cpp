@@ -20,7 +20,7 @@ TEST(Files, HoldExactlyTheBytesWrittenLast) {
       EXPECT_EQ(ReadBytes(file), bytes);
     }
   }
-  CopyWhole(file, folder / "copy");
+  CopyBeside(file, large, folder / "copy");
   EXPECT_EQ(ReadBytes(folder / "copy"), large);
   std::filesystem::remove(folder / "copy");
   const std::filesystem::directory_iterator only(folder.Folder());
@@ -34,7 +34,7 @@ TEST(Files, FailuresCarryTheSystemsWordsAndLeaveNothingBehind) {
   for (const std::function<void()>& failing : std::initializer_list<std::function<void()>>{
            [&] { (void)ReadBytes(folder / "missing"); }, [&] { (void)ReadBytes(taken); },
            [&] { ReplaceBytes(taken, "x"); }, [&] { WriteInPlace(taken, "x"); },
-           [&] { CopyWhole(folder / "missing", folder / "copy"); },
+           [&] { CopyBeside(taken, "x", taken); },
            [&] { ReplaceBytes(folder / "none" / "file", "x"); }, [&] { ReplaceBytes({}, "x"); }}) {
     try {
       failing();

@@ -57,7 +57,7 @@ TEST_F(PosixFiles, PermissionsStayGoWithACopyAndAreTheDefaultElsewhere) {
   for (const mode_t mode : {0600U, 0755U}) {
     Make(file_, mode);
     ReplaceBytes(file_, "new");
-    CopyWhole(file_, copy_);
+    CopyBeside(file_, "new", copy_);
     EXPECT_EQ(State(file_), mode == 0600 ? "600new" : "755new");
     EXPECT_EQ(State(copy_), State(file_));
   }
@@ -116,10 +116,10 @@ TEST_F(PosixFiles, AFolderThatTakesNoFileLeavesTheOldOnesToBeWrittenInPlace) {
     const Unprivileged unprivileged;
     EXPECT_EQ(ReplaceError(file_), 0);
     EXPECT_EQ(ReplaceError(folder_ / "other"), EACCES);
-    CopyWhole(file_, copy_);
+    EXPECT_THROW(CopyBeside(file_, "new", copy_), FileError);
   }
   SetFolderMode(0755);
-  EXPECT_EQ(State(copy_), "600new") << "the copy tells more than its original";
+  EXPECT_EQ(State(file_) + State(copy_), "600new666old");
 }
 
 TEST_F(PosixFiles, PipesAndDevicesAreWrittenNotReplaced) {
@@ -148,7 +148,7 @@ TEST_F(PosixFiles, OwnersStayAndABackUpThatCannotKeepThemIsPrivate) {
   SetFolderMode(0777);
   {
     const Unprivileged unprivileged;  // a member of the group, yet not the owner
-    CopyWhole(file_, copy_);
+    CopyBeside(file_, "old", copy_);
     EXPECT_EQ(ReplaceError(file_), 0);
   }
   EXPECT_EQ(State(copy_) + State(file_), "600old660new");
