@@ -106,10 +106,11 @@ void FileHandle::Close() {
 }
 
 bool IsDiskFailure(const FileError& error) {
+  constexpr int kQuotaExceeded = 1295;  // ERROR_DISK_QUOTA_EXCEEDED, which MinGW lacks
   switch (error.Number()) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-    case ERROR_DISK_QUOTA_EXCEEDED:
+    case kQuotaExceeded:
     case ERROR_FILE_TOO_LARGE:
     case ERROR_WRITE_FAULT:
     case ERROR_IO_DEVICE:
