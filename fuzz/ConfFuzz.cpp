@@ -12,11 +12,12 @@
 #include <set>
 #include <system_error>
 
+#include "conf/ConfLine.h"
 #include "conf/ConfReader.h"
 #include "conf/ConfWriter.h"
 #include "conf/EndApplication.h"
 #include "conf/SaveChanges.h"
-#include "text/Charset.h"
+#include "conf/SaveWarnings.h"
 #include "updater/ChangeComparison.h"
 
 namespace quenmar {
@@ -73,6 +74,7 @@ class Folder {
 struct Trees {
   std::shared_ptr<Document> settings;
   std::shared_ptr<Document> series;
+  ConfNotes notes;
 };
 
 /// Everything that a tree of settings or series entries holds, as one text.
@@ -139,38 +141,55 @@ class Run {
     CheckNothingLost(comparison, distribution, server);
     MoveSome(comparison);
     const SeriesGroups groups = comparison.FillSeries(answers_, language_);
-    SaveAndReadBack(comparison.ActualFields(), groups);
+    SaveAndReadBack(comparison.ActualFields(), groups,
+                    CharsetForSaving(server.notes, distribution.notes));
   }
 
  private:
-  /// Reads the bytes as a file, with the line ends repaired in memory and then in the file.
+  /// Reads the bytes as a file in every way that there is.
   bool Read(const Path& path, std::string_view bytes, Trees& trees) {
+    using BareLineFeeds = ConfReader::BareLineFeeds;
     WriteInPlace(path, bytes);
-    Answers answers(choices_);
-    Answers sameAnswers(choices_);
+    Trees quiet;
+    if (ReadWith(BareLineFeeds::kEndLines, path, quiet)) CheckNoEndIsMissed(path, bytes);
     Trees inMemory;
-    const bool complete =
-        ConfReader(options_, language_, sameAnswers, ConfReader::LineEndRepair::kInMemory)
-            .LoadConfFile(path, inMemory.settings, inMemory.series);
-    Require(ReadBytes(path) == bytes, "reading with repairs in memory leaves the file alone");
+    const bool complete = ReadWith(BareLineFeeds::kRepairInMemory, path, inMemory);
+    Require(ReadBytes(path) == bytes, "reading leaves the file alone");
 
-    const ConfReader reader(options_, language_, answers);
-    Require(reader.LoadConfFile(path, trees.settings, trees.series) == complete &&
+    Require(ReadWith(BareLineFeeds::kRepairInFile, path, trees) == complete &&
                 Content(*trees.settings) == Content(*inMemory.settings) &&
                 Content(*trees.series) == Content(*inMemory.series),
             "both ways of repairing line ends read the same");
     if (complete) CheckRepairedOnce(path);
     Require(trees.settings->XMLExport().empty() == (trees.settings->Fields().Count() == 0),
             "every tree with settings can be exported");
-    return complete;
+    // From here on the file is as it came, and a lone LF ends a line.
+    WriteInPlace(path, bytes);
+    return ReadWith(BareLineFeeds::kEndLines, path, trees);
+  }
+
+  bool ReadWith(ConfReader::BareLineFeeds bareLineFeeds, const Path& path, Trees& trees) {
+    Answers sameAnswers(choices_);
+    return ConfReader(options_, language_, sameAnswers, bareLineFeeds)
+        .LoadConfFile(path, trees.settings, trees.series, &trees.notes);
+  }
+
+  void CheckNoEndIsMissed(const Path& path, std::string_view bytes) {
+    const auto decoded = DecodeConfText(bytes);
+    const std::string mark = decoded->mark ? "\xEF\xBB\xBF" : "";
+    Require(mark + EncodeConfText(decoded->text, decoded->charset).value() == bytes,
+            "every byte survives decoding and encoding");
+    ConfLines lines(decoded->text, ConfLines::LineFeed::kEndsLine);
+    for (StringView line; lines.Next(line);) {
+      Require(line.find_first_of(u"\r\n") == StringView::npos, "no line end is within a line");
+    }
+    Require(ReadBytes(path) == bytes, "reading leaves the file alone");
   }
 
   void CheckRepairedOnce(const Path& path) {
     const std::string repaired = ReadBytes(path);
     Trees again;
-    Answers sameAnswers(choices_);
-    (void)ConfReader(options_, language_, sameAnswers)
-        .LoadConfFile(path, again.settings, again.series);
+    (void)ReadWith(ConfReader::BareLineFeeds::kRepairInFile, path, again);
     Require(ReadBytes(path) == repaired, "a file is repaired once");
   }
 
@@ -201,42 +220,59 @@ class Run {
     Require(total() == before, "moves lose nothing");
   }
 
-  void SaveAndReadBack(const Document& settings, const SeriesView& groups) {
+  void SaveAndReadBack(const Document& settings, const SeriesView& groups, ConfCharset charset) {
     const Path path = folder_ / "saved.conf";
-    Trees first = Saved(path, settings, groups);
+    const ConfWriter writer(options_, language_, answers_);
+    try {
+      const std::string bytes = writer.EncodeLines(writer.ConfFileLines(settings, groups), charset);
+      if (OtherCharset(bytes, charset)) return;  // the user is warned of it
+    } catch (const RuntimeError&) {
+      return;  // the distribution's entries have characters that the server's character set lacks
+    }
+    const Trees first = Saved(path, settings, groups, charset);
     Require(FirstOfEachName(*first.settings) == FirstOfEachName(settings) &&
                 Names(*first.settings).size() == Count(first),
             "the settings that were saved are read");
     Require(KeptEntries(SeriesGroups(*first.series)) == KeptEntries(groups),
             "the series entries that were saved are read");
 
-    const Trees second = Saved(path, *first.settings, SeriesGroups(*first.series));
+    const SeriesGroups firstGroups(*first.series);
+    const Trees second = Saved(path, *first.settings, firstGroups, charset);
     const std::string bytes = ReadBytes(path);
-    const SeriesGroups sameGroups(*second.series);
-    const ConfWriter writer(options_, language_, answers_);
-    Require(ConfWriter::EncodeLines(writer.ConfFileLines(*second.settings, sameGroups)) == bytes,
-            "saving what was read changes nothing");
-    const SaveChanges changes =
-        ListSaveChanges(FromWindows1252(bytes), writer.ConfFileLines(*second.settings, sameGroups),
-                        options_.series);
-    Require(changes.changes.empty() && changes.lostCommentLines == 0,
+    const std::vector<String> lines =
+        writer.ConfFileLines(*second.settings, SeriesGroups(*second.series));
+    Require(writer.EncodeLines(lines, charset) == bytes, "saving what was read changes nothing");
+    Require(ListSaveChanges(bytes, lines, bytes, options_.series).Empty(),
             "a save that changes nothing lists no changes");
+    const std::string apart = bytes + "\r\n";
+    Require(!ListSaveChanges(apart, lines, bytes, options_.series).Empty(),
+            "a save that changes a byte lists a change");
+    const SaveChanges reformatted = ListSaveChanges(apart, lines, bytes, options_.series);
+    Require(
+        reformatted.changes.empty() && reformatted.lostCommentLines == 0 && !reformatted.reordered,
+        "lines that stay are no changes");
   }
 
   /// @return what is read from the file after a save.
-  Trees Saved(const Path& path, const Document& settings, const SeriesView& groups) {
+  Trees Saved(const Path& path, const Document& settings, const SeriesView& groups,
+              ConfCharset charset) {
     const bool existed = std::filesystem::exists(path);
     const std::string before = existed ? ReadBytes(path) : std::string();
-    Require(ConfWriter(options_, language_, answers_).SaveConfFile(path, settings, groups),
+    OpenedFile file = OpenedFile::FromDisk(path);
+    file.charset = charset;
+    Require(ConfWriter(options_, language_, answers_).SaveConfFile(file, settings, groups),
             "what was read can be saved");
-    Require(!existed || ReadBytes(folder_ / "saved.conf.bak") == before,
-            "a save keeps the file as it was before");
+    Require(
+        !existed || ReadBytes(path) == before || ReadBytes(folder_ / "saved.conf.bak") == before,
+        "a save keeps the file as it was before");
     Options patient = options_;
     patient.alwaysIgnoreDupParam = true;
     Trees trees;
-    Require(
-        ConfReader(patient, language_, answers_).LoadConfFile(path, trees.settings, trees.series),
-        "what was saved can be read");
+    Require(ConfReader(patient, language_, answers_)
+                .LoadConfFile(path, trees.settings, trees.series, &trees.notes),
+            "what was saved can be read");
+    Require(trees.notes.ascii || trees.notes.charset == charset,
+            "what was saved has its character set");
     return trees;
   }
 

@@ -252,7 +252,7 @@ void Main::CheckChanges() {
     try {
       ReplaceBytes(serverFile, ReadBytes(FileIn(*distribution_, *file)));
     } catch (const FileError& error) {
-      ShowMessage(messages_, language_.Text(LNG42) + error.Description(), message_style::kOk);
+      ShowError(messages_, language_, error.Description(), PathText(serverFile));
       return;
     }
   }
@@ -277,14 +277,24 @@ Path Main::FileIn(const FolderBox& box, const String& file) {
 }
 
 std::optional<FileContext> Main::Read(const String& file) {
-  FileContext context{options_, language_, messages_, {}, FromQString(server_->text()), file};
-  ConfDocuments& documents = context.documents;
+  const Path serverFile = FileIn(*server_, file);
+  ConfDocuments documents;
+  ConfNotes distribution;
+  ConfNotes server;
   const ConfReader reader(options_, language_, messages_);
-  const bool read =
-      reader.LoadConfFile(FileIn(*distribution_, file), documents.distribution,
-                          documents.distributionSeries) &&
-      reader.LoadConfFile(FileIn(*server_, file), documents.server, documents.serverSeries);
-  return read ? std::optional(context) : std::nullopt;
+  if (!reader.LoadConfFile(FileIn(*distribution_, file), documents.distribution,
+                           documents.distributionSeries, &distribution) ||
+      !reader.LoadConfFile(serverFile, documents.server, documents.serverSeries, &server)) {
+    return std::nullopt;
+  }
+  return FileContext{
+      options_,
+      language_,
+      messages_,
+      documents,
+      FromQString(server_->text()),
+      file,
+      OpenedFile{serverFile, std::move(server.bytes), CharsetForSaving(server, distribution)}};
 }
 
 QString Main::Caption(MessageKey key) const { return ToCaption(language_.Text(key)); }

@@ -36,6 +36,16 @@ std::string ValuesOf(const SaveChange& change) {
   return oldValue + " -> " + newValue;
 }
 
+/// @return the effects on the file as a whole, as they are printed.
+std::vector<std::string> WholeFileEffects(const SaveChanges& changes) {
+  std::vector<std::string> effects;
+  if (changes.reordered) effects.emplace_back("order of lines changes");
+  if (changes.reformatted) effects.emplace_back("lines are reformatted");
+  if (changes.otherLineEnds) effects.emplace_back("line ends become CR LF");
+  if (changes.markGoes) effects.emplace_back("the byte order mark goes");
+  return effects;
+}
+
 }  // namespace
 
 void PrintChanges(const SaveChanges& changes, std::ostream& out) {
@@ -48,13 +58,14 @@ void PrintChanges(const SaveChanges& changes, std::ostream& out) {
   if (changes.lostCommentLines > 0) {
     out << "comment lines lost: " << changes.lostCommentLines << '\n';
   }
-  if (changes.changes.empty() && changes.lostCommentLines == 0) out << "no changes\n";
+  for (const std::string& effect : WholeFileEffects(changes)) out << effect << '\n';
+  if (changes.Empty()) out << "no changes\n";
 }
 
-std::string SummaryOf(const SaveChanges& changes) {
-  std::string text;
-  const auto add = [&text](auto count, const char* what) {
-    if (count > 0) text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + what;
+std::vector<std::string> EffectsOf(const SaveChanges& changes) {
+  std::vector<std::string> effects;
+  const auto add = [&effects](auto count, const char* what) {
+    if (count > 0) effects.push_back(std::to_string(count) + " " + what);
   };
   for (const KindText& kind : kKindTexts) {
     add(std::count_if(changes.changes.begin(), changes.changes.end(),
@@ -63,6 +74,14 @@ std::string SummaryOf(const SaveChanges& changes) {
   }
   add(changes.lostCommentLines,
       changes.lostCommentLines == 1 ? "comment line lost" : "comment lines lost");
+  const std::vector<std::string> whole = WholeFileEffects(changes);
+  effects.insert(effects.end(), whole.begin(), whole.end());
+  return effects;
+}
+
+std::string SummaryOf(const SaveChanges& changes) {
+  std::string text;
+  for (const std::string& effect : EffectsOf(changes)) text += (text.empty() ? "" : ", ") + effect;
   return text.empty() ? "no changes" : text;
 }
 

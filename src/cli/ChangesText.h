@@ -2,15 +2,20 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "conf/SaveChanges.h"
 
 namespace quenmar {
 
-/// Prints a line for each change and the number of lost comment lines, or "no changes".
+/// Prints a line for each change and for each effect on the whole file, or "no changes".
 void PrintChanges(const SaveChanges& changes, std::ostream& out);
 
-/// @return the counts of the changes in one line.
+/// @return what the changes come to: their number by kind, and each effect on the whole file; empty
+/// when the bytes of the file stay as they are.
+[[nodiscard]] std::vector<std::string> EffectsOf(const SaveChanges& changes);
+
+/// @return the effects in one line.
 [[nodiscard]] std::string SummaryOf(const SaveChanges& changes);
 
 }  // namespace quenmar

@@ -1,9 +1,14 @@
 #include <algorithm>
+#include <optional>
 #include <ostream>
+#include <utility>
 
+#include "cli/ChangesText.h"
 #include "cli/CheckReport.h"
 #include "cli/Commands.h"
 #include "conf/ConfFolder.h"
+#include "conf/ConfWriter.h"
+#include "conf/SaveChanges.h"
 #include "text/Charset.h"
 #include "updater/ChangeComparison.h"
 
@@ -25,8 +30,8 @@ std::vector<Path> FilesToCheck(const CheckArguments& arguments) {
   return files;
 }
 
-FileReport Summarize(const ChangeComparison& comparison, const Document& distribution) {
-  FileReport report;
+void Summarize(const ChangeComparison& comparison, const Document& distribution,
+               FileReport& report) {
   const Fields& fresh = comparison.NewFields().Fields();
   for (int i = 0; i < fresh.Count(); ++i) {
     const auto field = fresh.Field(i);
@@ -47,34 +52,145 @@ FileReport Summarize(const ChangeComparison& comparison, const Document& distrib
   }
   report.freshSeries = SeriesEntriesOf(comparison.NewSeries());
   report.obsoleteSeries = SeriesEntriesOf(comparison.DeletedSeries());
-  return report;
 }
 
-FileReport Examine(const Path& file, const CheckArguments& arguments,
-                   const CommandContext& context) {
-  FileReport failed;
-  failed.file = PathText(file);
-  failed.status = FileStatus::kFailed;
-  ConfDocuments documents{nullptr, std::make_shared<Document>(), nullptr,
-                          std::make_shared<Document>()};
-  const bool onServer = !IsMissing(arguments.server / file);
-  if (!ReadConfFile(arguments.distribution / file, documents.distribution,
-                    documents.distributionSeries, context) ||
-      (onServer &&
-       !ReadConfFile(arguments.server / file, documents.server, documents.serverSeries, context))) {
-    return failed;
+/// Takes part in reading without a user: duplicates are accepted, and everything is told in the
+/// report instead.
+class NoUser final : public MessageBoxes {
+ public:
+  Button Show(const String& /*text*/, int style) override {
+    const bool question = (style & message_style::kButtons) != message_style::kOk;
+    return question ? Button::kYes : Button::kOk;
   }
-  ChangeComparison comparison(documents, context.options.IsSorted());
-  comparison.FillResultTrees();
-  FileReport report = Summarize(comparison, *documents.distribution);
-  report.file = PathText(file);
-  if (!onServer) {
-    report.status = FileStatus::kNew;
-  } else if (report.HasDifferences()) {
-    report.status = FileStatus::kDifferent;
+};
+
+FileFinding Describe(const Finding& finding, const Path& path, const String& trouble) {
+  using Kind = Finding::Kind;
+  const auto as = [&](const char* kind, String text) {
+    return FileFinding{kind, PathText(path), finding.line, std::move(text)};
+  };
+  switch (finding.kind) {
+    case Kind::kBareLineFeed:
+      return as("line-feed", u"this is the first line that ends in a bare line feed");
+    case Kind::kDuplicate:
+      return as("duplicate", u"the setting " + finding.text + u" has been set before");
+    case Kind::kRejectedName:
+      return as("name", trouble + u": " + finding.text);
+    case Kind::kUtf8:
+      return as("charset", u"the file is UTF-8 text");
+    case Kind::kNoText:
+      return as("bytes", u"this is the first line with bytes that are no UTF-8 text");
   }
-  return report;
+  return {};
 }
+
+/// One version of a file, read without asking or writing.
+struct Version {
+  std::shared_ptr<Document> settings = std::make_shared<Document>();
+  std::shared_ptr<Document> series = std::make_shared<Document>();
+  ConfNotes notes;
+};
+
+/// Compares the two versions of one file.
+class Examination {
+ public:
+  Examination(const Path& file, const CheckArguments& arguments, const CommandContext& context)
+      : file_(file), arguments_(arguments), context_(context) {
+    report_.file = PathText(file);
+  }
+
+  FileReport Run() {
+    Version distribution;
+    Version server;
+    bool onServer = true;
+    bool complete = false;
+    try {
+      const Path serverFile = FileIn(arguments_.server, file_);
+      onServer = !IsMissing(serverFile);
+      const bool first = Read(FileIn(arguments_.distribution, file_), distribution);
+      complete = (!onServer || Read(serverFile, server)) && first;
+    } catch (const CommandTrouble& trouble) {
+      report_.findings.push_back({"error", {}, 0, FromUtf8(trouble.what())});
+    }
+    if (!complete) {
+      report_.status = FileStatus::kFailed;
+      return std::move(report_);
+    }
+    Compare(distribution, server);
+    if (!onServer) {
+      report_.status = FileStatus::kNew;
+    } else if (report_.HasDifferences()) {
+      report_.status = FileStatus::kDifferent;
+    }
+    if (onServer) ListWhatASaveChanges(distribution, server);
+    return std::move(report_);
+  }
+
+ private:
+  bool Read(const Path& path, Version& version) {
+    NoUser nobody;
+    const auto bareLineFeeds = context_.fixLineEnds ? ConfReader::BareLineFeeds::kRepairInFile
+                                                    : ConfReader::BareLineFeeds::kEndLines;
+    const ConfReader reader(context_.options, context_.language, nobody, bareLineFeeds);
+    const bool complete =
+        reader.LoadConfFile(path, version.settings, version.series, &version.notes);
+    for (const Finding& finding : version.notes.findings) {
+      report_.findings.push_back(Describe(finding, path, version.notes.trouble));
+    }
+    if (!complete && version.notes.troubleLine == 0) {
+      report_.findings.push_back({"error", PathText(path), 0, version.notes.trouble});
+    }
+    return complete;
+  }
+
+  void Compare(const Version& distribution, const Version& server) {
+    comparison_.emplace(
+        ConfDocuments{distribution.settings, server.settings, distribution.series, server.series},
+        context_.options.IsSorted());
+    comparison_->FillResultTrees();
+    Summarize(*comparison_, *distribution.settings, report_);
+    const Fields& actual = comparison_->ActualFields().Fields();
+    for (int i = 0; i < actual.Count(); ++i) {
+      const auto field = actual.Field(i);
+      const String& name = field->Name();
+      if (actual.IndexOf(name) == i && comparison_->IsMandatory(name) &&
+          !server.notes.activeNames.contains(name)) {
+        report_.inactive.push_back({name, field->Value()});
+      }
+    }
+  }
+
+  /// What a merge without any wish would change in the server's file.
+  void ListWhatASaveChanges(const Version& distribution, const Version& server) {
+    const auto tell = [this](const String& text) {
+      report_.findings.push_back({"save", {}, 0, text});
+    };
+    AddMissingSeries(*distribution.series, *server.series);
+    const SeriesGroups groups(*server.series);
+    if (groups.GroupCount() > SeriesGroups::kMostGroups) {
+      tell(context_.language.Text(LNG22));
+      return;
+    }
+    const ConfWriter writer(context_.options, context_.language, context_.messages);
+    const std::vector<String> lines = writer.ConfFileLines(comparison_->ActualFields(), groups);
+    try {
+      const std::string bytes =
+          writer.EncodeLines(lines, CharsetForSaving(server.notes, distribution.notes));
+      for (const std::string& effect :
+           EffectsOf(ListSaveChanges(server.notes.bytes, lines, bytes, context_.options.series))) {
+        tell(FromUtf8(effect));
+      }
+    } catch (const RuntimeError& error) {
+      tell(error.Description());
+    }
+  }
+
+  const Path& file_;
+  const CheckArguments& arguments_;
+  const CommandContext& context_;
+  std::optional<ChangeComparison> comparison_;
+  FileReport report_;
+};
 
 }  // namespace
 
@@ -84,7 +200,7 @@ int RunCheck(const CheckArguments& arguments, const CommandContext& context) {
   CheckReport summary;
   Json list = Json::array();
   for (const Path& file : FilesToCheck(arguments)) {
-    const FileReport report = Examine(file, arguments, context);
+    const FileReport report = Examination(file, arguments, context).Run();
     summary.Count(report);
     if (arguments.json) {
       list.push_back(ReportJson(report));

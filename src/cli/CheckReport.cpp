@@ -35,6 +35,7 @@ class Lines {
     widen(report.fresh);
     widen(report.changed);
     widen(report.obsolete);
+    widen(report.inactive);
     width_ = std::min(width_, kWidest);
   }
 
@@ -65,6 +66,7 @@ const char* StatusName(FileStatus status) {
 void PrintCounts(const FileReport& report, std::ostream& out) {
   out << report.fresh.size() << " new (" << report.MandatoryCount() << " mandatory), "
       << report.changed.size() << " changed, " << report.obsolete.size() << " obsolete";
+  if (!report.inactive.empty()) out << ", " << report.inactive.size() << " inactive";
   if (!report.freshSeries.empty() || !report.obsoleteSeries.empty()) {
     out << "; series: " << report.freshSeries.size() << " new, " << report.obsoleteSeries.size()
         << " only on the server";
@@ -80,11 +82,17 @@ Json SeriesJson(const std::vector<SeriesEntry>& entries) {
   return list;
 }
 
+String PlaceAndText(const FileFinding& finding) {
+  if (finding.path.empty()) return finding.text;
+  const String line = finding.line > 0 ? u", line " + ToText(finding.line) : String();
+  return finding.path + line + u": " + finding.text;
+}
+
 }  // namespace
 
 bool FileReport::HasDifferences() const {
   return !fresh.empty() || !changed.empty() || !obsolete.empty() || !freshSeries.empty() ||
-         !obsoleteSeries.empty();
+         !obsoleteSeries.empty() || !inactive.empty();
 }
 
 size_t FileReport::MandatoryCount() const {
@@ -118,29 +126,38 @@ Json ReportJson(const FileReport& report) {
                        {"actual", ToUtf8(setting.actual)},
                        {"original", ToUtf8(setting.original)}});
   }
+  Json inactive = Json::array();
+  for (const InactiveSetting& setting : report.inactive) {
+    inactive.push_back({{"name", ToUtf8(setting.name)}, {"value", ToUtf8(setting.value)}});
+  }
+  Json findings = Json::array();
+  for (const FileFinding& finding : report.findings) {
+    const String path = finding.path.empty() ? String() : finding.path + u": ";
+    findings.push_back(
+        {{"line", finding.line}, {"kind", finding.kind}, {"text", ToUtf8(path + finding.text)}});
+  }
   return {
       {"file", ToUtf8(report.file)},
       {"status", StatusName(report.status)},
       {"new", std::move(fresh)},
       {"obsolete", std::move(obsolete)},
       {"changed", std::move(changed)},
+      {"inactive", std::move(inactive)},
       {"series",
-       {{"new", SeriesJson(report.freshSeries)}, {"obsolete", SeriesJson(report.obsoleteSeries)}}}};
+       {{"new", SeriesJson(report.freshSeries)}, {"obsolete", SeriesJson(report.obsoleteSeries)}}},
+      {"findings", std::move(findings)}};
 }
 
 void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
   out << Printable(report.file) << ": ";
   if (report.status == FileStatus::kFailed) {
     out << "could not be read\n";
-    return;
-  }
-  if (report.status == FileStatus::kSame) {
+  } else if (report.status == FileStatus::kSame) {
     out << "no differences\n";
-    return;
+  } else {
+    if (report.status == FileStatus::kNew) out << "the server lacks this file: ";
+    PrintCounts(report, out);
   }
-  if (report.status == FileStatus::kNew) out << "the server lacks this file: ";
-  PrintCounts(report, out);
-
   Lines lines(report, out, colours);
   for (const FreshSetting& setting : report.fresh) {
     const char* const kind = setting.mandatory ? "new [x] " : "new [ ] ";
@@ -151,11 +168,18 @@ void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
         OrQuotes(setting.actual) + u"  (distribution: " + OrQuotes(setting.original) + u")";
     lines.Print(kYellow, "changed ", setting.name, values);
   }
+  for (const InactiveSetting& setting : report.inactive) {
+    lines.Print(kYellow, "inactive", setting.name, OrQuotes(setting.value));
+  }
   for (const ObsoleteSetting& setting : report.obsolete) {
     lines.Print(kRed, "obsolete", setting.name, OrQuotes(setting.value));
   }
   lines.PrintSeries(kGreen, "new     ", report.freshSeries);
   lines.PrintSeries(kPlain, "own     ", report.obsoleteSeries);
+  for (const FileFinding& finding : report.findings) {
+    const bool save = std::string_view(finding.kind) == "save";
+    lines.Print(kPlain, save ? "save    " : "note    ", PlaceAndText(finding), {});
+  }
 }
 
 void CheckReport::Count(const FileReport& report) {
@@ -167,13 +191,14 @@ void CheckReport::Count(const FileReport& report) {
   mandatory_ += report.MandatoryCount();
   changed_ += report.changed.size();
   obsolete_ += report.obsolete.size();
+  inactive_ += report.inactive.size();
 }
 
 void CheckReport::Print(std::ostream& out) const {
   out << "Sum of " << files_ << (files_ == 1 ? " file: " : " files: ") << different_
       << " different, " << lacking_ << " new, " << failed_ << " failed; settings: " << fresh_
       << " new (" << mandatory_ << " mandatory), " << changed_ << " changed, " << obsolete_
-      << " obsolete\n";
+      << " obsolete, " << inactive_ << " inactive\n";
   if (fresh_ > 0) out << "[x] mandatory: the server needs it; [ ] optional\n";
 }
 

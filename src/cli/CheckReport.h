@@ -12,9 +12,9 @@ namespace quenmar {
 
 enum class FileStatus {
   kSame,       ///< nothing to tell
-  kDifferent,  ///< something is new, changed or obsolete
+  kDifferent,  ///< something is new, changed, obsolete or inactive
   kNew,        ///< the server lacks the file
-  kFailed,     ///< it could not be read, or the user declined to go on reading it
+  kFailed,     ///< one of its versions could not be read
 };
 
 struct FreshSetting {
@@ -39,6 +39,20 @@ struct SeriesEntry {
   String name;
 };
 
+/// A mandatory setting that the server has commented out.
+struct InactiveSetting {
+  String name;
+  String value;
+};
+
+/// Something in one of the two versions, or about the file as a whole, that is worth telling.
+struct FileFinding {
+  const char* kind;  ///< "error", "line-feed", "duplicate", "name", "charset", "bytes" or "save"
+  String path;       ///< of the version that it is about; empty for what a save would change
+  int line;          ///< counted from 1; 0 for the file as a whole
+  String text;
+};
+
 struct FileReport {
   String file;
   FileStatus status = FileStatus::kSame;
@@ -47,6 +61,8 @@ struct FileReport {
   std::vector<ObsoleteSetting> obsolete;
   std::vector<SeriesEntry> freshSeries;
   std::vector<SeriesEntry> obsoleteSeries;
+  std::vector<InactiveSetting> inactive;
+  std::vector<FileFinding> findings;
 
   [[nodiscard]] bool HasDifferences() const;
   [[nodiscard]] size_t MandatoryCount() const;
@@ -55,7 +71,8 @@ struct FileReport {
 /// @return type and name of every entry of a series tree.
 [[nodiscard]] std::vector<SeriesEntry> SeriesEntriesOf(const Document& series);
 
-/// @return the report as an object: `{"file","status","new","obsolete","changed","series"}`.
+/// @return the report as an object: `{"file","status","new","obsolete","changed","inactive",
+/// "series","findings"}`.
 [[nodiscard]] Json ReportJson(const FileReport& report);
 
 /// Prints the counts and then a line for each name.
@@ -77,6 +94,7 @@ class CheckReport {
   size_t mandatory_ = 0;
   size_t changed_ = 0;
   size_t obsolete_ = 0;
+  size_t inactive_ = 0;
 };
 
 }  // namespace quenmar

@@ -24,6 +24,7 @@ struct CommandContext {
   const Options& options;
   const Language& language;
   TerminalMessages& messages;
+  bool fixLineEnds = false;  ///< reading repairs bare LF line ends in the file
 };
 
 /// Something the user asked for cannot be done; `what` is the sentence to show.
@@ -35,7 +36,8 @@ class CommandTrouble : public std::runtime_error {
 struct CheckArguments {
   Path distribution;
   Path server;
-  std::vector<std::string> files;  ///< all configuration files of the distribution when empty
+  std::vector<std::string>
+      files;  ///< names; all configuration files of the distribution when empty
   bool json = false;
 };
 int RunCheck(const CheckArguments& arguments, const CommandContext& context);
@@ -68,12 +70,16 @@ struct MergeArguments {
 };
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 
-/// Reads a file, whose path begins every message on the way.
+/// Reads a file; bare LF line ends end lines, unless they are to be repaired.
+/// @param notes receives what else was seen, if given
+/// @param mayRepair false where nothing may be written: a repair then happens in memory
 /// @return whether the file was read to its end.
-[[nodiscard]] bool ReadConfFile(
-    const Path& file, std::shared_ptr<Document>& settings, std::shared_ptr<Document>& series,
-    const CommandContext& context,
-    ConfReader::LineEndRepair repair = ConfReader::LineEndRepair::kInFile);
+[[nodiscard]] bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
+                                std::shared_ptr<Document>& series, const CommandContext& context,
+                                ConfNotes* notes = nullptr, bool mayRepair = true);
+
+/// @return the path of `file` in `folder`. Throws `CommandTrouble` when `file` is no mere name.
+[[nodiscard]] Path FileIn(const Path& folder, const Path& file);
 
 /// Throws `CommandTrouble` unless `folder` is one.
 void RequireFolder(const Path& folder);

@@ -19,6 +19,7 @@ namespace {
 struct Arguments {
   bool yes = false;
   bool no = false;
+  bool fixLineEnds = false;
   std::string registry;
   CheckArguments check;
   CompareArguments compare;
@@ -105,12 +106,14 @@ std::unique_ptr<CLI::App> MakeParser(Arguments& arguments) {
   app->allow_windows_style_options(false);  // a path may begin with a slash
 #endif
   app->fallthrough();
-  app->require_subcommand(1);
+  app->require_subcommand(0, 1);  // see `RequireCommand`
   app->set_version_flag("--version", "quenmarctl " QUENMAR_VERSION);
   CLI::Option* const yes = app->add_flag("--yes", arguments.yes, "Answer every question with Yes");
   app->add_flag("--no", arguments.no, "Answer every question with No")->excludes(yes);
   app->add_option("--registry", arguments.registry, "Registry file to take the options from")
       ->type_name("FILE");
+  app->add_flag("--fix-line-ends", arguments.fixLineEnds,
+                "Rewrite files with bare LF line ends while reading them: every LF becomes CR LF");
   app->footer(
       "Results go to standard output, questions and messages to standard error. Options come from\n"
       "the file that QUENMAR_REGISTRY names, or from their usual place. A merge keeps the file "
@@ -121,7 +124,24 @@ std::unique_ptr<CLI::App> MakeParser(Arguments& arguments) {
   AddCompare(*app, arguments.compare);
   AddMerge(*app, arguments.merge);
   AddDump(*app, arguments.dump);
+  app->allow_extras();  // after the commands, which would inherit it; see `RequireCommand`
   return app;
+}
+
+/// Throws `CLI::ParseError` unless there is one command and nothing that no command knows. The
+/// parser itself would ask for a command where an unknown one was given.
+void RequireCommand(const CLI::App& app) {
+  const std::vector<std::string> rest = app.remaining();
+  const auto fail = [](const std::string& text) { throw CLI::ValidationError(text); };
+  if (!app.get_subcommands().empty()) {
+    if (!rest.empty()) fail("The following argument was not expected: " + rest.front());
+  } else if (rest.empty()) {
+    fail("A command is required");
+  } else if (rest.front().starts_with('-')) {
+    fail("Unknown option: " + rest.front());
+  } else {
+    fail("Unknown command: " + rest.front());
+  }
 }
 
 Answers AnswersOf(const Arguments& arguments, const ConsoleStreams& streams) {
@@ -136,9 +156,9 @@ int RunCommand(const CLI::App& app, const Arguments& arguments, const ConsoleStr
     streams.err << "quenmarctl: " << ToUtf8(trouble) << '\n';
   }
   const Language language = Language::LoadLanguage(*registry);
-  const Options options = LoadOptions(*registry);
+  const Options options = ReadOptions(*registry);
   TerminalMessages messages(streams, AnswersOf(arguments, streams));
-  const CommandContext context{streams, options, language, messages};
+  const CommandContext context{streams, options, language, messages, arguments.fixLineEnds};
 
   if (app.got_subcommand("check")) return RunCheck(arguments.check, context);
   if (app.got_subcommand("compare")) return RunCompare(arguments.compare, context);
@@ -154,10 +174,24 @@ Path ArgumentPath(const std::string& argument) {
 
 bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
                   std::shared_ptr<Document>& series, const CommandContext& context,
-                  ConfReader::LineEndRepair repair) {
+                  ConfNotes* notes, bool mayRepair) {
+  using BareLineFeeds = ConfReader::BareLineFeeds;
+  BareLineFeeds bareLineFeeds = BareLineFeeds::kEndLines;
+  if (context.fixLineEnds) {
+    bareLineFeeds = mayRepair ? BareLineFeeds::kRepairInFile : BareLineFeeds::kRepairInMemory;
+  }
   context.messages.SetSubject(file);
-  const ConfReader reader(context.options, context.language, context.messages, repair);
-  return reader.LoadConfFile(file, settings, series);
+  const ConfReader reader(context.options, context.language, context.messages, bareLineFeeds);
+  return reader.LoadConfFile(file, settings, series, notes);
+}
+
+Path FileIn(const Path& folder, const Path& file) {
+  if (file != file.filename() || file == "." || file == "..") {
+    throw CommandTrouble(ToUtf8(PathText(file)) +
+                         ": FILE is a name without a folder; its folders are "
+                         "DIST_DIR and SERVER_DIR");
+  }
+  return folder / file;
 }
 
 void RequireFolder(const Path& folder) {
@@ -173,6 +207,7 @@ int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& 
   const auto app = MakeParser(parsed);
   try {
     app->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // last one first
+    RequireCommand(*app);
   } catch (const CLI::ParseError& error) {
     return app->exit(error, streams.out, streams.err) == 0 ? kNothingToDo : kTrouble;
   }

@@ -2,21 +2,22 @@
 
 #include "cli/Commands.h"
 #include "cli/TreeJson.h"
-#include "text/Charset.h"
 
 namespace quenmar {
 
 int RunDump(const DumpArguments& arguments, const CommandContext& context) {
   std::shared_ptr<Document> settings;
   std::shared_ptr<Document> series;
-  const bool complete = ReadConfFile(arguments.file, settings, series, context);
+  ConfNotes notes;
+  const bool complete = ReadConfFile(arguments.file, settings, series, context, &notes);
   std::ostream& out = context.streams.out;
   if (arguments.xml.empty()) {
     PrintTreesJson(out, {{"settings", settings.get()}, {"series", series.get()}});
   } else {
-    // The bytes of an exported file. What was read from one always fits.
+    // In the file's own character set, which has every character of it.
     Document& tree = arguments.xml == "settings" ? *settings : *series;
-    out << ToWindows1252(tree.XMLExport()).value();
+    if (notes.charset == ConfCharset::kUtf8) tree.SetEncoding(u"UTF-8");
+    out << EncodeConfText(tree.XMLExport(), notes.charset).value();
   }
   return complete ? kNothingToDo : kTrouble;
 }

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <filesystem>
 #include <ostream>
+#include <system_error>
 
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
@@ -8,6 +10,7 @@
 #include "conf/ConfWriter.h"
 #include "conf/Functions.h"
 #include "conf/SaveChanges.h"
+#include "conf/SaveWarnings.h"
 #include "files/FileError.h"
 #include "files/Folder.h"
 #include "text/Charset.h"
@@ -45,14 +48,25 @@ std::vector<String> EachOccurrence(const std::vector<String>& names, const Docum
   return found;
 }
 
+/// @return whether the path, links followed, leads into the folder or one below it.
+bool IsWithin(const Path& path, const Path& folder) {
+  std::error_code error;  // what cannot be looked at is taken as it is written
+  Path parent = std::filesystem::weakly_canonical(path, error).parent_path();
+  while (!IsSame(parent, folder)) {
+    if (!parent.has_relative_path()) return false;
+    parent = parent.parent_path();
+  }
+  return true;
+}
+
 /// One merge, from the two files to the saved one.
 class Merge {
  public:
   Merge(const MergeArguments& arguments, const CommandContext& context)
       : arguments_(arguments),
         context_(context),
-        distributionFile_(arguments.distribution / ArgumentPath(arguments.file)),
-        serverFile_(arguments.server / ArgumentPath(arguments.file)),
+        distributionFile_(FileIn(arguments.distribution, ArgumentPath(arguments.file))),
+        serverFile_(FileIn(arguments.server, ArgumentPath(arguments.file))),
         serverSource_(serverFile_) {}
 
   int Run() {
@@ -88,12 +102,11 @@ class Merge {
   }
 
   bool Read() {
-    using Repair = ConfReader::LineEndRepair;
-    const Repair repair = arguments_.dryRun ? Repair::kInMemory : Repair::kInFile;
+    const bool mayRepair = !arguments_.dryRun;
     return ReadConfFile(distributionFile_, documents_.distribution, documents_.distributionSeries,
-                        context_, repair) &&
+                        context_, &distributionNotes_, mayRepair) &&
            ReadConfFile(serverSource_, documents_.server, documents_.serverSeries, context_,
-                        repair);
+                        &serverNotes_, mayRepair);
   }
 
   /// Throws `CommandTrouble` for a name out of place and when the user declines.
@@ -135,7 +148,7 @@ class Merge {
     }
     RequireNames({name}, comparison.ActualFields(), "kept");
     comparison.SetActualValue(name, value);
-    const StringView readBack = EffectiveValue(Trim(value));
+    const String readBack = ReadBackValue(value);
     if (readBack != value) {
       context_.streams.err << "quenmarctl: --set " << Printable(name)
                            << ": the value will be read back as \"" << Printable(readBack)
@@ -145,46 +158,79 @@ class Merge {
 
   bool Save(const Document& settings, const SeriesGroups& series) {
     const ConfWriter writer(context_.options, context_.language, context_.messages);
+    const ConfCharset charset = CharsetForSaving(serverNotes_, distributionNotes_);
     const std::vector<String> lines = writer.ConfFileLines(settings, series);
-    const std::string bytes = ConfWriter::EncodeLines(lines);
+    const std::string bytes = Encode(writer, lines, charset);
+    WarnOfCharset(bytes, charset);
     if (arguments_.dryRun) {
-      PrintChanges(ChangesOf(serverFile_, lines), context_.streams.out);
+      PrintChanges(ChangesOf(ServerBytes(), lines, bytes), context_.streams.out);
       return true;
     }
     if (arguments_.output == "-") {
       context_.streams.out << bytes;
       return true;
     }
-    const Path target = arguments_.output ? ArgumentPath(*arguments_.output) : serverFile_;
-    context_.messages.SetSubject(target);
-    const std::string summary = SummaryFor(target, lines);
-    if (WritesServerFile() && serverSource_ == distributionFile_) CopyFromDistribution();
+    OpenedFile target = Target();
+    target.charset = charset;
+    context_.messages.SetSubject(target.path);
+    const std::string before =
+        WritesServerFile() ? ServerBytes() : target.bytes.value_or(std::string());
+    const std::string summary = SummaryOf(ChangesOf(before, lines, bytes));
+    if (WritesServerFile() && IsMissing(serverFile_)) CopyFromDistribution();
     if (!writer.SaveConfFile(target, settings, series)) return false;
-    context_.streams.err << Printable(PathText(target)) << ": " << summary << '\n';
+    context_.streams.err << Printable(PathText(target.path)) << ": " << summary << '\n';
     return true;
+  }
+
+  /// @return the file to be written. The server's file must still hold what was read.
+  [[nodiscard]] OpenedFile Target() const {
+    if (WritesServerFile()) return {serverFile_, serverNotes_.bytes};
+    const Path output = ArgumentPath(*arguments_.output);
+    if (IsSame(output, serverFile_)) return {output, serverNotes_.bytes};
+    if (IsSame(output, distributionFile_) || IsWithin(output, arguments_.distribution)) {
+      throw CommandTrouble(*arguments_.output + ": this is inside the distribution's folder");
+    }
+    try {
+      return OpenedFile::FromDisk(output);
+    } catch (const FileError& error) {
+      throw CommandTrouble(*arguments_.output + ": " + error.what());
+    }
+  }
+
+  /// @return the lines in the character set; throws `CommandTrouble` where it lacks a character.
+  [[nodiscard]] std::string Encode(const ConfWriter& writer, const std::vector<String>& lines,
+                                   ConfCharset charset) const {
+    try {
+      return writer.EncodeLines(lines, charset);
+    } catch (const RuntimeError& error) {
+      const String unchanged = MessageText(context_.language.Text(LNG50), {PathText(serverFile_)});
+      throw CommandTrouble(error.what() + ("\n" + ToUtf8(unchanged)));
+    }
+  }
+
+  /// @return what the server's file held when it was read; nothing where the server lacks it.
+  [[nodiscard]] std::string ServerBytes() const {
+    return serverSource_ == serverFile_ ? serverNotes_.bytes : std::string();
+  }
+
+  [[nodiscard]] SaveChanges ChangesOf(const std::string& before, const std::vector<String>& lines,
+                                      const std::string& after) const {
+    return ListSaveChanges(before, lines, after, context_.options.series);
   }
 
   void CopyFromDistribution() const {
     try {
-      CopyWhole(distributionFile_, serverFile_);
+      ReplaceBytes(serverFile_, serverNotes_.bytes);
     } catch (const FileError& error) {
       throw CommandTrouble(ToUtf8(PathText(serverFile_)) + ": " + error.what());
     }
   }
 
-  /// @return what to tell after saving `target`.
-  [[nodiscard]] std::string SummaryFor(const Path& target, const std::vector<String>& lines) const {
-    try {
-      return SummaryOf(ChangesOf(target, lines));
-    } catch (const FileError& error) {
-      return error.what();  // saving meets the same trouble and tells it first
-    }
-  }
-
-  [[nodiscard]] SaveChanges ChangesOf(const Path& target, const std::vector<String>& lines) const {
-    const String oldText =
-        KindOf(target) == FileKind::kFile ? FromWindows1252(ReadBytes(target)) : String();
-    return ListSaveChanges(oldText, lines, context_.options.series);
+  void WarnOfCharset(const std::string& bytes, ConfCharset charset) const {
+    SaveWarnings warnings;
+    warnings.readAs = OtherCharset(bytes, charset);
+    const String text = WarningText(warnings, context_.language);
+    if (!text.empty()) context_.streams.err << "quenmarctl: " << Printable(text) << '\n';
   }
 
   const MergeArguments& arguments_;
@@ -193,6 +239,8 @@ class Merge {
   Path serverFile_;
   Path serverSource_;  // what is read in the server file's place
   ConfDocuments documents_;
+  ConfNotes distributionNotes_;
+  ConfNotes serverNotes_;
 };
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace quenmar {
 
 Button TerminalMessages::Show(const String& text, int style) {
   std::ostream& err = streams_.err;
-  if (!subject_.empty()) err << Printable(subject_) << ": ";
+  if (!Contains(text, subject_)) err << Printable(subject_) << ": ";
   err << PrintableLines(text);
   const int buttons = style & message_style::kButtons;
   if (buttons == message_style::kOk) {

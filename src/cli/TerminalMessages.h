@@ -9,7 +9,8 @@ namespace quenmar {
 /// Who answers the questions.
 enum class Answers { kAsk, kYes, kNo };
 
-/// Message boxes as lines on standard error, each beginning with the file that it is about.
+/// Message boxes as lines on standard error, each beginning with the file that it is about, unless
+/// the text names it anyway.
 /// Questions are answered at the terminal, or all alike.
 class TerminalMessages : public MessageBoxes {
  public:

@@ -64,14 +64,20 @@ bool IsRepeatable(StringView name, StringView series) {
 
 bool ConfLines::Next(StringView& line) {
   if (rest_.empty()) return false;
-  const size_t end = rest_.find(u'\r');
-  line = rest_.substr(0, end);
+  const bool lineFeedEnds = lineFeed_ == LineFeed::kEndsLine;
+  const auto* const end = std::find_if(rest_.begin(), rest_.end(), [lineFeedEnds](char16_t c) {
+    return c == u'\r' || (c == u'\n' && lineFeedEnds);
+  });
+  line = rest_.substr(0, static_cast<size_t>(end - rest_.begin()));
   rest_.remove_prefix(line.size());
+  end_ = End::kNone;
   if (rest_.starts_with(kLineEnd)) {
-    rest_.remove_prefix(kLineEnd.size());
+    end_ = End::kCrLf;
   } else if (!rest_.empty()) {
-    rest_.remove_prefix(1);
+    end_ = rest_.front() == u'\r' ? End::kCr : End::kLf;
   }
+  rest_.remove_prefix(end_ == End::kCrLf ? kLineEnd.size() : end_ == End::kNone ? 0 : 1);
+  ++number_;
   return true;
 }
 

@@ -41,17 +41,33 @@ struct ConfLine {
 [[nodiscard]] bool IsRepeatable(StringView name, StringView series);
 
 /// Hands out the lines of a text one by one. CR and CR LF end a line; a last line without an end is
-/// a line; a lone LF stays inside the line.
+/// a line. A lone LF stays inside the line, or ends it as well.
 class ConfLines {
  public:
+  enum class LineFeed {
+    kStays,     ///< a lone LF is a character like others
+    kEndsLine,  ///< a lone LF is a line end
+  };
+  enum class End { kNone, kCr, kCrLf, kLf };
+
   /// @param text outlives this object and the lines that it hands out.
-  explicit ConfLines(StringView text) : rest_(text) {}
+  explicit ConfLines(StringView text, LineFeed lineFeed = LineFeed::kStays)
+      : rest_(text), lineFeed_(lineFeed) {}
 
   /// @return whether there was a further line.
   [[nodiscard]] bool Next(StringView& line);
 
+  /// @return the number of the line that was handed out last; the first one is 1.
+  [[nodiscard]] int Number() const { return number_; }
+
+  /// @return how that line ended.
+  [[nodiscard]] End LineEnd() const { return end_; }
+
  private:
   StringView rest_;
+  LineFeed lineFeed_;
+  int number_ = 0;
+  End end_ = End::kNone;
 };
 
 }  // namespace quenmar

@@ -1,12 +1,13 @@
 #include "conf/ConfReader.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "conf/ConfLine.h"
 #include "conf/EndApplication.h"
 #include "conf/Functions.h"
-#include "text/Charset.h"
+#include "docmodel/DocError.h"
 
 namespace quenmar {
 
@@ -27,6 +28,47 @@ void AppendComment(String& block, StringView line) {
   block += ForComments(line);
 }
 
+bool IsEscapedByte(char16_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
+
+/// Collects what is worth telling about the lines of one text.
+class NoteTaker {
+ public:
+  explicit NoteTaker(ConfNotes& notes) : notes_(notes) {}
+
+  void Begin(const ConfText& text, std::string bytes) {
+    notes_ = ConfNotes();
+    notes_.bytes = std::move(bytes);
+    notes_.charset = text.charset;
+    notes_.ascii = text.ascii;
+    marked_ = text.mark;
+    noted_.clear();
+  }
+
+  void TakeLine(StringView line, const ConfLines& lines) {
+    using Kind = Finding::Kind;
+    const auto is = [line](auto test) { return std::any_of(line.begin(), line.end(), test); };
+    const bool utf8 = notes_.charset == ConfCharset::kUtf8;
+    if (utf8 && (marked_ || is([](char16_t c) { return c > 0x7F; }))) Once(Kind::kUtf8, lines);
+    if (marked_ && is(IsEscapedByte)) Once(Kind::kNoText, lines);
+    if (lines.LineEnd() == ConfLines::End::kLf) Once(Kind::kBareLineFeed, lines);
+  }
+
+  void TakeActiveSetting(StringView name, int line) {
+    if (!notes_.activeNames.emplace(name).second) {
+      notes_.findings.push_back({line, Finding::Kind::kDuplicate, String(name)});
+    }
+  }
+
+ private:
+  void Once(Finding::Kind kind, const ConfLines& lines) {
+    if (noted_.insert(kind).second) notes_.findings.push_back({lines.Number(), kind, {}});
+  }
+
+  ConfNotes& notes_;
+  bool marked_ = false;
+  std::set<Finding::Kind> noted_;
+};
+
 /// One reading of one file.
 class Reading {
  public:
@@ -35,62 +77,98 @@ class Reading {
     const Options& options;
     const Language& language;
     MessageBoxes& messages;
-    ConfReader::LineEndRepair repair;
+    ConfReader::BareLineFeeds bareLineFeeds;
   };
 
-  Reading(const Context& context, Document& settings, Document& series)
-      : context_(context), settings_(settings.Fields()), series_(series.Fields()) {}
+  /// @param notes null when nobody asks for them
+  Reading(const Context& context, Document& settings, Document& series, ConfNotes* notes)
+      : context_(context), settings_(settings.Fields()), series_(series.Fields()) {
+    if (notes != nullptr) notes_.emplace(*notes);
+  }
 
   /// @return whether the file was read to its end.
   bool Run() {
     Open();
     StringView line;
-    while (lines_.Next(line)) {
+    while (NextLine(line)) {
       line = Trim(line);
       if (Contains(line, u"\n")) {
         if (!RepairFile()) return false;
         // The first line of the repaired text is taken as it stands, and what was read before the
         // repair is read a second time.
-        if (!lines_.Next(line)) return true;
+        if (!NextLine(line)) return true;
       }
       if (!TakeLine(line)) return false;
     }
     return true;
   }
 
+  /// @return the number of the current line; 0 before the first one.
+  [[nodiscard]] int LineNumber() const { return lines_.Number(); }
+  [[nodiscard]] StringView Line() const { return Trim(rawLine_); }
+
+  /// @return why a repair failed, which the user has been told; empty when none did.
+  [[nodiscard]] const String& Trouble() const { return trouble_; }
+
  private:
+  using BareLineFeeds = ConfReader::BareLineFeeds;
+
   /// The current line's setting with its value cut to what counts.
   struct Setting {
     StringView name;
     StringView value;
   };
 
-  void Open() { Restart(FromWindows1252(ReadBytes(context_.path))); }
+  void Open() {
+    std::string bytes = ReadBytes(context_.path);
+    std::optional<ConfText> decoded = DecodeConfText(bytes);
+    if (!decoded) {
+      throw RuntimeError(0, u"ConfReader", MessageText(context_.language.Text(LNG53)));
+    }
+    if (notes_) notes_->Begin(*decoded, std::move(bytes));
+    Restart(std::move(decoded->text));
+  }
 
   void Restart(String text) {
     text_ = std::move(text);
-    lines_ = ConfLines(text_);
+    lines_ = ConfLines(text_, context_.bareLineFeeds == BareLineFeeds::kEndLines
+                                  ? ConfLines::LineFeed::kEndsLine
+                                  : ConfLines::LineFeed::kStays);
   }
 
-  Button Ask(MessageKey key, int style, std::initializer_list<StringView> placeholders = {}) {
-    return ShowMessage(context_.messages, String(context_.language.Text(key)), style, placeholders);
+  bool NextLine(StringView& line) {
+    if (!lines_.Next(line)) return false;
+    rawLine_ = line;
+    if (notes_) notes_->TakeLine(line, lines_);
+    return true;
+  }
+
+  /// @return whether the user wants bare LF line ends repaired. No ends the application; a closed
+  /// question only the reading.
+  [[nodiscard]] bool WantsRepair() {
+    if (context_.bareLineFeeds != BareLineFeeds::kAsk) return true;
+    const Button answer =
+        ShowMessage(context_.messages, context_.language.Text(LNG43) + u"\\n%1",
+                    message_style::kYesNo | message_style::kQuestion, {PathText(context_.path)});
+    if (answer == Button::kNo) throw EndApplication();
+    return answer == Button::kYes;
   }
 
   bool RepairFile() {
-    if (Ask(LNG43, message_style::kYesNo | message_style::kQuestion) != Button::kYes) {
-      throw EndApplication();
-    }
-    if (context_.repair == ConfReader::LineEndRepair::kInMemory) {
+    if (!WantsRepair()) return false;
+    if (context_.bareLineFeeds == BareLineFeeds::kRepairInMemory) {
       Restart(RepairLineEnds(text_));
       return true;
     }
     String text;
     if (!ReadTextFile(context_.path, text)) {
-      Ask(LNG44, message_style::kOk, {PathText(context_.path)});
+      trouble_ = MessageText(context_.language.Text(LNG44), {PathText(context_.path)});
+      context_.messages.Show(trouble_, message_style::kOk);
       return false;
     }
     if (!WriteTextFile(context_.path, RepairLineEnds(text))) {
-      Ask(LNG45, message_style::kCritical);
+      trouble_ = MessageText(context_.language.Text(LNG45));
+      context_.messages.Show(trouble_, message_style::kCritical);
       return false;
     }
     Open();
@@ -128,6 +206,7 @@ class Reading {
   }
 
   bool TakeSetting(const Setting& setting) {
+    if (notes_ && !line_.commented) notes_->TakeActiveSetting(setting.name, lines_.Number());
     const int index = settings_.IndexOf(setting.name);
     if (index < 0) {
       AddUnlessRemark(setting, settings_.Count());
@@ -150,8 +229,9 @@ class Reading {
 
   bool AcceptsDuplicate(StringView name) {
     if (context_.options.alwaysIgnoreDupParam) return true;
-    return Ask(LNG46, message_style::kYesNo | message_style::kQuestion,
-               {name, PathText(context_.path)}) == Button::kYes;
+    return ShowMessage(context_.messages, String(context_.language.Text(LNG46)),
+                       message_style::kYesNo | message_style::kQuestion,
+                       {name, PathText(context_.path)}) == Button::kYes;
   }
 
   /// A setting that is not known yet, or a commented-out line of an active one. The latter becomes
@@ -198,8 +278,11 @@ class Reading {
   Context context_;
   Fields& settings_;
   Fields& series_;
+  std::optional<NoteTaker> notes_;
   String text_;
   ConfLines lines_{StringView()};
+  StringView rawLine_;
+  String trouble_;
   ConfLine line_;
   String comment_;         // plain comment lines since the last blank line or setting
   String carriedComment_;  // the block of the last setting, for those below it that have none
@@ -208,20 +291,44 @@ class Reading {
 
 }  // namespace
 
+ConfCharset CharsetForSaving(const ConfNotes& server, const ConfNotes& distribution) {
+  return server.ascii ? distribution.charset : server.charset;
+}
+
 ConfReader::ConfReader(const Options& options, const Language& language, MessageBoxes& messages,
-                       LineEndRepair repair)
-    : options_(options), language_(language), messages_(messages), repair_(repair) {}
+                       BareLineFeeds bareLineFeeds)
+    : options_(options), language_(language), messages_(messages), bareLineFeeds_(bareLineFeeds) {}
 
 bool ConfReader::LoadConfFile(const Path& path, std::shared_ptr<Document>& settings,
-                              std::shared_ptr<Document>& series) const {
+                              std::shared_ptr<Document>& series, ConfNotes* notes) const {
   settings = std::make_shared<Document>();
   series = std::make_shared<Document>();
+  if (notes != nullptr) *notes = ConfNotes();
+  Reading reading({path, options_, language_, messages_, bareLineFeeds_}, *settings, *series,
+                  notes);
+  String about = PathText(path);
+  String trouble;
+  int line = 0;
   try {
-    return Reading({path, options_, language_, messages_, repair_}, *settings, *series).Run();
+    const bool complete = reading.Run();
+    if (notes != nullptr) notes->trouble = reading.Trouble();
+    return complete;
+  } catch (const DocError& error) {
+    line = reading.LineNumber();
+    trouble = error.Description();
+    about = MessageText(language_.Text(LNG55), {about, ToText(line), reading.Line()});
+    if (notes != nullptr) {
+      notes->findings.push_back({line, Finding::Kind::kRejectedName, String(reading.Line())});
+    }
   } catch (const std::exception& error) {
-    ShowMessage(messages_, language_.Text(LNG42) + DescriptionOf(error), message_style::kOk);
-    return false;
+    trouble = DescriptionOf(error);
   }
+  if (notes != nullptr) {
+    notes->trouble = trouble;
+    notes->troubleLine = line;
+  }
+  ShowError(messages_, language_, trouble, about);
+  return false;
 }
 
 String RepairLineEnds(StringView text) { return ReplaceAll(text, u"\n", kLineEnd); }

@@ -2,8 +2,8 @@
 
 #include "conf/ConfLine.h"
 #include "conf/Functions.h"
+#include "files/FileError.h"
 #include "files/Folder.h"
-#include "text/Charset.h"
 
 namespace quenmar {
 
@@ -11,35 +11,90 @@ namespace {
 
 constexpr StringView kSeparator = u": ";
 
-void BackUpExisting(const Path& path) {
-  // What cannot be looked at fails to open below, and is reported there.
-  if (KindOf(path) != FileKind::kFile) return;
-  Path backup = path;
-  backup += ".bak";
-  if (IsSame(path, backup)) {
-    throw RuntimeError(0, u"ConfWriter",
-                       PathText(backup) + u" is the file itself, not a copy of it");
+/// @return the content of a regular file; nothing for what is missing and for devices, which hold
+/// none. Throws `FileError` when it cannot be read.
+std::optional<std::string> ContentOf(const Path& path) {
+  return KindOf(path) == FileKind::kFile ? std::optional(ReadBytes(path)) : std::nullopt;
+}
+
+Path CopyOf(const Path& path) {
+  Path copy = path;
+  copy += ".bak";
+  return copy;
+}
+
+/// Keeps what the file holds as its copy, once for every opening.
+/// @return why that failed; empty when the copy is there.
+String KeepCopy(OpenedFile& file, const std::string& onDisk) {
+  try {
+    CopyBeside(file.path, onDisk, CopyOf(file.path));
+    file.copied = true;
+    return {};
+  } catch (const FileError& error) {
+    return error.Description();
   }
-  CopyWhole(path, backup);
 }
 
 }  // namespace
 
+OpenedFile OpenedFile::FromDisk(const Path& path) {
+  OpenedFile file{path, ContentOf(path)};
+  const auto decoded = DecodeConfText(file.bytes.value_or(std::string()));
+  if (decoded) file.charset = decoded->charset;
+  return file;
+}
+
 ConfWriter::ConfWriter(const Options& options, const Language& language, MessageBoxes& messages)
     : options_(options), language_(language), messages_(messages) {}
+
+bool ConfWriter::SaveConfFile(OpenedFile& file, const Document& settings,
+                              const SeriesView& window) const {
+  String copyTrouble;
+  try {
+    const std::string bytes = EncodeLines(ConfFileLines(settings, window), file.charset);
+    const std::optional<std::string> onDisk = ContentOf(file.path);
+    if (onDisk != bytes) {
+      if (!MayReplace(file, onDisk)) return false;
+      if (onDisk && !file.copied) copyTrouble = KeepCopy(file, *onDisk);
+      ReplaceBytes(file.path, bytes);
+      file.copied = true;
+    }
+    file.bytes = bytes;
+  } catch (const std::exception& error) {
+    TellFailure(file.path, error);
+    return false;
+  }
+  ShowMessage(messages_, String(language_.Text(LNG41)), message_style::kInformation);
+  if (!copyTrouble.empty()) {
+    ShowMessage(messages_, String(language_.Text(LNG52)), message_style::kOk,
+                {PathText(CopyOf(file.path)), copyTrouble});
+  }
+  return true;
+}
 
 bool ConfWriter::SaveConfFile(const Path& path, const Document& settings,
                               const SeriesView& window) const {
   try {
-    const std::string bytes = EncodeLines(ConfFileLines(settings, window));
-    BackUpExisting(path);
-    WriteInPlace(path, bytes);
-  } catch (const std::exception& error) {
-    ShowMessage(messages_, language_.Text(LNG42) + DescriptionOf(error), message_style::kOk);
+    OpenedFile file = OpenedFile::FromDisk(path);
+    return SaveConfFile(file, settings, window);
+  } catch (const FileError& error) {
+    TellFailure(path, error);
     return false;
   }
-  ShowMessage(messages_, String(language_.Text(LNG41)), message_style::kInformation);
-  return true;
+}
+
+bool ConfWriter::MayReplace(const OpenedFile& file,
+                            const std::optional<std::string>& onDisk) const {
+  using namespace message_style;
+  return onDisk == file.bytes ||
+         ShowMessage(messages_, language_.Text(LNG49) + u"\\n%1",
+                     kYesNo | kQuestion | kDefaultButton2, {PathText(file.path)}) == Button::kYes;
+}
+
+void ConfWriter::TellFailure(const Path& path, const std::exception& error) const {
+  const bool damaged = dynamic_cast<const FileDamaged*>(&error) != nullptr;
+  ShowError(messages_, language_, DescriptionOf(error),
+            MessageText(language_.Text(damaged ? LNG51 : LNG50), {PathText(path)}));
 }
 
 std::vector<String> ConfWriter::ConfFileLines(const Document& settings,
@@ -61,16 +116,15 @@ std::vector<String> ConfWriter::ConfFileLines(const Document& settings,
   return lines;
 }
 
-std::string ConfWriter::EncodeLines(const std::vector<String>& lines) {
+std::string ConfWriter::EncodeLines(const std::vector<String>& lines, ConfCharset charset) const {
   std::string bytes;
   for (const String& line : lines) {
-    const auto encoded = ToWindows1252(line);
+    const auto encoded = EncodeConfText(line, charset);
     if (!encoded) {
-      const ConfLine parsed = ParseConfLine(line);
+      const StringView text = ParseConfLine(line).text;
       throw RuntimeError(0, u"ConfWriter",
-                         u"The setting " + String(parsed.text.substr(0, parsed.text.find(u':'))) +
-                             u" holds a character that configuration files cannot hold "
-                             u"(Windows-1252)");
+                         MessageText(language_.Text(LNG54),
+                                     {text.substr(0, text.find(u':')), CharsetName(charset)}));
     }
     bytes.append(*encoded).append("\r\n");
   }

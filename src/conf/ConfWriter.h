@@ -1,15 +1,31 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "conf/ConfText.h"
 #include "conf/MessageBoxes.h"
 #include "conf/SeriesView.h"
 #include "docmodel/Document.h"
+#include "files/Files.h"
 #include "registry/Language.h"
 #include "registry/Options.h"
 
 namespace quenmar {
+
+/// A file that is going to be saved, from its reading to its last save.
+struct OpenedFile {
+  Path path;
+  std::optional<std::string> bytes =
+      {};  ///< the content when it was read; nothing where it was missing
+  ConfCharset charset = ConfCharset::kWindows1252;  ///< in which it is saved
+  bool copied = false;  ///< PATH.bak holds what it was before the first save
+
+  /// @return the file as the disk has it now, whose own character set it keeps. Throws `FileError`
+  /// when it cannot be read.
+  [[nodiscard]] static OpenedFile FromDisk(const Path& path);
+};
 
 /// Writes configuration files: every setting as an active line, then every checked series item, and
 /// every unchecked one as a commented line when the option SaveCommentedSeries is on. No comment
@@ -19,11 +35,19 @@ class ConfWriter {
   /// The arguments outlive the writer.
   ConfWriter(const Options& options, const Language& language, MessageBoxes& messages);
 
-  /// Saves the file at `path` and shows "Saved!", or shows what went wrong. A regular file that
-  /// stands there is first copied to PATH.bak; then it is emptied and written from the start, so
-  /// that lines already written stay when writing fails. Nothing is touched when the copy fails or
-  /// a character has no place in Windows-1252.
-  /// @return whether the file was saved.
+  /// Saves the file and shows "Saved!", or shows what went wrong, in which case the file is
+  /// unchanged.
+  ///
+  /// Everything is encoded before the file is touched. A file that already holds the bytes is left
+  /// alone. One that no longer holds what was read is saved only if the user agrees. Before the
+  /// first save the file that stands there is copied to PATH.bak; a copy that cannot be made is
+  /// told after "Saved!". Then the file is replaced wholly or not at all (`ReplaceBytes`).
+  /// @param file what is known of it; afterwards what this save has made of it
+  /// @return whether the file holds what was to be saved.
+  [[nodiscard]] bool SaveConfFile(OpenedFile& file, const Document& settings,
+                                  const SeriesView& window) const;
+
+  /// The same for a file of which nothing is known but its path.
   [[nodiscard]] bool SaveConfFile(const Path& path, const Document& settings,
                                   const SeriesView& window) const;
 
@@ -32,10 +56,15 @@ class ConfWriter {
                                                   const SeriesView& window) const;
 
   /// @return the bytes of those lines, each ended by CR LF. Throws `RuntimeError` naming the
-  /// setting whose characters Windows-1252 lacks.
-  [[nodiscard]] static std::string EncodeLines(const std::vector<String>& lines);
+  /// setting whose characters the character set lacks.
+  [[nodiscard]] std::string EncodeLines(const std::vector<String>& lines,
+                                        ConfCharset charset) const;
 
  private:
+  [[nodiscard]] bool MayReplace(const OpenedFile& file,
+                                const std::optional<std::string>& onDisk) const;
+  void TellFailure(const Path& path, const std::exception& error) const;
+
   const Options& options_;
   const Language& language_;
   MessageBoxes& messages_;

@@ -43,9 +43,13 @@ String FillPlaceholders(StringView text, std::initializer_list<StringView> place
   return filled;
 }
 
+String MessageText(StringView text, std::initializer_list<StringView> placeholders) {
+  return FillPlaceholders(ReplaceAll(text, u"\\n", kLineEnd), placeholders);
+}
+
 Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
                    std::initializer_list<StringView> placeholders, const String& details) {
-  text = FillPlaceholders(ReplaceAll(text, u"\\n", kLineEnd), placeholders);
+  text = MessageText(text, placeholders);
   if (details.empty()) return messages.Show(text, buttons);
   return messages.ShowWithDetails(text, buttons, details);
 }
@@ -53,6 +57,12 @@ Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
 Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
                    std::initializer_list<StringView> placeholders, const String& details) {
   return ShowMessage(messages, text, buttons, placeholders, details);
+}
+
+void ShowError(MessageBoxes& messages, const Language& language, StringView description,
+               StringView about) {
+  ShowMessage(messages, language.Text(LNG42) + u"%1\\n%2", message_style::kOk,
+              {description, about});
 }
 
 String& NotAvailable(String& text) {

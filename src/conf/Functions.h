@@ -6,6 +6,7 @@
 
 #include "conf/MessageBoxes.h"
 #include "files/Files.h"
+#include "registry/Language.h"
 #include "text/String.h"
 
 namespace quenmar {
@@ -31,6 +32,11 @@ using CheckList = std::vector<CheckItem>;
 [[nodiscard]] String FillPlaceholders(StringView text,
                                       std::initializer_list<StringView> placeholders);
 
+/// @return a text of the message table as it is shown: every backslash followed by "n" is a line
+/// break, and then the placeholders are filled in, which are not searched for breaks.
+[[nodiscard]] String MessageText(StringView text,
+                                 std::initializer_list<StringView> placeholders = {});
+
 /// Shows a message. Every backslash followed by "n" in `text` becomes a line break; then "%1" and
 /// "%2" become the placeholders, which are not searched for breaks or for each other (a path may
 /// well hold a backslash before an "n", or "%2").
@@ -42,6 +48,11 @@ Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
                    std::initializer_list<StringView> placeholders = {}, const String& details = {});
 Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
                    std::initializer_list<StringView> placeholders = {}, const String& details = {});
+
+/// Shows "Error: " (LNG42) with a description and, on a line of its own, what failed.
+/// @param about a path, or a place in a file
+void ShowError(MessageBoxes& messages, const Language& language, StringView description,
+               StringView about);
 
 /// Puts "** n/a **" in the place of an empty text.
 /// @return `text`.

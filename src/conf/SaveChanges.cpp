@@ -2,11 +2,14 @@
 
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 
 #include "conf/ConfLine.h"
-#include "conf/ConfReader.h"
+#include "conf/ConfText.h"
+#include "conf/Functions.h"
+#include "text/Charset.h"
 
 namespace quenmar {
 
@@ -20,82 +23,112 @@ using Key = std::pair<StringView, StringView>;
 /// A setting or series line of one of the two texts.
 struct Entry {
   Key key;
+  StringView line;  // as it stands
   StringView name;
   StringView value;  // remarks included
   bool commented;
   bool repeatable;
 };
 
-Entry ToEntry(const ConfLine& line, StringView series) {
-  const bool repeatable = IsRepeatable(line.name, series);
-  const StringView entryValue = repeatable ? EffectiveValue(line.value) : StringView();
-  return {{line.name, entryValue}, line.name, line.value, line.commented, repeatable};
+Entry ToEntry(StringView line, const ConfLine& parsed, StringView series) {
+  const bool repeatable = IsRepeatable(parsed.name, series);
+  const StringView entryValue = repeatable ? EffectiveValue(parsed.value) : StringView();
+  return {{parsed.name, entryValue}, line, parsed.name, parsed.value, parsed.commented, repeatable};
 }
 
-/// The old lines that wait for their new ones, in file order.
+/// The lines of one key that wait for those which they become, as indexes in file order.
 struct Waiting {
-  std::deque<const Entry*> active;
-  std::deque<const Entry*> commented;
+  std::deque<size_t> active;
+  std::deque<size_t> commented;
+  int newLines = 0;
+
+  std::deque<size_t>& In(bool state) { return state ? commented : active; }
 };
 
 class Comparison {
  public:
-  Comparison(StringView oldText, StringView series) : series_(series) {
-    ConfLines lines(oldText);
-    for (StringView line; lines.Next(line);) {
-      const ConfLine parsed = ParseConfLine(Trim(line));
-      if (IsEntry(parsed)) {
-        old_.push_back(ToEntry(parsed, series_));
-      } else if (!Trim(line).empty()) {
-        ++result_.lostCommentLines;
-      }
-    }
-    for (const Entry& entry : old_) {
-      Waiting& waiting = waiting_[entry.key];
-      (entry.commented ? waiting.commented : waiting.active).push_back(&entry);
-    }
+  Comparison(StringView oldText, const std::vector<String>& newLines, StringView series)
+      : series_(series) {
+    TakeOld(oldText);
+    for (const String& line : newLines) new_.push_back(ToEntry(line, ParseConfLine(line), series));
+    for (const Entry& entry : new_) ++waiting_[entry.key].newLines;
+    FindPartners();
   }
 
-  void TakeNew(StringView line) {
-    const Entry entry = ToEntry(ParseConfLine(line), series_);
-    kept_.insert(entry.key);
-    Waiting& waiting = waiting_[entry.key];
-    // An active line is what the new one continues; only where there is none a commented one is.
-    std::deque<const Entry*>& partners =
-        waiting.active.empty() ? waiting.commented : waiting.active;
-    if (partners.empty()) {
-      Report(Kind::kAdded, entry, {}, entry.value);
-      return;
-    }
-    const Entry& old = *partners.front();
-    partners.pop_front();
-    if (old.commented != entry.commented) {
-      Report(KindOfSwitch(entry), entry, old.value, entry.value);
-    } else if (old.value != entry.value) {
-      Report(Kind::kChanged, entry, old.value, entry.value);
-    }
-  }
-
-  /// @return the result, once all new lines were taken.
-  SaveChanges Finish() {
-    std::set<const Entry*> left;
-    for (const auto& [key, waiting] : waiting_) {
-      left.insert(waiting.active.begin(), waiting.active.end());
-      left.insert(waiting.commented.begin(), waiting.commented.end());
-    }
-    for (const Entry& entry : old_) {
-      if (!left.contains(&entry)) continue;
-      // Beside a line that stays, a commented-out one of the same name was but a comment.
-      if (entry.commented && kept_.contains(entry.key)) {
-        ++result_.lostCommentLines;
-      } else {
-        Report(Kind::kRemoved, entry, entry.value, {});
+  SaveChanges Result() {
+    std::optional<size_t> last;
+    for (size_t i = 0; i < new_.size(); ++i) {
+      if (!partners_[i]) {
+        Report(Kind::kAdded, new_[i], {}, new_[i].value);
+        continue;
       }
+      Compare(old_[*partners_[i]], new_[i]);
+      result_.reordered |= last > partners_[i];
+      last = partners_[i];
     }
+    ReportWhatGoes();
     return std::move(result_);
   }
 
  private:
+  void TakeOld(StringView text) {
+    ConfLines lines(text, ConfLines::LineFeed::kEndsLine);
+    for (StringView line; lines.Next(line);) {
+      result_.otherLineEnds |= lines.LineEnd() != ConfLines::End::kCrLf;
+      const ConfLine parsed = ParseConfLine(Trim(line));
+      if (IsEntry(parsed)) {
+        old_.push_back(ToEntry(line, parsed, series_));
+        waiting_[old_.back().key].In(parsed.commented).push_back(old_.size() - 1);
+      } else if (Trim(line).empty()) {
+        result_.reformatted = true;
+      } else {
+        ++result_.lostCommentLines;
+      }
+    }
+  }
+
+  /// Of several new lines of one key each continues one of its own state first. A single one
+  /// continues the active line, beside which a commented-out one is but a comment.
+  void FindPartners() {
+    partners_.resize(new_.size());
+    for (const bool sameState : {true, false}) {
+      for (size_t i = 0; i < new_.size(); ++i) {
+        Waiting& waiting = waiting_.at(new_[i].key);
+        const bool commented = waiting.newLines > 1 ? new_[i].commented == sameState : !sameState;
+        std::deque<size_t>& candidates = waiting.In(commented);
+        if (partners_[i] || candidates.empty()) continue;
+        partners_[i] = candidates.front();
+        candidates.pop_front();
+      }
+    }
+  }
+
+  void Compare(const Entry& old, const Entry& entry) {
+    if (old.commented != entry.commented) {
+      Report(KindOfSwitch(entry), entry, old.value, entry.value);
+    } else if (old.value != entry.value) {
+      Report(Kind::kChanged, entry, old.value, entry.value);
+    } else {
+      result_.reformatted |= old.line != entry.line;
+    }
+  }
+
+  void ReportWhatGoes() {
+    std::set<size_t> left;
+    for (const auto& [key, waiting] : waiting_) {
+      left.insert(waiting.active.begin(), waiting.active.end());
+      left.insert(waiting.commented.begin(), waiting.commented.end());
+    }
+    for (const size_t index : left) {
+      const Entry& entry = old_[index];
+      if (entry.commented && waiting_.at(entry.key).newLines > 0) {
+        ++result_.lostCommentLines;  // beside a line that stays it was but a comment
+      } else {
+        Report(Kind::kRemoved, entry, entry.value, {});
+      }
+    }
+  }
+
   /// A commented-out note or example is comment text, unless the option makes it a series entry.
   [[nodiscard]] bool IsEntry(const ConfLine& line) const {
     const bool remark = line.commented && IsRemarkName(line.name);
@@ -113,30 +146,32 @@ class Comparison {
   }
 
   StringView series_;
-  std::deque<Entry> old_;
+  std::vector<Entry> old_;
+  std::vector<Entry> new_;
+  std::vector<std::optional<size_t>> partners_;  // of the new entries among the old ones
   std::map<Key, Waiting> waiting_;
-  std::set<Key> kept_;
   SaveChanges result_;
 };
 
 }  // namespace
 
-SaveChanges ListSaveChanges(StringView oldText, const std::vector<String>& newLines,
-                            StringView series) {
-  const bool bareLineFeeds = [oldText] {
-    ConfLines lines(oldText);
-    for (StringView line; lines.Next(line);) {
-      if (Contains(line, u"\n")) return true;
-    }
-    return false;
-  }();
-  const String repaired = bareLineFeeds ? RepairLineEnds(oldText) : String(oldText);
-  Comparison comparison(repaired, series);
-  for (const String& line : newLines) comparison.TakeNew(line);
-  return comparison.Finish();
+bool SaveChanges::Empty() const {
+  return changes.empty() && lostCommentLines == 0 && !reordered && !reformatted && !otherLineEnds &&
+         !markGoes;
 }
 
-String DiffText(const SaveChanges& changes) {
+SaveChanges ListSaveChanges(std::string_view oldBytes, const std::vector<String>& newLines,
+                            std::string_view newBytes, StringView series) {
+  if (oldBytes == newBytes) return {};
+  auto old = DecodeConfText(oldBytes);
+  if (!old) old = ConfText{FromWindows1252(oldBytes)};  // whatever it is, it goes
+  SaveChanges changes = Comparison(old->text, newLines, series).Result();
+  changes.markGoes = old->mark;
+  changes.reformatted |= changes.Empty();  // such as another character set
+  return changes;
+}
+
+String DiffText(const SaveChanges& changes, const Language& language) {
   String text;
   const auto add = [&text](StringView sign, bool commented, const SaveChange& change,
                            StringView value) {
@@ -153,6 +188,11 @@ String DiffText(const SaveChanges& changes) {
   }
   if (changes.lostCommentLines > 0) {
     text += u"- // (" + ToText(changes.lostCommentLines) + u")" + String(kLineEnd);
+  }
+  for (const auto& [holds, key] :
+       {std::pair(changes.reordered, LNG60), std::pair(changes.reformatted, LNG61),
+        std::pair(changes.otherLineEnds, LNG62), std::pair(changes.markGoes, LNG63)}) {
+    if (holds) text += MessageText(language.Text(key)) + String(kLineEnd);
   }
   return text;
 }

@@ -1,8 +1,10 @@
 /// What a save would change in a file that stands on the disk.
 #pragma once
 
+#include <string_view>
 #include <vector>
 
+#include "registry/Language.h"
 #include "text/String.h"
 
 namespace quenmar {
@@ -28,18 +30,27 @@ struct SaveChange {
 struct SaveChanges {
   std::vector<SaveChange> changes;  ///< in the order of the new file, what is removed last
   int lostCommentLines = 0;         ///< comment lines that the new file does not have
+  bool reordered = false;           ///< lines that stay come in another order
+  bool reformatted = false;         ///< other blanks in lines that stay, blank lines that go
+  bool otherLineEnds = false;       ///< not every line ends in CR LF yet
+  bool markGoes = false;            ///< the file begins with a byte order mark
+
+  /// @return whether the bytes of the file stay as they are.
+  [[nodiscard]] bool Empty() const;
 };
 
 /// Compares texts, not trees, so that a value which reading cuts at a tab or a remark shows.
-/// @param oldText what the file holds now; bare LF line ends are read as if repaired
+/// @param oldBytes what the file holds now, in any character set and with any line ends
 /// @param newLines the lines that a save writes, see `ConfWriter::ConfFileLines`
+/// @param newBytes the same encoded
 /// @param series the option that names the repeatable settings
-[[nodiscard]] SaveChanges ListSaveChanges(StringView oldText, const std::vector<String>& newLines,
-                                          StringView series);
+[[nodiscard]] SaveChanges ListSaveChanges(std::string_view oldBytes,
+                                          const std::vector<String>& newLines,
+                                          std::string_view newBytes, StringView series);
 
-/// @return the changes without a word of any language, as comparisons of text files show them: each
-/// line that goes behind "-", each that comes behind "+", and last, behind "- //", how many comment
-/// lines go. Lines end in CR LF.
-[[nodiscard]] String DiffText(const SaveChanges& changes);
+/// @return the changes as comparisons of text files show them: each line that goes behind "-", each
+/// that comes behind "+", behind "- //" how many comment lines go, and then a sentence for each
+/// change of the whole file. Lines end in CR LF.
+[[nodiscard]] String DiffText(const SaveChanges& changes, const Language& language);
 
 }  // namespace quenmar

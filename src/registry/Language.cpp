@@ -87,7 +87,7 @@ constexpr auto kDefaults = std::to_array<StringView>({
     u"Lines are reformatted.",
     u"Line ends become CR LF.",
     u"The byte order mark goes.",
-    u"The saved file will be taken for UTF-8 text when it is read again.",
+    u"Read again, the saved file will be taken for %1 text.",
     u"This will be read back as: %1",
 });
 

@@ -22,32 +22,38 @@ bool Write(Registry& registry, StringView name, StringView value) {
   return registry.RegWriteString(kRoot, kKey, name, value);
 }
 
-/// @return the stored boolean; `defaultValue`, which is then stored, when there is none.
-bool ReadOrStore(Registry& registry, StringView name, bool defaultValue) {
+/// @return the stored boolean; `defaultValue` when there is none.
+bool ReadBoolean(const Registry& registry, StringView name, bool defaultValue) {
   const String text = Read(registry, name);
-  if (!text.empty()) return text == u"1";
-  Write(registry, name, defaultValue ? u"1" : u"0");
-  return defaultValue;
+  return text.empty() ? defaultValue : text == u"1";
+}
+
+void StoreIfMissing(Registry& registry, StringView name, StringView value) {
+  if (Read(registry, name).empty()) Write(registry, name, value);
 }
 
 }  // namespace
 
-Options LoadOptions(Registry& registry) {
+Options ReadOptions(const Registry& registry) {
   Options options;
   options.svnPath = Read(registry, kSvnPath);
   options.serverPath = Read(registry, kServerPath);
   options.sort = ToInteger(Read(registry, kSort, u"0"));
   const String series = Read(registry, kSeries);
+  if (!series.empty()) options.series = series;
   options.saveCommentedSeries =
-      ReadOrStore(registry, kSaveCommentedSeries, options.saveCommentedSeries);
+      ReadBoolean(registry, kSaveCommentedSeries, options.saveCommentedSeries);
   options.alwaysIgnoreDupParam =
-      ReadOrStore(registry, kAlwaysIgnoreDupParam, options.alwaysIgnoreDupParam);
-  if (series.empty()) {
-    Write(registry, kSeries, options.series);
-  } else {
-    options.series = series;
-  }
+      ReadBoolean(registry, kAlwaysIgnoreDupParam, options.alwaysIgnoreDupParam);
   return options;
+}
+
+Options LoadOptions(Registry& registry) {
+  const Options defaults;
+  StoreIfMissing(registry, kSaveCommentedSeries, defaults.saveCommentedSeries ? u"1" : u"0");
+  StoreIfMissing(registry, kAlwaysIgnoreDupParam, defaults.alwaysIgnoreDupParam ? u"1" : u"0");
+  StoreIfMissing(registry, kSeries, defaults.series);
+  return ReadOptions(registry);
 }
 
 bool StoreSvnPath(Registry& registry, StringView path) { return Write(registry, kSvnPath, path); }

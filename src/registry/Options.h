@@ -18,7 +18,10 @@ struct Options {
   [[nodiscard]] bool IsSorted() const { return sort == 1; }
 };
 
-/// Reads the options at start-up. Of the values that are missing or empty, Series,
+/// @return the options as they are stored, those that are missing or empty with their defaults.
+[[nodiscard]] Options ReadOptions(const Registry& registry);
+
+/// Reads the options at the start of the windows. Of the values that are missing or empty, Series,
 /// SaveCommentedSeries and AlwaysIgnoreDupParam are stored with their defaults, so that the user
 /// finds them there to change; a failure to do so is silent.
 [[nodiscard]] Options LoadOptions(Registry& registry);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conf/ConfDocuments.h"
+#include "conf/ConfWriter.h"
 #include "conf/MessageBoxes.h"
 #include "registry/Language.h"
 #include "registry/Options.h"
@@ -17,6 +18,7 @@ struct FileContext {
   ConfDocuments documents;  ///< both files, read to their ends
   String serverFolder;      ///< as the server folder box has it
   String fileName;          ///< of the configuration file, without a folder
+  OpenedFile server = {};   ///< the server's file, which Apply saves
 };
 
 }  // namespace quenmar

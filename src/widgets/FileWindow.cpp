@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "conf/ConfWriter.h"
-#include "conf/FolderCheck.h"
 #include "conf/Functions.h"
 #include "conf/SaveChanges.h"
+#include "conf/SaveWarnings.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -47,19 +47,30 @@ void FileWindow::SetTitle(const String& title) {
 
 void FileWindow::Save(const Document& settings, const SeriesView& series) {
   const ConfWriter writer(context_.options, context_.language, context_.messages);
-  const Path path = PathFromText(JoinPath(context_.serverFolder, context_.fileName));
+  String warnings;
   String details;
-  // A file that cannot be read has no details; what is wrong with it saving tells.
-  if (String text; ReadTextFile(path, text)) {
-    details = DiffText(
-        ListSaveChanges(text, writer.ConfFileLines(settings, series), context_.options.series));
+  try {
+    const std::vector<String> lines = writer.ConfFileLines(settings, series);
+    const std::string bytes = writer.EncodeLines(lines, context_.server.charset);
+    const SaveChanges changes = ListSaveChanges(context_.server.bytes.value_or(std::string()),
+                                                lines, bytes, context_.options.series);
+    warnings = WarningText(ListSaveWarnings(settings, *context_.documents.distribution, changes,
+                                            bytes, context_.server.charset),
+                           context_.language);
+    details = DiffText(changes, context_.language);
+  } catch (const RuntimeError&) {
+    // What cannot be encoded has no list; saving tells it.
   }
-  if (Ask(LNG20, kYesNo | kQuestion, details) != Button::kYes) return;
-  if (writer.SaveConfFile(path, settings, series)) SetChanged(0);
+  if (ShowMessage(context_.messages, context_.language.Text(LNG20) + u"%1", kYesNo | kQuestion,
+                  {warnings.empty() ? warnings : u"\r\n\r\n" + warnings},
+                  details) != Button::kYes) {
+    return;
+  }
+  if (writer.SaveConfFile(context_.server, settings, series)) SetChanged(0);
 }
 
-Button FileWindow::Ask(MessageKey key, int style, const String& details) {
-  return ShowMessage(context_.messages, String(context_.language.Text(key)), style, {}, details);
+Button FileWindow::Ask(MessageKey key, int style) {
+  return ShowMessage(context_.messages, String(context_.language.Text(key)), style);
 }
 
 void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String comment) {

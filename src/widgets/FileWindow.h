@@ -36,12 +36,12 @@ class FileWindow : public QDialog {
   /// Sets the title; names of files in it may hold anything.
   void SetTitle(const String& title);
 
-  /// What Apply does: asks, with the lines that would change at hand, saves the server's file, and
-  /// then has no unsaved changes.
+  /// What Apply does: asks, with the warnings in the question and the changes at hand, saves the
+  /// server's file, and then has no unsaved changes.
   void Save(const Document& settings, const SeriesView& series);
 
   /// Shows a message. @return the pressed button.
-  Button Ask(MessageKey key, int style, const String& details = {});
+  Button Ask(MessageKey key, int style);
 
   /// Shows the comment of the setting or series entry of that name, by which the box is read out.
   static void ShowComment(QPlainTextEdit* box, StringView name, String comment);

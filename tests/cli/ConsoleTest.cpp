@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <utility>
 
 #include "ScratchFolder.h"
 #include "Trees.h"
@@ -71,20 +73,28 @@ TEST_F(ConsoleTest, CheckTellsAPersonWhatDiffers) {
   EXPECT_EQ(Run({"check", At("dist"), At("server")}), kDifferences);
   EXPECT_EQ(
       out_,
-      "a.conf: 2 new (1 mandatory), 2 changed, 1 obsolete; series: 1 new, 1 only on the server\n"
+      "a.conf: 2 new (1 mandatory), 2 changed, 1 obsolete, 1 inactive; series: 1 new, 1 only on "
+      "the server\n"
       "  new [x]  fresh  7\n"
       "  new [ ]  extra  8\n"
       "  changed  base   2  (distribution: 1)\n"
       "  changed  rate   150  (distribution: 100)\n"
+      "  inactive base   2\n"
       "  obsolete old    3\n"
       "  new      npc: new.txt\n"
       "  own      npc: own.txt\n"
+      "  save     1 added\n"
+      "  save     1 removed\n"
+      "  save     1 changed\n"
+      "  save     1 now active\n"
+      "  save     1 comment line lost\n"
+      "  save     order of lines changes\n"
       "new.conf: the server lacks this file: 2 new (1 mandatory), 0 changed, 0 obsolete\n"
       "  new [x]  n  1\n"
       "  new [ ]  m  2\n"
       "same.CONF: no differences\n"
       "Sum of 3 files: 1 different, 1 new, 0 failed; settings: 4 new (2 mandatory), 2 changed, "
-      "1 obsolete\n"
+      "1 obsolete, 1 inactive\n"
       "[x] mandatory: the server needs it; [ ] optional\n");
   EXPECT_EQ(err_, "");
   EXPECT_EQ(Run({"check", At("dist"), At("server"), "same.CONF"}), kNothingToDo);
@@ -97,35 +107,164 @@ TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
   Write("dist/bad.conf", "x y: 1\r\nnpc: a b\r\n");
   Write("dist/new.conf", "n: \xE9\r\n");
   EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
-  EXPECT_EQ(err_,
-            ToUtf8(PathText(folder_ / "dist" / "bad.conf")) + ": Error: Name don't allow spaces\n");
-  EXPECT_EQ(Json::parse(out_), Json::parse(R"([
+  EXPECT_EQ(err_, "");
+  Json expected = Json::parse(R"([
     {"file": "a.conf", "status": "different",
      "new": [{"name": "fresh", "value": "7", "mandatory": true},
              {"name": "extra", "value": "8", "mandatory": false}],
      "obsolete": [{"name": "old", "value": "3"}],
      "changed": [{"name": "base", "actual": "2", "original": "1"},
                  {"name": "rate", "actual": "150", "original": "100"}],
+     "inactive": [{"name": "base", "value": "2"}],
      "series": {"new": [{"type": "npc", "name": "new.txt"}],
-                "obsolete": [{"type": "npc", "name": "own.txt"}]}},
+                "obsolete": [{"type": "npc", "name": "own.txt"}]},
+     "findings": [{"line": 0, "kind": "save", "text": "1 added"},
+                  {"line": 0, "kind": "save", "text": "1 removed"},
+                  {"line": 0, "kind": "save", "text": "1 changed"},
+                  {"line": 0, "kind": "save", "text": "1 now active"},
+                  {"line": 0, "kind": "save", "text": "1 comment line lost"},
+                  {"line": 0, "kind": "save", "text": "order of lines changes"}]},
     {"file": "bad.conf", "status": "failed", "new": [], "obsolete": [], "changed": [],
-     "series": {"new": [], "obsolete": []}},
+     "inactive": [], "series": {"new": [], "obsolete": []},
+     "findings": [{"line": 2, "kind": "name", "text": ""}]},
     {"file": "new.conf", "status": "new", "new": [{"name": "n", "value": "é", "mandatory": true}],
-     "obsolete": [], "changed": [], "series": {"new": [], "obsolete": []}}])"));
+     "obsolete": [], "changed": [], "inactive": [], "series": {"new": [], "obsolete": []},
+     "findings": []}])");
+  expected[1]["findings"][0]["text"] = At("dist/bad.conf") + ": Name don't allow spaces: npc: a b";
+  EXPECT_EQ(Json::parse(out_), expected);
 }
 
-TEST_F(ConsoleTest, CheckGoesOnWhenAReadingIsDeclinedAndEndsAtBareLineFeeds) {
-  Write("server/a.conf", "rate: 1\r\nrate: 2\r\n");
-  Write("dist/b.conf", "b: 1\r\n");
-  Write("server/b.conf", "b: 1\n");
-  EXPECT_EQ(Run({"check", At("dist"), At("server")}), kTrouble);
-  EXPECT_THAT(out_, AllOf(StartsWith("a.conf: could not be read\n"), Not(HasSubstr("Sum"))));
-  EXPECT_THAT(err_, AllOf(HasSubstr("Parameter rate is duplicated"),
-                          ::testing::EndsWith("quenmarctl: ended\n")));
-  EXPECT_EQ(Read("server/b.conf"), "b: 1\n");
+TEST_F(ConsoleTest, ReadingAsksNothingEndsAtNothingAndWritesNothing) {
+  const std::pair<const char*, std::string> kFiles[] = {
+      {"dist/a.conf", "rate: 1\nrate: 2\n//rate: 3\ngone: 0\n"},
+      {"server/a.conf", "//rate: 4\n//gone: 0\ngone: 1\n"},
+      {"dist/b.conf", std::string("\xFF\xFE"
+                                  "b\0",
+                                  4)},
+      {"server/b.conf", "b: \xC3\xA9\n"},
+      {"dist/c.conf",
+       "\xEF\xBB\xBF"
+       "c: caf\xC3\xA9\r\n"},
+      {"server/c.conf", "c: caf\xE9\r\n"}};
+  const auto time = std::filesystem::last_write_time(folder_ / "dist") - std::chrono::hours(1);
+  for (const auto& [name, bytes] : kFiles) {
+    Write(name, bytes);
+    std::filesystem::last_write_time(folder_ / name, time);
+  }
+  std::filesystem::create_directory(folder_ / "dist/d.conf");
+  for (const char* const answer : {"--yes", "--no"}) {
+    EXPECT_EQ(Run({answer, "check", At("dist"), At("server"), "a.conf", "b.conf", "c.conf",
+                   "no.conf", "dist/a.conf"}),
+              kTrouble);
+    EXPECT_EQ(err_, "");
+    const std::string dist = At("dist/");
+    const std::string server = At("server/");
+    EXPECT_EQ(
+        out_,
+        "a.conf: 0 new (0 mandatory), 2 changed, 0 obsolete\n"
+        "  changed  rate  4  (distribution: 1)\n"
+        "  changed  gone  1  (distribution: 0)\n"
+        "  note     " +
+            dist +
+            "a.conf, line 1: this is the first line that ends in a bare line feed\n"
+            "  note     " +
+            dist +
+            "a.conf, line 2: the setting rate has been set before\n"
+            "  note     " +
+            server +
+            "a.conf, line 1: this is the first line that ends in a bare line feed\n"
+            "  save     1 now active\n"
+            "  save     1 comment line lost\n"
+            "  save     line ends become CR LF\n"
+            "b.conf: could not be read\n"
+            "  note     " +
+            dist +
+            "b.conf: This is UTF-16 text. Configuration files are UTF-8 or "
+            "Windows-1252 text; please convert it.\n"
+            "  note     " +
+            server +
+            "b.conf, line 1: the file is UTF-8 text\n"
+            "  note     " +
+            server +
+            "b.conf, line 1: this is the first line that ends in a bare line feed\n"
+            "c.conf: no differences\n"
+            "  note     " +
+            dist +
+            "c.conf, line 1: the file is UTF-8 text\n"
+            "no.conf: could not be read\n"
+            "  note     " +
+            dist +
+            "no.conf: No such file or directory\n"
+            "dist/a.conf: could not be read\n"
+            "  note     dist/a.conf: FILE is a name without a folder; its folders are DIST_DIR and "
+            "SERVER_DIR\n"
+            "Sum of 5 files: 1 different, 0 new, 3 failed; settings: 0 new (0 mandatory), 2 "
+            "changed, "
+            "0 obsolete, 0 inactive\n");
+  }
+  EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
+  EXPECT_EQ(Json::parse(out_).size(), 3U);
+  Run({"dump", At("dist/a.conf")});
+  Run({"compare", At("dist/a.conf"), At("server/a.conf")});
+  Merge({"--dry-run"});
+  Merge({"--fix-line-ends", "--dry-run"});
+  for (const auto& [name, bytes] : kFiles) {
+    EXPECT_EQ(Read(name), bytes) << name;
+    EXPECT_EQ(std::filesystem::last_write_time(folder_ / name), time) << name;
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "options.reg"));
+  Run({"--fix-line-ends", "check", At("dist"), At("server"), "a.conf"});
+  EXPECT_EQ(Read("server/a.conf"), "//rate: 4\r\n//gone: 0\r\ngone: 1\r\n");
+}
 
-  EXPECT_EQ(Run({"--yes", "check", At("dist"), At("server")}), kDifferences);
-  EXPECT_EQ(Read("server/b.conf"), "b: 1\r\n");
+TEST_F(ConsoleTest, MergeKeepsTheCharacterSet) {
+  Write("dist/a.conf",
+        "\xEF\xBB\xBF"
+        "title: -\r\nnote: \xC3\xA9\r\n");
+  Write("server/a.conf", "title: caf\xE9\r\nnote: \xE9\r\n");
+  EXPECT_EQ(Merge({"--set", "title=caf\xC3\xA9s"}), kNothingToDo);
+  EXPECT_EQ(Read("server/a.conf"), "title: caf\xE9s\r\nnote: \xE9\r\n");
+  Write("server/a.conf",
+        "\xEF\xBB\xBF"
+        "title: 1\r\n");
+  EXPECT_EQ(Merge({"--set", "title=\xD0\x96", "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "changed        title: 1 -> \xD0\x96\nthe byte order mark goes\n");
+  Write("server/a.conf", "title: 1\r\n");  // takes the distribution's
+  EXPECT_EQ(Merge({"--set", "title=\xD0\x96"}), kNothingToDo);
+  EXPECT_EQ(Read("server/a.conf"), "title: \xD0\x96\r\n");
+  Write("server/a.conf", "title: \xE9\r\n");
+  EXPECT_EQ(Merge({"--set", "title=\xC3\x83\xC2\xA9"}), kNothingToDo);
+  EXPECT_THAT(err_, StartsWith("quenmarctl: Read again, the saved file will be taken for UTF-8"));
+  EXPECT_EQ(Run({"dump", "--xml", "settings", At("dist/a.conf")}), kNothingToDo);
+  EXPECT_THAT(out_, AllOf(HasSubstr("encoding=\"UTF-8\""), HasSubstr(">\xC3\xA9<")));
+}
+
+TEST_F(ConsoleTest, MergeRefusesToReplaceWhatSomebodyElseHasWritten) {
+  // The file changes while the user thinks about an answer.
+  struct Meddler : std::stringbuf {
+    int_type underflow() override {
+      if (std::exchange(asked, true)) return std::stringbuf::underflow();
+      WriteFile(file, "theirs: 1\r\n");
+      str("y\nn\n");
+      return std::stringbuf::underflow();
+    }
+    Path file;
+    bool asked = false;
+  };
+  Meddler meddler;
+  meddler.file = folder_ / "server/a.conf";
+  std::istream in(&meddler);
+  std::ostringstream out;
+  std::ostringstream err;
+  EXPECT_EQ(RunConsole({"--registry", At("options.reg"), "merge", At("dist"), At("server"),
+                        "a.conf", "--remove", "rate"},
+                       {in, out, err, true, false}),
+            kTrouble);
+  EXPECT_THAT(err.str(), HasSubstr("The file has changed on the disk since it was read. Save "
+                                   "anyway?\n" +
+                                   At("server/a.conf") + " [y/N] "));
+  EXPECT_EQ(Read("server/a.conf"), "theirs: 1\r\n");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "server/a.conf.bak"));
 }
 
 TEST_F(ConsoleTest, CompareAndDumpPrintTrees) {
@@ -154,9 +293,6 @@ TEST_F(ConsoleTest, CompareAndDumpPrintTrees) {
   EXPECT_EQ(out_,
             "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\r\n<xml>\r\n"
             "\t<a Comments=\"\" Disabled=\"1\">\xE9&lt;</a>\r\n</xml>\r\n");
-  Write("lf.conf", "a: 1\n");
-  EXPECT_EQ(Run({"--no", "dump", At("lf.conf")}), kTrouble);
-  EXPECT_EQ(out_, "");
 }
 
 TEST_F(ConsoleTest, MergeIsApplyAndMoves) {
@@ -165,7 +301,11 @@ TEST_F(ConsoleTest, MergeIsApplyAndMoves) {
   EXPECT_EQ(Read("server/a.conf.bak"), kServer);
   const std::string file = ToUtf8(PathText(folder_ / "server" / "a.conf"));
   EXPECT_EQ(err_, file + ": Saved!\n" + file +
-                      ": 1 added, 1 removed, 1 changed, 1 now active, 1 comment line lost\n");
+                      ": 1 added, 1 removed, 1 changed, 1 now active, 1 comment line lost, "
+                      "order of lines changes\n");
+  EXPECT_EQ(Merge({}), kNothingToDo);
+  EXPECT_EQ(err_, file + ": Saved!\n" + file + ": no changes\n");
+  EXPECT_EQ(Read("server/a.conf.bak"), kServer) << "what is saved already makes no copy";
 
   Write("server/a.conf", kServer);
   EXPECT_EQ(Merge({"--set", "fresh=a=b", "--set", "old=", "--add-mandatory", "--restore", "old",
@@ -193,6 +333,8 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
                                                           {"--remove", "rate"},
                                                           {"--set", "rate=\xD0\x96"},
                                                           {"--dry-run", "--set", "rate=\xD0\x96"},
+                                                          {"--output", At("dist/new.conf")},
+                                                          {"--output", At("dist/x/../b")},
                                                           {"--output", "-", "--dry-run"}};
   for (const auto& options : kRefused) {
     EXPECT_EQ(Merge(options), kTrouble) << options.front();
@@ -204,7 +346,17 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
   EXPECT_EQ(Run({"check", At("nowhere"), At("server")}), kTrouble);
   EXPECT_EQ(Run({"check", At("server")}), kTrouble);
   EXPECT_EQ(Run({"--yes", "--no", "check", At("dist"), At("server")}), kTrouble);
-  EXPECT_EQ(Run({}), kTrouble);
+  for (const auto& [command, said] :
+       {std::pair("bogus", "Unknown command: bogus\n"), std::pair("--bogus", "Unknown option: "),
+        std::pair("", "A command is required\n")}) {
+    std::vector<std::string> arguments = {command, "--json"};
+    if (*command == '\0') arguments.clear();
+    EXPECT_EQ(Run(arguments), kTrouble);
+    EXPECT_THAT(err_, StartsWith(said));
+  }
+  EXPECT_EQ(Run({"check", At("dist"), At("server"), "--bogus"}), kTrouble);
+  EXPECT_EQ(Run({"merge", At("dist"), At("server"), "../server/a.conf"}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("FILE is a name without a folder"));
   EXPECT_EQ(Run({"--help"}), kNothingToDo);
   EXPECT_THAT(out_, HasSubstr("check"));
   EXPECT_EQ(Run({"--version"}), kNothingToDo);
@@ -247,6 +399,8 @@ TEST_F(ConsoleTest, TellsWhatATerminalOrALaterReadingWouldChange) {
   Write("server/a.conf", "rate: 1\r\n");
   EXPECT_EQ(Merge({"--set", "rate= http://x", "--output", "-"}), kNothingToDo);
   EXPECT_EQ(err_, "quenmarctl: --set rate: the value will be read back as \"http:\"\n");
+  EXPECT_EQ(Merge({"--set", "rate=1 &lt; 2", "--output", "-"}), kNothingToDo);
+  EXPECT_EQ(err_, "quenmarctl: --set rate: the value will be read back as \"1 < 2\"\n");
   EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("dist"), "a.conf"}), kTrouble);
   EXPECT_THAT(err_, HasSubstr("Please, don't select the same folder."));
   EXPECT_EQ(Read("dist/a.conf"), kDistribution);
@@ -282,7 +436,9 @@ TEST_F(ConsoleTest, DryRunPrintsChangesAndWritesNothing) {
             "added          fresh: 7\n"
             "added          npc: new.txt (commented out)\n"
             "removed        old: 3\\t4\n"
-            "comment lines lost: 1\n");
+            "comment lines lost: 1\n"
+            "order of lines changes\n"
+            "line ends become CR LF\n");
   EXPECT_EQ(Read("server/a.conf"), before);
 
   // A file that the server lacks is neither copied nor asked about.

@@ -29,8 +29,8 @@ class ConfReaderTest : public ::testing::Test {
   }
 
   bool LoadAgain() {
-    return ConfReader(options_, language_, messages_, repair_)
-        .LoadConfFile(path_, settings_, series_);
+    return ConfReader(options_, language_, messages_, bareLineFeeds_)
+        .LoadConfFile(path_, settings_, series_, &notes_);
   }
 
   ScratchFolder folder_;
@@ -38,7 +38,8 @@ class ConfReaderTest : public ::testing::Test {
   Options options_;
   Language language_;
   ScriptedMessages messages_;
-  ConfReader::LineEndRepair repair_ = ConfReader::LineEndRepair::kInFile;
+  ConfReader::BareLineFeeds bareLineFeeds_ = ConfReader::BareLineFeeds::kAsk;
+  ConfNotes notes_;
   std::shared_ptr<Document> settings_;
   std::shared_ptr<Document> series_;
 };
@@ -169,7 +170,8 @@ TEST_F(ConfReaderTest, RepairsBareLineFeeds) {
   EXPECT_EQ(Values(*series_), "a=");
   EXPECT_THAT(messages_.shown,
               ElementsAre(Shown{"This file contain LF as line ending, do you want to fix? (This "
-                                "tool is compatible with CR+LF)",
+                                "tool is compatible with CR+LF)\r\n" +
+                                    ToUtf8(PathText(path_)),
                                 kYesNoQuestion}));
   EXPECT_TRUE(LoadAgain());
 
@@ -177,11 +179,91 @@ TEST_F(ConfReaderTest, RepairsBareLineFeeds) {
   EXPECT_THROW((void)Load("a: 1\n"), EndApplication);
   EXPECT_EQ(ReadFile(path_), "a: 1\n");
 
-  repair_ = ConfReader::LineEndRepair::kInMemory;
-  messages_.Answer({Button::kYes});
+  messages_.Answer({Button::kCancel});
+  EXPECT_FALSE(LoadAgain());
+  EXPECT_EQ(ReadFile(path_), "a: 1\n");
+
+  bareLineFeeds_ = ConfReader::BareLineFeeds::kRepairInMemory;
   EXPECT_TRUE(LoadAgain());
   EXPECT_EQ(Values(*settings_), "a=1");
   EXPECT_EQ(ReadFile(path_), "a: 1\n");
+
+  bareLineFeeds_ = ConfReader::BareLineFeeds::kRepairInFile;
+  EXPECT_TRUE(LoadAgain());
+  EXPECT_EQ(ReadFile(path_), "a: 1\r\n");
+  EXPECT_EQ(notes_.bytes, "a: 1\r\n");
+}
+
+TEST_F(ConfReaderTest, TakesBareLineFeedsForLineEnds) {
+  bareLineFeeds_ = ConfReader::BareLineFeeds::kEndLines;
+  const std::string content = " a: 1\n// x\r\nb: 2\r c: 3\n\nd: 4\r\n\n\re: 5";
+  EXPECT_TRUE(Load(content));
+  EXPECT_EQ(Fields1252(*settings_),
+            "a=1{Comments=;Disabled=1;}\nb=2{Comments=x;Disabled=1;}\n"
+            "c=3{Comments=x;Disabled=1;}\nd=4{Comments=;Disabled=1;}\n"
+            "e=5{Comments=;Disabled=1;}\n");
+  EXPECT_EQ(ReadFile(path_), content);
+  EXPECT_THAT(messages_.shown, IsEmpty());
+}
+
+TEST_F(ConfReaderTest, KnowsTheCharacterSet) {
+  const auto value = [this](std::string_view content) {
+    EXPECT_TRUE(Load(content));
+    EXPECT_EQ(notes_.bytes, content);
+    return ToUtf8(settings_->Fields().Field(u"a")->Value()) +
+           (notes_.ascii                           ? ", ascii"
+            : notes_.charset == ConfCharset::kUtf8 ? ", utf-8"
+                                                   : "");
+  };
+  EXPECT_EQ(value("a: x\r\n"), "x, ascii");
+  EXPECT_EQ(value("a: caf\xC3\xA9\r\n"), "café, utf-8");
+  EXPECT_EQ(value("\xEF\xBB\xBF"
+                  "a: 1\r\n"),
+            "1, utf-8");
+  EXPECT_EQ(value("a: caf\xC3\xA9\r\nb: \xE9\r\n"), "cafÃ©");
+  EXPECT_EQ(value("b: 1\r\n\xEF\xBB\xBF"
+                  "a: 2\r\n"),
+            ", utf-8")
+      << "a mark within is text";
+  // In a marked file the bytes that are no UTF-8 survive all the same.
+  EXPECT_EQ(value("\xEF\xBB\xBF"
+                  "a: \xE9\xC3\xA9\r\n"),
+            "\xEF\xBF\xBDé, utf-8");
+  EXPECT_EQ(EncodeConfText(settings_->Fields().Field(0)->Value(), ConfCharset::kUtf8),
+            "\xE9\xC3\xA9");
+  for (const std::string& utf16 : {std::string("\xFF\xFE"
+                                               "a\0:\0",
+                                               6),
+                                   std::string("\xFE\xFF")}) {
+    EXPECT_FALSE(Load(utf16));
+    EXPECT_THAT(messages_.shown.back().text, StartsWith("Error: This is UTF-16 text."));
+    EXPECT_EQ(ReadFile(path_), utf16);
+  }
+}
+
+TEST_F(ConfReaderTest, NotesWhatIsWorthTelling) {
+  using Kind = Finding::Kind;
+  const auto findings = [this](std::string_view content) {
+    (void)Load(content);
+    std::vector<std::string> list;
+    for (const Finding& finding : notes_.findings) {
+      list.push_back(std::to_string(finding.line) + "BDNUX"[static_cast<int>(finding.kind)] +
+                     ToUtf8(finding.text));
+    }
+    return list;
+  };
+  static_assert(static_cast<int>(Kind::kNoText) == 4);
+  options_.alwaysIgnoreDupParam = true;
+  bareLineFeeds_ = ConfReader::BareLineFeeds::kEndLines;
+  EXPECT_THAT(findings("a: 1\r\nb: 2\n//a: 2\na: 3\na: 4\n"), ElementsAre("2B", "4Da", "5Da"));
+  EXPECT_THAT(findings("//a: 1\r\na: 2\r\na: 3\rb:\xC3\xA9"), ElementsAre("3Da", "4U"));
+  EXPECT_THAT(findings("\xEF\xBB\xBF"
+                       "a: 1\r\nb: \xE9\r\n"),
+              ElementsAre("1U", "2X"));
+  EXPECT_THAT(findings("//b: 1\r\na: 1\r\n x\"y: 2 \r\n"), ElementsAre("3Nx\"y: 2"));
+  EXPECT_EQ(notes_.troubleLine, 3);
+  EXPECT_EQ(notes_.trouble, u"Illegal character in name");
+  EXPECT_THAT(notes_.activeNames, ElementsAre(u"a", u"x\"y"));
 }
 
 TEST_F(ConfReaderTest, ReportsALineEndRepairThatFails) {
@@ -224,15 +306,20 @@ TEST_F(ConfReaderTest, TurnsFailuresIntoOneMessage) {
 
   std::filesystem::create_directory(path_);
   EXPECT_FALSE(LoadAgain());
-  EXPECT_THAT(messages_.shown.at(1).text, StartsWith("Error: "));
+  EXPECT_THAT(messages_.shown.at(1).text,
+              ::testing::AllOf(StartsWith("Error: "),
+                               ::testing::EndsWith("\r\n" + ToUtf8(PathText(path_)))));
   std::filesystem::remove(path_);
 
   EXPECT_FALSE(Load("a: 1\r\nb\"c: 2\r\nd: 3\r\n"));
-  EXPECT_EQ(messages_.shown.at(2).text, "Error: Illegal character in name");
+  const std::string file = ToUtf8(PathText(path_));
+  EXPECT_EQ(messages_.shown.at(2).text,
+            "Error: Illegal character in name\r\n" + file + ", line 2: b\"c: 2");
   EXPECT_EQ(Fields1252(*settings_), "a=1{Comments=;Disabled=1;}\n={}\n");
 
   EXPECT_FALSE(Load("a: 1\r\n//npc: my file.txt\r\n"));
-  EXPECT_EQ(messages_.shown.at(3).text, "Error: Name don't allow spaces");
+  EXPECT_EQ(messages_.shown.at(3).text,
+            "Error: Name don't allow spaces\r\n" + file + ", line 2: //npc: my file.txt");
   EXPECT_EQ(Values(*settings_), "a=1");
 }
 

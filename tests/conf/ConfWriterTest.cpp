@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <random>
 
 #include "ScratchFolder.h"
@@ -48,8 +49,13 @@ class ConfWriterTest : public ::testing::Test {
     return ConfWriter(options_, language_, messages_).SaveConfFile(path_, settings_, series);
   }
 
+  bool Save(OpenedFile& file) {
+    return ConfWriter(options_, language_, messages_).SaveConfFile(file, settings_, SeriesGroups());
+  }
+
   ScratchFolder folder_;
   Path path_ = folder_ / "map.conf";
+  Path copy_ = folder_ / "map.conf.bak";
   Options options_;
   Language language_;
   ScriptedMessages messages_;
@@ -79,33 +85,88 @@ TEST_F(ConfWriterTest, WritesSettingsThenSeries) {
 TEST_F(ConfWriterTest, NothingToWriteGivesAnEmptyFile) {
   EXPECT_TRUE(Save());
   EXPECT_EQ(ReadFile(path_), "");
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "map.conf.bak"));
+  EXPECT_FALSE(std::filesystem::exists(copy_));
   EXPECT_THAT(messages_.shown, ElementsAre(Shown{"Saved!", 64}));
 }
 
-TEST_F(ConfWriterTest, KeepsOneGenerationBeforeItWrites) {
-  const Path backup = folder_ / "map.conf.bak";
-  settings_.Fields().AddField(u"a", u"2");
+TEST_F(ConfWriterTest, OneOpeningKeepsWhatWasThereBeforeItsFirstSave) {
   WriteFile(path_, "first\n");
+  settings_.Fields().AddField(u"a", u"2");
+  OpenedFile file = OpenedFile::FromDisk(path_);
+  for (const StringView value : {u"2", u"2", u"3"}) {
+    settings_.Fields().Field(0)->SetValue(value);
+    EXPECT_TRUE(Save(file));
+    EXPECT_EQ(ReadFile(path_), "a: " + ToUtf8(value) + "\r\n");
+    EXPECT_EQ(ReadFile(copy_), "first\n");
+  }
+  // The next opening has its own; one that changes nothing makes none and leaves the file alone.
+  const auto time = std::filesystem::last_write_time(path_) - std::chrono::hours(1);
+  std::filesystem::last_write_time(path_, time);
   EXPECT_TRUE(Save());
-  EXPECT_EQ(ReadFile(backup), "first\n");
+  EXPECT_EQ(std::filesystem::last_write_time(path_), time);
+  EXPECT_EQ(ReadFile(copy_), "first\n");
+  settings_.Fields().Field(0)->SetValue(u"4");
   EXPECT_TRUE(Save());
-  EXPECT_EQ(ReadFile(backup), "a: 2\r\n");
+  EXPECT_EQ(ReadFile(copy_), "a: 3\r\n");
+  EXPECT_THAT(messages_.shown, ::testing::Each(Shown{"Saved!", 64}));
+}
 
-  // A backup that cannot be made stops the save.
-  std::filesystem::remove(backup);
-  std::filesystem::create_directory(backup);
+TEST_F(ConfWriterTest, TellsACopyThatCannotBeMadeAfterTheSave) {
   WriteFile(path_, "mine\n");
-  EXPECT_FALSE(Save());
-  EXPECT_EQ(ReadFile(path_), "mine\n");
-  EXPECT_THAT(messages_.shown.back().text, StartsWith("Error: "));
+  std::filesystem::create_directory(copy_);
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(ReadFile(path_), "");
+  ASSERT_EQ(messages_.shown.size(), 2U);
+  EXPECT_EQ(messages_.shown[0].text, "Saved!");
+  EXPECT_THAT(messages_.shown[1].text,
+              StartsWith("The copy " + ToUtf8(PathText(copy_)) + " could not be made: "));
+}
 
-#ifndef _WIN32
-  std::filesystem::remove(backup);
-  std::filesystem::create_symlink("map.conf", backup);
-  EXPECT_FALSE(Save()) << "the backup is the file itself";
-  EXPECT_EQ(ReadFile(path_), "mine\n");
-#endif
+TEST_F(ConfWriterTest, AsksBeforeItReplacesWhatSomebodyElseHasWritten) {
+  WriteFile(path_, "read\n");
+  settings_.Fields().AddField(u"a", u"2");
+  OpenedFile file = OpenedFile::FromDisk(path_);
+  const Shown question{"The file has changed on the disk since it was read. Save anyway?\r\n" +
+                           ToUtf8(PathText(path_)),
+                       4 + 32 + 256};
+  const auto answer = [&](Button button) {
+    messages_.Answer({button});
+    messages_.shown.clear();
+    const bool saved = Save(file);
+    EXPECT_EQ(messages_.shown.at(0), question);
+    return saved;
+  };
+  WriteFile(path_, "theirs\n");
+  EXPECT_FALSE(answer(Button::kNo));
+  EXPECT_FALSE(answer(Button::kCancel));
+  EXPECT_EQ(ReadFile(path_), "theirs\n");
+  EXPECT_FALSE(std::filesystem::exists(copy_));
+  EXPECT_TRUE(answer(Button::kYes));
+  EXPECT_EQ(ReadFile(copy_), "theirs\n");
+  std::filesystem::remove(path_);
+  EXPECT_TRUE(answer(Button::kYes));
+  EXPECT_EQ(ReadFile(path_), "a: 2\r\n");
+  EXPECT_TRUE(Save(file)) << "what was saved is what is known";
+}
+
+TEST_F(ConfWriterTest, WritesTheCharacterSetOfTheFile) {
+  settings_.Fields().AddField(u"a", u"\u00E9\u20AC");
+  for (const auto& [before, after] :
+       {std::pair("b: 1\n", "a: \xE9\x80\r\n"), std::pair("b: \xE9\n", "a: \xE9\x80\r\n"),
+        std::pair("b: \xC3\xA9\n", "a: \xC3\xA9\xE2\x82\xAC\r\n"),
+        std::pair("\xEF\xBB\xBF", "a: \xC3\xA9\xE2\x82\xAC\r\n")}) {
+    WriteFile(path_, before);
+    EXPECT_TRUE(Save());
+    EXPECT_EQ(ReadFile(path_), after);
+  }
+  const ConfNotes ascii;
+  ConfNotes windows1252;
+  windows1252.ascii = false;
+  ConfNotes utf8 = windows1252;
+  utf8.charset = ConfCharset::kUtf8;
+  EXPECT_EQ(CharsetForSaving(ascii, utf8), ConfCharset::kUtf8);
+  EXPECT_EQ(CharsetForSaving(windows1252, utf8), ConfCharset::kWindows1252);
+  EXPECT_EQ(CharsetForSaving(utf8, windows1252), ConfCharset::kUtf8);
 }
 
 TEST_F(ConfWriterTest, RefusesCharactersThatTheFileCannotHold) {
@@ -114,9 +175,11 @@ TEST_F(ConfWriterTest, RefusesCharactersThatTheFileCannotHold) {
   settings_.Fields().AddField(u"motd", u"\u0416");
   EXPECT_FALSE(Save());
   EXPECT_EQ(ReadFile(path_), "mine\n");
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "map.conf.bak"));
-  EXPECT_THAT(messages_.shown.at(0).text,
-              ::testing::AllOf(StartsWith("Error: "), HasSubstr(" motd ")));
+  EXPECT_FALSE(std::filesystem::exists(copy_));
+  EXPECT_EQ(messages_.shown.at(0).text,
+            "Error: The setting motd has a character that the file's character set (Windows-1252) "
+            "lacks.\r\nThe file " +
+                ToUtf8(PathText(path_)) + " is unchanged.");
 }
 
 TEST_F(ConfWriterTest, ReportsWhatTheDiskRefuses) {
@@ -137,7 +200,8 @@ TEST_F(ConfWriterTest, ReportsWhatTheDiskRefuses) {
 #else
   path_ = "/dev/full";
   EXPECT_FALSE(Save());
-  EXPECT_EQ(messages_.shown.at(2), (Shown{"Error: No space left on device", 0}));
+  EXPECT_EQ(messages_.shown.at(2),
+            (Shown{"Error: No space left on device\r\nThe file /dev/full is unchanged.", 0}));
 #endif
   for (const Shown& shown : messages_.shown) EXPECT_THAT(shown.text, StartsWith("Error: "));
 }
@@ -183,10 +247,14 @@ TEST_F(ConfWriterTest, WhatWasWrittenReadsBackAndWritesTheSameBytes) {
       WriteFile(path_, pass == 0 ? content : written);
       std::shared_ptr<Document> settings;
       std::shared_ptr<Document> series;
-      if (!ConfReader(options_, language_, messages_).LoadConfFile(path_, settings, series)) break;
+      ConfNotes notes;
+      if (!ConfReader(options_, language_, messages_)
+               .LoadConfFile(path_, settings, series, &notes)) {
+        break;
+      }
       const ConfWriter writer(options_, language_, messages_);
-      const std::string bytes =
-          ConfWriter::EncodeLines(writer.ConfFileLines(*settings, SeriesGroups(*series)));
+      const std::string bytes = writer.EncodeLines(
+          writer.ConfFileLines(*settings, SeriesGroups(*series)), notes.charset);
       if (pass == 2 || (pass == 1 && !joined)) {
         EXPECT_EQ(bytes, written) << content;
       }

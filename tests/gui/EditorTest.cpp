@@ -44,6 +44,7 @@ struct Editor {
                                context.documents.distributionSeries) &&
            reader.LoadConfFile(folder / "conf" / "a.conf", context.documents.server,
                                context.documents.serverSeries);
+    context.server = OpenedFile::FromDisk(folder / "conf" / "a.conf");
   }
 
   [[nodiscard]] bool Open() {
@@ -214,13 +215,15 @@ class EditorTest : public QObject {
     editor.Press("Command3");
     QCOMPARE(ReadFile(file), std::string(kServer));
     QVERIFY(editor.Changed());
-    QCOMPARE(editor.messages.Details(),
-             QString("- b: 6\r\n+ b: 60\r\n+ //map: m3\r\n- // (1)\r\n"));
+    QCOMPARE(editor.messages.Details(), QString("- b: 6\r\n+ b: 60\r\n+ //map: m3\r\n- // (1)\r\n"
+                                                "Lines are reformatted.\r\n"));
     editor.Press("Command3");
     QCOMPARE(ReadFile(file), std::string("a: 5\r\nb: 60\r\nown: 7\r\nmap: m1\r\n//map: m2\r\n"
                                          "//map: m3\r\nnpc: n1\r\n"));
     QVERIFY(!editor.Changed());
-    const QString question = "[36] Apply Changes?";
+    const QString question =
+        "[36] Apply Changes?\r\n\r\nComment lines that will be lost: 1\r\n"
+        "Mandatory settings that are still missing: 1";
     QCOMPARE(editor.messages.Take(), QStringList({question, question, "[64] Saved!"}));
     editor.Press("Command4");
     QVERIFY(!editor.form->isVisible());
@@ -229,7 +232,7 @@ class EditorTest : public QObject {
 
   void staysChangedWhenSavingFails() {
     Editor editor(kDistribution, kServer);
-    editor.context.serverFolder += u"/missing";
+    editor.context.server = {editor.folder / "missing" / "a.conf"};
     QVERIFY(editor.Open());
     editor.ClickCell(0, 1);
     QTest::keyClicks(editor.T(), "0");

@@ -68,8 +68,10 @@ class UpdaterTest : public QObject {
     QVERIFY(reader.LoadConfFile(*folder_ / "dist", documents.distribution,
                                 documents.distributionSeries));
     QVERIFY(reader.LoadConfFile(*folder_ / "a.conf", documents.server, documents.serverSeries));
-    window_ = std::make_unique<frmUpdaterX>(FileContext{options_, language_, messages_, documents,
-                                                        PathText(folder_->Folder()), fileName_});
+    FileContext context{options_, language_, messages_, documents, PathText(folder_->Folder()),
+                        fileName_};
+    context.server = OpenedFile::FromDisk(*folder_ / PathFromText(fileName_));
+    window_ = std::make_unique<frmUpdaterX>(context);
     window_->FillLists();
     window_->FillSeries();
     window_->show();
@@ -422,7 +424,8 @@ void UpdaterTest::ClosingAsksOnceThereAreChanges() {
     Applied();
     close();
     QVERIFY(!window_->isVisible());
-    QCOMPARE(messages_.Take(), (QStringList{kApplyChanges, kSaved}));
+    const QString losses = "\r\n\r\nComment lines that will be lost: 1";
+    QCOMPARE(messages_.Take(), (QStringList{kApplyChanges + losses, kSaved}));
   }
 }
 

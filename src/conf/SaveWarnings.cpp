@@ -1,0 +1,70 @@
+#include "conf/SaveWarnings.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "conf/ConfLine.h"
+#include "conf/Functions.h"
+
+namespace quenmar {
+
+namespace {
+
+int CountOtherValues(const Fields& settings) {
+  int count = 0;
+  for (int i = 0; i < settings.Count(); ++i) {
+    const String value = settings.Field(i)->Value();
+    count += ReadBackValue(value) != value ? 1 : 0;
+  }
+  return count;
+}
+
+int CountMissingMandatory(const Fields& settings, const Fields& distribution) {
+  std::set<String> missing;
+  for (int i = 0; i < distribution.Count(); ++i) {
+    const auto field = distribution.Field(i);
+    const bool mandatory = field->Parameters().Parameter(1)->Value() == u"1";
+    if (mandatory && settings.IndexOf(field->Name()) < 0) missing.insert(field->Name());
+  }
+  return static_cast<int>(missing.size());
+}
+
+}  // namespace
+
+std::optional<ConfCharset> OtherCharset(std::string_view bytes, ConfCharset charset) {
+  const auto readAgain = DecodeConfText(bytes);
+  const bool same = !readAgain || readAgain->ascii || readAgain->charset == charset;
+  return same ? std::nullopt : std::optional(readAgain->charset);
+}
+
+SaveWarnings ListSaveWarnings(const Document& settings, const Document& distribution,
+                              const SaveChanges& changes, std::string_view bytes,
+                              ConfCharset charset) {
+  SaveWarnings warnings;
+  warnings.otherValues = CountOtherValues(settings.Fields());
+  warnings.lostCommentLines = changes.lostCommentLines;
+  warnings.activated = static_cast<int>(std::count_if(
+      changes.changes.begin(), changes.changes.end(),
+      [](const SaveChange& change) { return change.kind == SaveChange::Kind::kActivated; }));
+  warnings.missingMandatory = CountMissingMandatory(settings.Fields(), distribution.Fields());
+  warnings.readAs = OtherCharset(bytes, charset);
+  return warnings;
+}
+
+String WarningText(const SaveWarnings& warnings, const Language& language) {
+  String text;
+  const auto add = [&text, &language](MessageKey key, StringView placeholder) {
+    if (!text.empty()) text += kLineEnd;
+    text += MessageText(language.Text(key), {placeholder});
+  };
+  for (const auto& [count, key] :
+       {std::pair(warnings.otherValues, LNG56), std::pair(warnings.lostCommentLines, LNG57),
+        std::pair(warnings.activated, LNG58), std::pair(warnings.missingMandatory, LNG59)}) {
+    if (count > 0) add(key, ToText(count));
+  }
+  if (warnings.readAs) add(LNG64, CharsetName(*warnings.readAs));
+  return text;
+}
+
+}  // namespace quenmar
