@@ -126,8 +126,11 @@ void Create(const Path& target, std::string_view bytes) {
   file.Finish();
 }
 
-std::string ReadToEnd(FileHandle& file) {
+/// @param file the file at `path`, just opened
+std::string ReadAll(FileHandle& file, const Path& path) {
   std::string bytes;
+  std::error_code unknown;
+  if (const auto size = fs::file_size(path, unknown); !unknown) bytes.reserve(size);
   std::array<char, kBlock> block;
   for (size_t count = file.Read(block.data(), block.size()); count > 0;
        count = file.Read(block.data(), block.size())) {
@@ -140,7 +143,7 @@ std::string ReadToEnd(FileHandle& file) {
 /// thrown.
 void OverwriteInPlace(const Path& path, std::string_view bytes) {
   FileHandle file(path, FileHandle::Mode::kUpdate);
-  const std::string old = ReadToEnd(file);
+  const std::string old = ReadAll(file, path);
   const std::string_view head = bytes.substr(0, old.size());
   bool overwriting = false;
   try {
@@ -193,7 +196,7 @@ Path PathFromText(StringView text) {
 
 std::string ReadBytes(const Path& path) {
   FileHandle file(path, FileHandle::Mode::kRead);
-  return ReadToEnd(file);
+  return ReadAll(file, path);
 }
 
 void ReplaceBytes(const Path& path, std::string_view bytes) {

@@ -1,12 +1,23 @@
-// Links, permissions, owners and devices, as only POSIX systems have them.
+// Links, permissions, owners, devices and full disks, as POSIX systems have them.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <random>
+#include <thread>
 
 #include "ScratchFolder.h"
 #include "files/FileError.h"
@@ -24,29 +35,96 @@ struct Unprivileged {
   ~Unprivileged() { EXPECT_EQ(::seteuid(::getuid()), 0); }
 };
 
-/// @return the system's number for the failure of `ReplaceBytes`, 0 when it succeeds.
-int ReplaceError(const Path& path, const std::string& bytes = "new") {
+/// Lets no file grow beyond `most` bytes for as long as it lives, as a full disk would.
+class SizeLimit {
+ public:
+  explicit SizeLimit(rlim_t most) {
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    Set(most);
+  }
+  SizeLimit(const SizeLimit&) = delete;
+  SizeLimit& operator=(const SizeLimit&) = delete;
+  ~SizeLimit() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+  static void Set(rlim_t most) {
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = most;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+
+ private:
+  rlimit before_{};
+};
+
+/// Something mounted at a path for as long as it lives.
+class Mount {
+ public:
+  Mount(const char* what, Path where, const char* type, unsigned long flags, const char* options)
+      : where_(std::move(where)),
+        mounted_(::mount(what, where_.c_str(), type, flags, options) == 0) {}
+  Mount(const Mount&) = delete;
+  Mount& operator=(const Mount&) = delete;
+  ~Mount() {
+    if (mounted_) ::umount2(where_.c_str(), MNT_DETACH);
+  }
+  explicit operator bool() const { return mounted_; }
+
+ private:
+  Path where_;
+  bool mounted_;
+};
+
+/// @return the system's number for the failure, 0 when the action succeeds.
+int ErrorOf(const std::function<void()>& action) {
   try {
-    ReplaceBytes(path, bytes);
+    action();
   } catch (const FileError& error) {
     return error.Number();
   }
   return 0;
 }
 
+int ReplaceError(const Path& path, const std::string& bytes = "new") {
+  return ErrorOf([&] { ReplaceBytes(path, bytes); });
+}
+
+struct stat StatusOf(const Path& file) {
+  struct stat status {};
+  EXPECT_EQ(::lstat(file.c_str(), &status), 0);
+  return status;
+}
+
+/// What makes `ReplaceBytes` write: a new file, or the old one in place.
+enum class Way { kRename, kHardLink, kLockedFolder };
+constexpr auto kWays = {Way::kRename, Way::kHardLink, Way::kLockedFolder};
+
 class PosixFiles : public ::testing::Test {
  protected:
-  static void Make(const Path& file, mode_t mode, uid_t owner = Unprivileged::User()) {
-    WriteInPlace(file, "old");
+  static void Make(const Path& file, mode_t mode, uid_t owner = Unprivileged::User(),
+                   const std::string& bytes = "old") {
+    WriteInPlace(file, bytes);
     ASSERT_EQ(::chmod(file.c_str(), mode) + ::chown(file.c_str(), owner, ::getegid()), 0);
   }
   /// @return the permissions in octal digits, and the content.
   static std::string State(const Path& file) {
-    const auto mode = static_cast<unsigned>(fs::status(file).permissions());
+    const auto mode = static_cast<unsigned>(fs::status(file).permissions()) % 512;
     return std::to_string(mode / 64) + std::to_string(mode / 8 % 8) + std::to_string(mode % 8) +
            ReadBytes(file);
   }
   void SetFolderMode(mode_t mode) const { ::chmod(folder_.Folder().c_str(), mode); }
+
+  /// @return the failure of giving the file other content that way.
+  int ReplaceBy(Way way, const std::string& bytes) const {
+    if (way == Way::kHardLink && !fs::exists(copy_)) fs::create_hard_link(file_, copy_);
+    if (way != Way::kLockedFolder) return ReplaceError(file_, bytes);
+    SetFolderMode(0555);
+    const int error = [&] {
+      const Unprivileged unprivileged;
+      return ReplaceError(file_, bytes);
+    }();
+    SetFolderMode(0777);
+    return error;
+  }
 
   ScratchFolder folder_;
   Path file_ = folder_ / "file";
@@ -81,26 +159,61 @@ TEST_F(PosixFiles, LinksAreFollowedAlsoToFilesThatAreYetToBe) {
   EXPECT_EQ(ReplaceError(folder_ / "loop"), ELOOP);
 }
 
-TEST_F(PosixFiles, AFailureKeepsTheOldContent) {
-  Make(file_, 0644);
-  rlimit before{};
-  ::getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit tight = {1000, before.rlim_max};
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  ::setrlimit(RLIMIT_FSIZE, &tight);
-  const int error = ReplaceError(file_, std::string(1001, 'x'));
-  SetFolderMode(0555);
-  int errorInPlace = 0;
-  {
-    const Unprivileged unprivileged;
-    errorInPlace = ReplaceError(file_, std::string(1001, 'x'));
+TEST_F(PosixFiles, AFileThatMayNotGrowKeepsTheOldContent) {
+  const std::string old(3000, 'o');
+  for (const Way way : kWays) {
+    // The new end does not fit; the limit comes when a part is overwritten already, also growing.
+    for (const auto& [limit, size] : {std::pair(5000, 6000), {1000, 2000}, {1000, 4000}}) {
+      Make(file_, 0644, Unprivileged::User(), old);
+      std::optional<SizeLimit> tight(limit);
+      const int error = ReplaceBy(way, std::string(static_cast<size_t>(size), 'n'));
+      tight.reset();
+      EXPECT_EQ(error, EFBIG);
+      EXPECT_TRUE(State(file_) == "644" + old) << static_cast<int>(way) << ' ' << size;
+      fs::remove(copy_);
+      EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), {}), 1) << "a leftover";
+    }
   }
-  ::setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(error, EFBIG);
-  EXPECT_EQ(errorInPlace, EFBIG);
-  EXPECT_EQ(State(file_), "644old");
-  ::chmod(file_.c_str(), 0444);
+}
+
+TEST_F(PosixFiles, OldBytesThatCannotBePutBackAreTold) {
+  Make(file_, 0644, Unprivileged::User(), std::string(3000, 'o'));
+  fs::create_hard_link(file_, copy_);
+  const auto ignored = std::signal(SIGXFSZ, [](int) { SizeLimit::Set(0); });
+  std::optional<SizeLimit> tight(1000);
+  EXPECT_THROW(ReplaceBytes(file_, std::string(2000, 'n')), FileDamaged);
+  tight.reset();
+  std::signal(SIGXFSZ, ignored);
+  EXPECT_EQ(ReadBytes(file_), std::string(1000, 'n') + std::string(2000, 'o'));
+}
+
+TEST_F(PosixFiles, AFullDiskKeepsTheOldContent) {
+  const Mount disk("quenmar-test", folder_.Folder(), "tmpfs", 0, "size=256k");
+  if (!disk) GTEST_SKIP() << "mounting a small disk: " << std::strerror(errno);
+  constexpr size_t kKiB = 1024;
+  const std::string old(150 * kKiB, 'o');
+  for (const Way way : kWays) {
+    Make(file_, 0644, Unprivileged::User(), old);
+    EXPECT_EQ(ReplaceBy(way, std::string(300 * kKiB, 'n')), ENOSPC);
+    EXPECT_TRUE(State(file_) == "644" + old) << static_cast<int>(way);
+    // There is room for the new bytes, yet not for both: only renaming needs that.
+    EXPECT_EQ(ReplaceBy(way, std::string(200 * kKiB, 'n')), way == Way::kRename ? ENOSPC : 0);
+    EXPECT_EQ(ReadBytes(file_).size(), (way == Way::kRename ? 150 : 200) * kKiB);
+    fs::remove(copy_);
+  }
+  Make(copy_, 0644, ::getuid(), "older");
+  EXPECT_EQ(ErrorOf([&] { CopyBeside(file_, old, copy_); }), ENOSPC);
+  EXPECT_EQ(ReadBytes(copy_), "older");
+  // A file with holes runs out of room half-way, although it need not grow.
+  Make(file_, 0644, ::getuid(), "");
+  fs::resize_file(file_, 300 * kKiB);
+  fs::remove(copy_);
+  EXPECT_EQ(ReplaceBy(Way::kHardLink, std::string(300 * kKiB, 'n')), ENOSPC);
+  EXPECT_TRUE(ReadBytes(file_) == std::string(300 * kKiB, '\0'));
+}
+
+TEST_F(PosixFiles, AWriteProtectionIsRespected) {
+  Make(file_, 0444);
   SetFolderMode(0777);
   const Unprivileged unprivileged;
   EXPECT_EQ(ReplaceError(file_), EACCES) << "renaming passed over a write protection";
@@ -108,18 +221,138 @@ TEST_F(PosixFiles, AFailureKeepsTheOldContent) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), {}), 1);
 }
 
-TEST_F(PosixFiles, AFolderThatTakesNoFileLeavesTheOldOnesToBeWrittenInPlace) {
-  Make(file_, 0600);
-  Make(copy_, 0666);
+TEST_F(PosixFiles, WhatCannotBeReplacedIsWrittenInPlace) {
+  for (const std::string bytes : {"longer", "", "new"}) {
+    for (const Way way : {Way::kHardLink, Way::kLockedFolder}) {
+      Make(file_, 0640);
+      EXPECT_EQ(ReplaceBy(way, bytes), 0);
+      EXPECT_EQ(State(file_), "640" + bytes);
+      EXPECT_EQ(ReadBytes(copy_), bytes);
+    }
+  }
   SetFolderMode(0555);
   {
     const Unprivileged unprivileged;
-    EXPECT_EQ(ReplaceError(file_), 0);
     EXPECT_EQ(ReplaceError(folder_ / "other"), EACCES);
-    EXPECT_THROW(CopyBeside(file_, "new", copy_), FileError);
   }
-  SetFolderMode(0755);
-  EXPECT_EQ(State(file_) + State(copy_), "600new666old");
+  if (::geteuid() != 0) GTEST_SKIP() << "the rest needs files of another user, and mounting";
+  Make(folder_ / "foreign", 0666, 0);
+  SetFolderMode(01777);
+  {
+    const Unprivileged unprivileged;
+    EXPECT_EQ(ReplaceError(folder_ / "foreign"), 0);
+  }
+  EXPECT_EQ(State(folder_ / "foreign"), "666new");
+  Make(folder_ / "point", 0600);
+  const Mount mount((folder_ / "foreign").c_str(), folder_ / "point", nullptr, MS_BIND, nullptr);
+  if (!mount) GTEST_SKIP() << "mounting a file: " << std::strerror(errno);
+  EXPECT_EQ(ReplaceError(folder_ / "point", "newer"), 0);
+  EXPECT_EQ(State(folder_ / "foreign"), "666newer");
+}
+
+TEST_F(PosixFiles, ACopyIsWholeOrNotMade) {
+  const Path other = folder_ / "other";
+  struct Case {
+    const char* what;
+    std::function<void()> make;
+    mode_t folderMode;
+    int error;
+  };
+  const Case cases[] = {
+      {"nothing", [] {}, 0777, 0},
+      {"an older copy", [&] { Make(copy_, 0666); }, 0777, 0},
+      {"a link to the file", [&] { fs::create_symlink("file", copy_); }, 0777, 0},
+      {"a link to another file", [&] { fs::create_symlink("other", copy_); }, 0777, 0},
+      {"a link to nothing", [&] { fs::create_symlink("nothing", copy_); }, 0777, 0},
+      {"a hard link to the file", [&] { fs::create_hard_link(file_, copy_); }, 0777, 0},
+      {"a hard link to another file", [&] { fs::create_hard_link(other, copy_); }, 0777, 0},
+      {"a folder", [&] { fs::create_directory(copy_); }, 0777, EISDIR},
+      {"a pipe", [&] { ASSERT_EQ(::mkfifo(copy_.c_str(), 0666), 0); }, 0777, EEXIST},
+      {"a read-only file", [&] { Make(copy_, 0444); }, 0777, EACCES},
+      {"a file in a locked folder", [&] { Make(copy_, 0666); }, 0555, EACCES},
+      {"nothing in a locked folder", [] {}, 0555, EACCES},
+      {"a foreign file in a sticky folder", [&] { Make(copy_, 0666, 0); }, 01777, EPERM},
+  };
+  for (const Case& test : cases) {
+    if (test.error == EPERM && ::geteuid() != 0) continue;  // only root gives files away
+    SCOPED_TRACE(test.what);
+    Make(file_, 0640);
+    Make(other, 0644);
+    test.make();
+    SetFolderMode(test.folderMode);
+    const auto before = fs::exists(fs::symlink_status(copy_)) ? StatusOf(copy_).st_ino : 0;
+    int error = 0;
+    {
+      const Unprivileged unprivileged;
+      error = ErrorOf([&] { CopyBeside(file_, "old", copy_); });
+    }
+    SetFolderMode(0777);
+    EXPECT_EQ(error, test.error);
+    const auto after = fs::exists(fs::symlink_status(copy_)) ? StatusOf(copy_).st_ino : 0;
+    EXPECT_EQ(after == before, error != 0);
+    if (error == 0) {
+      EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(copy_)));
+      EXPECT_EQ(State(copy_), "640old");
+    }
+    EXPECT_EQ(State(file_) + State(other), "640old644old");
+    fs::remove_all(copy_);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), {}), 2) << "a leftover";
+  }
+}
+
+/// An access control list as the system keeps it: the owner writes, user 1234 reads, others do not.
+const std::string kList(
+    "\2\0\0\0"
+    "\1\0\6\0\xFF\xFF\xFF\xFF"
+    "\2\0\4\0\xD2\4\0\0"
+    "\4\0\0\0\xFF\xFF\xFF\xFF"
+    "\x10\0\4\0\xFF\xFF\xFF\xFF"
+    "\x20\0\0\0\xFF\xFF\xFF\xFF",
+    44);
+
+bool SetAttribute(const Path& file, const char* name, const std::string& value) {
+  return ::setxattr(file.c_str(), name, value.data(), value.size(), 0) == 0;
+}
+
+std::string Attribute(const Path& file, const char* name) {
+  std::string value(100, '\0');
+  const ssize_t size = ::getxattr(file.c_str(), name, value.data(), value.size());
+  return size < 0 ? "none" : value.substr(0, static_cast<size_t>(size));
+}
+
+TEST_F(PosixFiles, ExtendedAttributesAndTheGroupStay) {
+  constexpr auto kAccess = "system.posix_acl_access";
+  Make(file_, 0640);
+  Make(copy_, 0640);
+  if (!SetAttribute(file_, "user.x", "1") || !SetAttribute(file_, kAccess, kList) ||
+      !SetAttribute(folder_.Folder(), "system.posix_acl_default", kList)) {
+    GTEST_SKIP() << "the disk keeps no extended attributes: " << std::strerror(errno);
+  }
+  const bool administrator = ::geteuid() == 0 && SetAttribute(file_, "security.x", "2");
+  // New files get the folder's group and list of their own accord.
+  ASSERT_EQ(::chown(folder_.Folder().c_str(), ::geteuid(), administrator ? 1 : ::getegid()), 0);
+  SetFolderMode(02777);
+  const auto replace = [this] {
+    for (const Path& file : {file_, copy_}) {
+      const struct stat before = StatusOf(file);
+      ReplaceBytes(file, "new");
+      EXPECT_NE(StatusOf(file).st_ino, before.st_ino) << "written in place";
+      EXPECT_EQ(StatusOf(file).st_gid, before.st_gid);
+      EXPECT_EQ(StatusOf(file).st_mode, before.st_mode);
+    }
+    EXPECT_EQ(Attribute(file_, kAccess), kList);
+    EXPECT_EQ(Attribute(file_, "user.x"), "1");
+    EXPECT_EQ(Attribute(copy_, kAccess), "none");
+  };
+  replace();
+  EXPECT_EQ(Attribute(file_, "security.x"), administrator ? "2" : "none");
+  {
+    const Unprivileged unprivileged;  // who may not set the security label
+    replace();
+    CopyBeside(file_, "new", copy_);
+  }
+  EXPECT_EQ(Attribute(copy_, kAccess), kList);
+  EXPECT_EQ(StatusOf(copy_).st_gid, StatusOf(file_).st_gid);
 }
 
 TEST_F(PosixFiles, PipesAndDevicesAreWrittenNotReplaced) {
@@ -153,6 +386,105 @@ TEST_F(PosixFiles, OwnersStayAndABackUpThatCannotKeepThemIsPrivate) {
   }
   EXPECT_EQ(State(copy_) + State(file_), "600old660new");
   EXPECT_EQ(owner(), 0U);
+}
+
+/// Saves a large file again and again, in a process that is killed at a random moment.
+class KilledSave : public ::testing::Test {
+ protected:
+  enum Content : char { kMissing = '-', kBroken = '?', kOld = 'o', kNew = 'n' };
+
+  /// @return the one character that the file is full of, as samples tell, if it is whole.
+  static Content ContentOf(const Path& file) {
+    if (!fs::exists(file)) return kMissing;
+    if (fs::file_size(file) != kSize) return kBroken;
+    constexpr size_t kSamples = 40;
+    std::string samples;
+    std::string sample(kSize / 1000, '\0');
+    std::ifstream stream(file, std::ios::binary);
+    for (size_t i = 0; i <= kSamples; ++i) {
+      stream.seekg(static_cast<std::streamoff>((kSize - sample.size()) / kSamples * i));
+      stream.read(sample.data(), static_cast<std::streamsize>(sample.size()));
+      samples += sample;
+    }
+    const bool whole = stream && samples == std::string(samples.size(), samples[0]);
+    return whole ? static_cast<Content>(samples[0]) : kBroken;
+  }
+
+  /// Starts from the old content without a copy; without a time the save comes to its end.
+  void Save(std::optional<std::chrono::microseconds> killedAfter) const {
+    fs::remove(copy_);
+    for (const auto& entry : fs::directory_iterator(folder_.Folder())) {
+      if (entry.path().extension() == ".tmp") fs::remove(entry.path());
+    }
+    if (ContentOf(file_) != kOld) WriteInPlace(file_, old_);
+    const pid_t child = ::fork();
+    if (child == 0) {
+      CopyBeside(file_, old_, copy_);
+      ReplaceBytes(file_, new_);
+      ::_exit(0);
+    }
+    if (killedAfter) {
+      std::this_thread::sleep_for(*killedAfter);
+      ::kill(child, SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_EQ(WIFSIGNALED(status) ? WTERMSIG(status) - SIGKILL : WEXITSTATUS(status), 0);
+  }
+
+  /// @param check is given the contents of the file and of the copy after each round
+  void SaveAndKill(int rounds, const std::function<void(Content, Content)>& check) const {
+    const auto start = std::chrono::steady_clock::now();
+    Save({});
+    const std::chrono::duration<double, std::micro> whole =
+        std::chrono::steady_clock::now() - start;
+    ASSERT_EQ(ContentOf(file_), kNew);
+    std::mt19937 random(1);
+    std::uniform_real_distribution<> moment(0, whole.count());
+    int between = 0;
+    for (int i = 0; i < rounds && !HasFailure(); ++i) {
+      Save(std::chrono::microseconds(static_cast<int>(moment(random))));
+      const Content copy = ContentOf(copy_);
+      check(ContentOf(file_), copy);
+      EXPECT_TRUE(copy == kMissing || copy == kOld) << copy;
+      if (copy == kOld) ++between;
+    }
+    EXPECT_GT(between, 0) << "no round was killed when it mattered";
+  }
+
+ private:
+  /// In memory, which is faster, unless the user names a place: it is no disk that is tested here.
+  static ScratchFolder MakeFolder() {
+    if (std::getenv("TMPDIR") != nullptr || !fs::is_directory("/dev/shm")) return {};
+    const struct ForNow {
+      ForNow() { ::setenv("TMPDIR", "/dev/shm", 1); }
+      ~ForNow() { ::unsetenv("TMPDIR"); }
+    } place;
+    return {};
+  }
+
+  static constexpr size_t kSize = 20'000'000;
+  ScratchFolder folder_ = MakeFolder();
+
+ protected:
+  Path file_ = folder_ / "file", copy_ = folder_ / "copy";
+
+ private:
+  std::string old_ = std::string(kSize, kOld), new_ = std::string(kSize, kNew);
+};
+
+TEST_F(KilledSave, TheFileIsWholeAndSoIsItsCopy) {
+  SaveAndKill(200, [](Content file, Content copy) {
+    EXPECT_TRUE(file == kOld || (file == kNew && copy == kOld)) << file << copy;
+  });
+}
+
+TEST_F(KilledSave, InPlaceTheCopyIsWhole) {
+  WriteInPlace(file_, "");
+  fs::create_hard_link(file_, file_.string() + "2");
+  SaveAndKill(20, [](Content file, Content copy) {
+    EXPECT_TRUE(file == kOld || copy == kOld) << file << copy;
+  });
 }
 
 }  // namespace
