@@ -1,10 +1,8 @@
 #include "widgets/QtMessageBoxes.h"
 
 #include <QApplication>
-#include <QFontDatabase>
-#include <QMessageBox>
-#include <QTextEdit>
 
+#include "widgets/MessageDialog.h"
 #include "widgets/QtText.h"
 #include "widgets/ShownCursor.h"
 
@@ -12,45 +10,51 @@ namespace quenmar {
 
 namespace {
 
-QMessageBox::Icon IconOf(int style) {
-  if ((style & message_style::kCritical) != 0) return QMessageBox::Critical;
-  if ((style & message_style::kQuestion) != 0) return QMessageBox::Question;
-  if ((style & message_style::kInformation) != 0) return QMessageBox::Information;
-  return QMessageBox::NoIcon;
+std::optional<QStyle::StandardPixmap> IconOf(int style) {
+  if ((style & message_style::kCritical) != 0) return QStyle::SP_MessageBoxCritical;
+  if ((style & message_style::kQuestion) != 0) return QStyle::SP_MessageBoxQuestion;
+  if ((style & message_style::kInformation) != 0) return QStyle::SP_MessageBoxInformation;
+  return {};
 }
 
-QMessageBox::StandardButtons ButtonsOf(int style) {
+QDialogButtonBox::StandardButtons ButtonsOf(int style) {
   switch (style & message_style::kButtons) {
     case message_style::kYesNo:
-      return QMessageBox::Yes | QMessageBox::No;
+      return QDialogButtonBox::Yes | QDialogButtonBox::No;
     case message_style::kYesNoCancel:
-      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+      return QDialogButtonBox::Yes | QDialogButtonBox::No | QDialogButtonBox::Cancel;
     default:
-      return QMessageBox::Ok;
+      return QDialogButtonBox::Ok;
   }
 }
 
-Button Pressed(int button) {
-  switch (button) {
-    case QMessageBox::Yes:
+QDialogButtonBox::StandardButton DefaultOf(int style) {
+  if ((style & message_style::kButtons) == message_style::kOk) return QDialogButtonBox::Ok;
+  const bool second = (style & message_style::kDefaultButton2) != 0;
+  return second ? QDialogButtonBox::No : QDialogButtonBox::Yes;
+}
+
+/// @param pressed a standard button, or 0 for none
+Button AnswerOf(int pressed, int style) {
+  switch (pressed) {
+    case QDialogButtonBox::Yes:
       return Button::kYes;
-    case QMessageBox::No:
+    case QDialogButtonBox::No:
       return Button::kNo;
-    case QMessageBox::Cancel:
-      return Button::kCancel;
     default:
-      return Button::kOk;
+      return (style & message_style::kButtons) == message_style::kOk ? Button::kOk
+                                                                     : Button::kCancel;
   }
 }
 
-/// Lines of files are read best unwrapped, below each other.
-void AddDetails(QMessageBox& box, const QString& details) {
-  box.setDetailedText(details);
-  auto* const text = box.findChild<QTextEdit*>();
-  text->setLineWrapMode(QTextEdit::NoWrap);
-  text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  const QFontMetrics metrics = text->fontMetrics();
-  text->setFixedSize(metrics.averageCharWidth() * 80, metrics.lineSpacing() * 16);
+/// Between two boxes no window may be active yet: the system tells the program so later.
+QWidget* WindowToStandOver() {
+  if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
+  if (QWidget* const active = QApplication::activeWindow()) return active;
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowType() == Qt::Window) return window;
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -60,20 +64,13 @@ Button QtMessageBoxes::Show(const String& text, int style) {
 }
 
 Button QtMessageBoxes::ShowWithDetails(const String& text, int style, const String& details) {
-  const QMessageBox::StandardButtons buttons = ButtonsOf(style);
-  QMessageBox box(IconOf(style), title_, ToQString(text), buttons, QApplication::activeWindow());
+  MessageDialog box(ToQString(text), IconOf(style), ButtonsOf(style), ToQString(details),
+                    WindowToStandOver());
   box.setObjectName("messageBox");
-  box.setTextFormat(Qt::PlainText);
-  if (!details.empty()) AddDetails(box, ToQString(details));
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  if (buttons.testFlag(QMessageBox::No)) {
-    const bool second = (style & message_style::kDefaultButton2) != 0;
-    box.setDefaultButton(second ? QMessageBox::No : QMessageBox::Yes);
-    box.setEscapeButton(buttons.testFlag(QMessageBox::Cancel) ? QMessageBox::Cancel
-                                                              : QMessageBox::No);
-  }
+  box.setWindowTitle(title_);
+  box.SetDefaultButton(DefaultOf(style));
   const ShownCursor normal(Qt::ArrowCursor);
-  return Pressed(box.exec());
+  return AnswerOf(box.exec(), style);
 }
 
 }  // namespace quenmar

@@ -5,12 +5,11 @@
 
 #include "conf/MessageBoxes.h"
 
-class QWidget;
-
 namespace quenmar {
 
-/// Message boxes on the screen, modal to the active window, under the normal cursor also while the
-/// application shows the busy one. Escape never gives the answer that changes something.
+/// Message boxes on the screen, over the window that the user works in, under the normal cursor
+/// also while the application shows the busy one. Escape and the frame's own button never give Yes
+/// or No.
 class QtMessageBoxes : public MessageBoxes {
  public:
   /// @param title of all message boxes: the application's

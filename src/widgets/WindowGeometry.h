@@ -7,7 +7,8 @@
 namespace quenmar {
 
 /// Remembers size and place of a window in the user's own state file of the toolkit, apart from the
-/// options: restores them at once, and stores them whenever the window is hidden.
+/// options: restores them at once, and stores them whenever the window is hidden. Keeps the window
+/// on the screen, which may be another than last time.
 class WindowGeometry : public QObject {
  public:
   /// @param window owns the new object
@@ -18,6 +19,7 @@ class WindowGeometry : public QObject {
 
  private:
   QString key_;
+  bool frameKnown_ = false;
 };
 
 }  // namespace quenmar

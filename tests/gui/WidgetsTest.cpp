@@ -1,8 +1,16 @@
-#include <QMessageBox>
+#include <QClipboard>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
 #include <QtTest>
+#include <functional>
 
 #include "gui/PrivateState.h"
+#include "widgets/MessageDialog.h"
 #include "widgets/QtMessageBoxes.h"
+#include "widgets/QtText.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/ShownCursor.h"
 #include "widgets/WindowGeometry.h"
 
@@ -16,54 +24,135 @@ class WidgetsTest : public QObject {
  private slots:
   void EscapeChangesNothing_data();
   void EscapeChangesNothing();
+  void BoxesKeepToTheScreen_data();
+  void BoxesKeepToTheScreen();
+  void ShortTextsNeedNoScrolling();
+  void BoxesStandOverTheWindow();
+  void WindowsFitOnTheScreen();
   void WindowsRememberTheirSize();
 
  private:
+  /// Shows a message box and acts on it once it has the focus. @return the answer.
+  Button Answer(const String& text, int style, const String& details,
+                const std::function<void(MessageDialog*)>& act) {
+    QtMessageBoxes boxes("Title");
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, this, [&] {
+      auto* const box = qobject_cast<MessageDialog*>(QApplication::activeModalWidget());
+      if (box == nullptr || !box->isActiveWindow()) return;
+      poll.stop();
+      const auto close = qScopeGuard([box] {  // also where `act` fails
+        if (box->isVisible()) box->reject();
+      });
+      act(box);
+    });
+    poll.start(0);
+    return boxes.ShowWithDetails(text, style, details);
+  }
+
   PrivateState state_;
 };
 
 void WidgetsTest::EscapeChangesNothing_data() {
   QTest::addColumn<int>("style");
-  QTest::addColumn<int>("icon");
   QTest::addColumn<Button>("onEnter");
   QTest::addColumn<Button>("onEscape");
-  QTest::newRow("message") << kOk << int(QMessageBox::NoIcon) << Button::kOk << Button::kOk;
-  QTest::newRow("failure") << (kOk | kCritical) << int(QMessageBox::Critical) << Button::kOk
-                           << Button::kOk;
-  QTest::newRow("help") << kInformation << int(QMessageBox::Information) << Button::kOk
-                        << Button::kOk;
-  QTest::newRow("apply") << (kYesNo | kQuestion) << int(QMessageBox::Question) << Button::kYes
-                         << Button::kNo;
-  QTest::newRow("ignore") << (kYesNo | kQuestion | kDefaultButton2) << int(QMessageBox::Question)
-                          << Button::kNo << Button::kNo;
-  QTest::newRow("remove") << (kYesNoCancel | kQuestion | kDefaultButton2)
-                          << int(QMessageBox::Question) << Button::kNo << Button::kCancel;
+  QTest::newRow("message") << kOk << Button::kOk << Button::kOk;
+  QTest::newRow("failure") << (kOk | kCritical) << Button::kOk << Button::kOk;
+  QTest::newRow("apply") << (kYesNo | kQuestion) << Button::kYes << Button::kCancel;
+  QTest::newRow("ignore") << (kYesNo | kQuestion | kDefaultButton2) << Button::kNo
+                          << Button::kCancel;
+  QTest::newRow("remove") << (kYesNoCancel | kQuestion | kDefaultButton2) << Button::kNo
+                          << Button::kCancel;
 }
 
 void WidgetsTest::EscapeChangesNothing() {
   QFETCH(int, style);
   const ShownCursor busy(Qt::WaitCursor);
-  QtMessageBoxes boxes("Title");
-  const auto press = [&](Qt::Key key) {
-    QTimer poll;
-    connect(&poll, &QTimer::timeout, this, [&] {
-      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (box == nullptr || !box->isActiveWindow()) return;
-      poll.stop();
+  const auto answer = [&](const std::function<void(MessageDialog*)>& act) {
+    return Answer(u"one <b>\ntwo", style, {}, [&](MessageDialog* box) {
       QCOMPARE(box->windowTitle(), QString("Title"));
-      QCOMPARE(box->text(), QString("one <b>\ntwo"));
-      QCOMPARE(box->textFormat(), Qt::PlainText);
-      QVERIFY(box->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
-      QTEST(int(box->icon()), "icon");
+      QCOMPARE(box->findChild<MessageText*>()->toPlainText(), QString("one <b>\ntwo"));
       QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-      QTest::keyClick(box, key);
+      act(box);
     });
-    poll.start(0);
-    return boxes.Show(u"one <b>\ntwo", style);
   };
-  QTEST(press(Qt::Key_Return), "onEnter");
-  QTEST(press(Qt::Key_Escape), "onEscape");
+  QTEST(answer([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); }), "onEnter");
+  QTEST(answer([](QWidget* box) { QTest::keyClick(box, Qt::Key_Escape); }), "onEscape");
+  QTEST(answer([](QWidget* box) { box->close(); }), "onEscape");
   QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+}
+
+void WidgetsTest::BoxesKeepToTheScreen_data() {
+  QTest::addColumn<String>("text");
+  QTest::addColumn<String>("details");
+  String lines, path;
+  for (int i = 0; i < 500; ++i) {
+    lines += u"- some_setting: a line of the file that is long\n";
+    path += u"/folder";
+  }
+  QTest::newRow("long text") << lines << String();
+  QTest::newRow("path") << path << String();
+  QTest::newRow("details") << String(u"Apply?") << lines + path;
+  QTest::newRow("both") << lines << lines;
+}
+
+void WidgetsTest::BoxesKeepToTheScreen() {
+  QFETCH(String, text);
+  QFETCH(String, details);
+  Answer(text, kYesNo, details, [&](MessageDialog* box) {
+    const QRect screen = box->screen()->availableGeometry();
+    if (!details.empty()) {
+      box->findChild<QPushButton*>("showDetails")->click();
+      QVERIFY(box->findChild<MessageText*>("messageDetails")->height() > screen.height() / 4);
+    }
+    QVERIFY(screen.contains(box->frameGeometry()));
+    for (const QPushButton* const button : box->findChildren<QPushButton*>()) {
+      const QRect place(button->mapTo(box, QPoint()), button->size());
+      QVERIFY(box->rect().contains(place) && button->width() >= button->sizeHint().width());
+    }
+    auto* const shown = box->findChild<MessageText*>("messageText");
+    QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);  // a path wraps
+    shown->selectAll();
+    shown->copy();
+    QCOMPARE(FromQString(QGuiApplication::clipboard()->text()), text);
+  });
+}
+
+void WidgetsTest::ShortTextsNeedNoScrolling() {
+  for (const String& text : {String(u"Saved!"), String(300, u'x'), String(u"a\n\nb")}) {
+    Answer(text, kOk, {}, [](MessageDialog* box) {
+      const auto* const shown = box->findChild<MessageText*>();
+      QCOMPARE(shown->verticalScrollBar()->maximum(), 0);
+      QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);
+    });
+  }
+}
+
+void WidgetsTest::BoxesStandOverTheWindow() {
+  QWidget window;
+  window.show();
+  QDialog editor(&window);
+  for (QWidget* const expected : {&window, static_cast<QWidget*>(&editor)}) {
+    if (expected == &editor) editor.open();
+    for (int i = 0; i < 2; ++i) {  // one behind the other
+      Answer(u"?", kOk, {},
+             [expected](MessageDialog* box) { QCOMPARE(box->parentWidget(), expected); });
+    }
+  }
+}
+
+void WidgetsTest::WindowsFitOnTheScreen() {
+  QWidget window;
+  auto* const content = new QWidget;
+  content->setMinimumSize(4000, 4000);
+  auto* const column = new QVBoxLayout(&window);
+  column->addWidget(MakeScrollable(content));
+  window.setGeometry(700, 500, 3000, 3000);
+  new WindowGeometry(&window, "large");
+  window.show();
+  QVERIFY(QTest::qWaitForWindowActive(&window));
+  QVERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
 }
 
 void WidgetsTest::WindowsRememberTheirSize() {

@@ -1,0 +1,172 @@
+#include "widgets/MessageDialog.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <algorithm>
+#include <cmath>
+
+#include "widgets/ScreenFit.h"
+
+namespace quenmar {
+
+namespace {
+
+constexpr int kWidestText = 75;  // characters; longer lines read badly
+constexpr int kNarrowestText = 20;
+constexpr int kFewestLines = 2;
+constexpr int kTitleButtons = 50;  // pixels beside a title
+
+/// Screen readers read out the labels of an alert.
+QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) {
+  auto* const widget = qobject_cast<QWidget*>(object);
+  if (className == MessageDialog::staticMetaObject.className()) {
+    return new QAccessibleWidget(widget, QAccessible::AlertMessage);
+  }
+  if (className == MessageText::staticMetaObject.className()) {
+    return new QAccessibleWidget(widget, QAccessible::StaticText);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+MessageText::MessageText(const QString& text) : QPlainTextEdit(text) {
+  setReadOnly(true);
+  setTabChangesFocus(true);
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setAccessibleName(text);
+}
+
+void MessageText::SetRoom(int widest) {
+  const bool wraps = lineWrapMode() != NoWrap;
+  const int frames = 2 * frameWidth();
+  // The layout of the text on the screen counts in lines; this one in pixels.
+  QTextDocument measured;
+  measured.setDefaultFont(font());
+  measured.setDocumentMargin(document()->documentMargin());
+  QTextOption option;
+  option.setWrapMode(wraps ? wordWrapMode() : QTextOption::NoWrap);
+  measured.setDefaultTextOption(option);
+  measured.setPlainText(toPlainText());
+  int width = static_cast<int>(std::ceil(measured.idealWidth())) + cursorWidth() + frames;
+  if (wraps) {
+    width = std::min(width, widest);
+    measured.setTextWidth(width - frames);
+  }
+  // Without a margin more below the text, the last line does not count as seen.
+  const qreal height = measured.size().height() + document()->documentMargin() + 1;
+  room_ = {width, static_cast<int>(std::ceil(height)) + frames};
+  updateGeometry();
+}
+
+QSize MessageText::minimumSizeHint() const {
+  const QFontMetrics metrics = fontMetrics();
+  return QSize(metrics.averageCharWidth() * kNarrowestText, metrics.lineSpacing() * kFewestLines)
+      .boundedTo(room_);
+}
+
+QMimeData* MessageText::createMimeDataFromSelection() const {
+  auto* const copied = new QMimeData;
+  // The toolkit's own way makes blanks of the blanks that do not break.
+  copied->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, '\n'));
+  return copied;
+}
+
+MessageDialog::MessageDialog(const QString& text, std::optional<QStyle::StandardPixmap> icon,
+                             QDialogButtonBox::StandardButtons buttons, const QString& details,
+                             QWidget* parent)
+    : QDialog(parent), text_(new MessageText(text)), buttons_(new QDialogButtonBox(buttons)) {
+  QAccessible::installFactory(MakeAccessible);  // once, however often it is called
+  text_->setObjectName("messageText");
+  text_->setFrameShape(QFrame::NoFrame);
+  text_->viewport()->setAutoFillBackground(false);
+  text_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  connect(buttons_, &QDialogButtonBox::clicked, this, [this](QAbstractButton* button) {
+    const auto answer = buttons_->standardButton(button);
+    if (answer != QDialogButtonBox::NoButton) done(answer);
+  });
+  if (!details.isEmpty()) AddDetails(details);
+  const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
+  LayOut(icon ? style()
+                    ->standardIcon(*icon, nullptr, this)
+                    .pixmap(QSize(size, size), devicePixelRatio())
+              : QPixmap());
+}
+
+void MessageDialog::AddDetails(const QString& details) {
+  details_ = new MessageText(details);
+  details_->setObjectName("messageDetails");
+  // Lines of files are read best unwrapped, below each other.
+  details_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  details_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  details_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  details_->hide();
+  // In the toolkit's words, which it translates.
+  auto* const button =
+      buttons_->addButton(QMessageBox::tr("Show Details..."), QDialogButtonBox::ActionRole);
+  button->setObjectName("showDetails");
+  button->setAutoDefault(false);
+  connect(button, &QPushButton::clicked, this, [this, button] {
+    const bool show = details_->isHidden();
+    details_->setVisible(show);
+    button->setText(show ? QMessageBox::tr("Hide Details...") : QMessageBox::tr("Show Details..."));
+    Fit();
+  });
+}
+
+void MessageDialog::LayOut(const QPixmap& icon) {
+  auto* const grid = new QGridLayout(this);
+  int besideText = grid->contentsMargins().left() + grid->contentsMargins().right();
+  if (!icon.isNull()) {
+    auto* const label = new QLabel;
+    label->setPixmap(icon);
+    grid->addWidget(label, 0, 0, Qt::AlignTop);
+    besideText += label->sizeHint().width() + grid->horizontalSpacing();
+  }
+  grid->addWidget(text_, 0, 1);
+  if (details_ != nullptr) grid->addWidget(details_, 1, 0, 1, 2);
+  grid->addWidget(buttons_, 2, 0, 1, 2);
+  const int room = LargestSize(*this).width() - besideText;
+  text_->SetRoom(std::min(fontMetrics().averageCharWidth() * kWidestText, room));
+  if (details_ != nullptr) details_->SetRoom(room);
+}
+
+void MessageDialog::SetDefaultButton(QDialogButtonBox::StandardButton button) {
+  buttons_->button(button)->setDefault(true);
+  buttons_->button(button)->setFocus();
+}
+
+void MessageDialog::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) {
+    QGuiApplication::clipboard()->setText(text_->accessibleName());
+  } else {
+    QDialog::keyPressEvent(event);
+  }
+}
+
+void MessageDialog::showEvent(QShowEvent* event) {
+  Fit();
+  QDialog::showEvent(event);
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+void MessageDialog::Fit() {
+  layout()->activate();
+  const int title = fontMetrics().horizontalAdvance(windowTitle()) + kTitleButtons;
+  resize(layout()->totalSizeHint().expandedTo({title, 0}).boundedTo(LargestSize(*this)));
+  FitToScreen(this);
+}
+
+}  // namespace quenmar

@@ -1,0 +1,24 @@
+/// Windows on small screens: none is larger than the part of the screen that windows may use, its
+/// frame included.
+#pragma once
+
+#include <QSize>
+
+class QScrollArea;
+class QWidget;
+
+namespace quenmar {
+
+/// @return the largest size of `window`, without its frame, that its screen has room for. Before a
+/// frame is known, that of its parent's window or of the style counts.
+[[nodiscard]] QSize LargestSize(const QWidget& window);
+
+/// Shrinks `window` and moves it so far that all of it is on its screen. A maximized window stays
+/// as it is, and where a new one appears is left to the system.
+void FitToScreen(QWidget* window);
+
+/// @return an area that shows `content` as large as itself, and scrolls where it is smaller than
+/// what `content` needs.
+[[nodiscard]] QScrollArea* MakeScrollable(QWidget* content);
+
+}  // namespace quenmar
