@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <algorithm>
@@ -49,24 +50,25 @@ MessageText::MessageText(const QString& text) : QPlainTextEdit(text) {
 }
 
 void MessageText::SetRoom(int widest) {
-  const bool wraps = lineWrapMode() != NoWrap;
-  const int frames = 2 * frameWidth();
   // The layout of the text on the screen counts in lines; this one in pixels.
   QTextDocument measured;
   measured.setDefaultFont(font());
   measured.setDocumentMargin(document()->documentMargin());
   QTextOption option;
-  option.setWrapMode(wraps ? wordWrapMode() : QTextOption::NoWrap);
+  option.setWrapMode(Wraps() ? wordWrapMode() : QTextOption::NoWrap);
   measured.setDefaultTextOption(option);
   measured.setPlainText(toPlainText());
-  int width = static_cast<int>(std::ceil(measured.idealWidth())) + cursorWidth() + frames;
-  if (wraps) {
+  // One scroll bar must not be what makes the other one necessary.
+  const int bar = Wraps() ? 0 : verticalScrollBar()->sizeHint().width();
+  const int beside = 2 * frameWidth() + bar;
+  int width = static_cast<int>(std::ceil(measured.idealWidth())) + cursorWidth() + beside;
+  if (Wraps()) {
     width = std::min(width, widest);
-    measured.setTextWidth(width - frames);
+    measured.setTextWidth(width - beside);
   }
   // Without a margin more below the text, the last line does not count as seen.
   const qreal height = measured.size().height() + document()->documentMargin() + 1;
-  room_ = {width, static_cast<int>(std::ceil(height)) + frames};
+  room_ = {width, static_cast<int>(std::ceil(height)) + beside};
   updateGeometry();
 }
 
@@ -122,6 +124,7 @@ void MessageDialog::AddDetails(const QString& details) {
     details_->setVisible(show);
     button->setText(show ? QMessageBox::tr("Hide Details...") : QMessageBox::tr("Show Details..."));
     Fit();
+    FitToScreen(this);
   });
 }
 
@@ -166,7 +169,6 @@ void MessageDialog::Fit() {
   layout()->activate();
   const int title = fontMetrics().horizontalAdvance(windowTitle()) + kTitleButtons;
   resize(layout()->totalSizeHint().expandedTo({title, 0}).boundedTo(LargestSize(*this)));
-  FitToScreen(this);
 }
 
 }  // namespace quenmar

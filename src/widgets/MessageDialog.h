@@ -28,6 +28,8 @@ class MessageText : public QPlainTextEdit {
   [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
 
  private:
+  [[nodiscard]] bool Wraps() const { return lineWrapMode() != NoWrap; }
+
   QSize room_;
 };
 

@@ -104,6 +104,7 @@ void WidgetsTest::BoxesKeepToTheScreen() {
     const QRect screen = box->screen()->availableGeometry();
     if (!details.empty()) {
       box->findChild<QPushButton*>("showDetails")->click();
+      QCoreApplication::processEvents();
       QVERIFY(box->findChild<MessageText*>("messageDetails")->height() > screen.height() / 4);
     }
     QVERIFY(screen.contains(box->frameGeometry()));
@@ -120,11 +121,15 @@ void WidgetsTest::BoxesKeepToTheScreen() {
 }
 
 void WidgetsTest::ShortTextsNeedNoScrolling() {
-  for (const String& text : {String(u"Saved!"), String(300, u'x'), String(u"a\n\nb")}) {
-    Answer(text, kOk, {}, [](MessageDialog* box) {
-      const auto* const shown = box->findChild<MessageText*>();
-      QCOMPARE(shown->verticalScrollBar()->maximum(), 0);
-      QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);
+  for (const String& text :
+       {String(u"Saved!"), String(90, u'x'), String(u"- a: b\r\n+ a: c\r\n")}) {
+    Answer(text, kYesNo, text, [](MessageDialog* box) {
+      box->findChild<QPushButton*>("showDetails")->click();
+      QCoreApplication::processEvents();
+      for (const MessageText* const shown : box->findChildren<MessageText*>()) {
+        QCOMPARE(shown->verticalScrollBar()->maximum(), 0);
+        QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);
+      }
     });
   }
 }
