@@ -1,5 +1,6 @@
 #include "widgets/MessageDialog.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QClipboard>
@@ -26,6 +27,7 @@ namespace {
 constexpr int kWidestText = 75;  // characters; longer lines read badly
 constexpr int kNarrowestText = 20;
 constexpr int kFewestLines = 2;
+constexpr double kSlack = 1.03;    // letters may be wider on a scaled screen than they are measured
 constexpr int kTitleButtons = 50;  // pixels beside a title
 
 /// Screen readers read out the labels of an alert.
@@ -52,6 +54,7 @@ MessageText::MessageText(const QString& text) : QPlainTextEdit(text) {
 void MessageText::SetRoom(int widest) {
   // The layout of the text on the screen counts in lines; this one in pixels.
   QTextDocument measured;
+  measured.documentLayout()->setPaintDevice(viewport());
   measured.setDefaultFont(font());
   measured.setDocumentMargin(document()->documentMargin());
   QTextOption option;
@@ -61,10 +64,11 @@ void MessageText::SetRoom(int widest) {
   // One scroll bar must not be what makes the other one necessary.
   const int bar = Wraps() ? 0 : verticalScrollBar()->sizeHint().width();
   const int beside = 2 * frameWidth() + bar;
-  int width = static_cast<int>(std::ceil(measured.idealWidth())) + cursorWidth() + beside;
+  const double needed = measured.idealWidth() * kSlack + cursorWidth() + beside;
+  int width = static_cast<int>(std::ceil(needed));
   if (Wraps()) {
     width = std::min(width, widest);
-    measured.setTextWidth(width - beside);
+    measured.setTextWidth((width - beside) / kSlack);
   }
   // Without a margin more below the text, the last line does not count as seen.
   const qreal height = measured.size().height() + document()->documentMargin() + 1;
