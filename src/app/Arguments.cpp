@@ -32,6 +32,17 @@ void AddQtOptions(QCommandLineParser& parser) {
   }
 }
 
+/// @return the command line; names in it that are no valid text keep their bytes.
+QStringList Words([[maybe_unused]] int argc, [[maybe_unused]] char** argv) {
+#ifdef Q_OS_LINUX
+  QStringList words;
+  for (int i = 0; i < argc; ++i) words << ToQString(PathText(argv[i]));
+  return words;
+#else
+  return QCoreApplication::arguments();
+#endif
+}
+
 #ifdef Q_OS_LINUX
 /// Without any display Qt would abort the program: a core file and no hint.
 void WantDisplay(const QCommandLineParser& parser) {
@@ -62,7 +73,7 @@ Arguments Arguments::Parse(int argc, char** argv) {
   parser.addPositionalArgument("SERVER_DIR", "Folder of the running server's files.",
                                "SERVER_DIR]");
 
-  const bool understood = parser.parse(QCoreApplication::arguments());
+  const bool understood = parser.parse(Words(argc, argv));
   if (parser.isSet(help)) parser.showHelp();
   if (parser.isSet(version)) parser.showVersion();
   if (!understood) RefuseArguments(parser.errorText());

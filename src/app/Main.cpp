@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopedValueRollback>
+#include <utility>
 
 #include "conf/ConfReader.h"
 #include "conf/EndApplication.h"
@@ -130,11 +132,14 @@ void Main::LayOut() {
 }
 
 void Main::Connect() {
-  connect(distribution_, &FolderBox::FolderChanged, this, &Main::DistributionChanged);
-  connect(server_, &FolderBox::FolderChanged, this, &Main::ServerChanged);
   connect(browseDistribution_, &QPushButton::clicked, this, [this] { Pick(*distribution_, LNG3); });
   connect(browseServer_, &QPushButton::clicked, this, [this] { Pick(*server_, LNG4); });
   for (FolderBox* const box : {distribution_, server_}) {
+    connect(box, &FolderBox::FolderChanged, this, [this, box] { Judge(*box); });
+    connect(box, &FolderBox::Left, this, [this, box] {
+      // A message beside the folder picker would be in the way; the text waits.
+      if (!busy_) box->Complete();
+    });
     // A message must not hold up the program that the folder was dragged from.
     connect(
         box, &FolderBox::FolderDropped, this,
@@ -147,6 +152,13 @@ void Main::Connect() {
   connect(edit_, &QPushButton::clicked, this, [this] { Run(&Main::Edit); });
   connect(checkChanges_, &QPushButton::clicked, this, [this] { Run(&Main::CheckChanges); });
   connect(close_, &QPushButton::clicked, this, &QWidget::close);
+}
+
+bool Main::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate) {
+    QMetaObject::invokeMethod(this, &Main::Reread, Qt::QueuedConnection);
+  }
+  return QWidget::event(event);
 }
 
 void Main::keyPressEvent(QKeyEvent* event) {
@@ -164,51 +176,94 @@ void Main::SetFolders(const std::optional<Folders>& folders) {
   // A box that stays empty has no new text to judge.
   if (!distribution.isEmpty()) distribution_->SetFolder(distribution);
   if (!server.isEmpty()) server_->SetFolder(server);
+  seen_ = LookAtFolders();
 }
 
-void Main::DistributionChanged() {
-  Take(CheckDistributionFolder(FromQString(distribution_->text()), FromQString(server_->text())));
+Main::FolderChecks Main::LookAtFolders() const {
+  const String distribution = FromQString(distribution_->Folder());
+  const String server = FromQString(server_->Folder());
+  return {CheckDistributionFolder(distribution, server), CheckServerFolder(distribution, server)};
 }
 
-void Main::ServerChanged() {
-  Take(CheckServerFolder(FromQString(distribution_->text()), FromQString(server_->text())));
+void Main::Judge(FolderBox& box) {
+  seen_ = LookAtFolders();
+  const FolderCheck check = &box == distribution_ ? seen_.distribution : seen_.server;
+  Take(check);
+  Refuse(box, check);
+}
+
+void Main::Reread() {
+  if (busy_ || QApplication::activeModalWidget() != nullptr ||
+      QApplication::activePopupWidget() != nullptr) {
+    return;
+  }
+  const FolderChecks now = LookAtFolders();
+  const FolderChecks before = std::exchange(seen_, now);
+  if (now == before) return;
+  Take(now.distribution);
+  Take(now.server);
+  if (now.distribution.message != before.distribution.message) {
+    Refuse(*distribution_, now.distribution);
+  } else if (now.server.message != before.server.message) {
+    Refuse(*server_, now.server);
+  }
 }
 
 void Main::Take(const FolderCheck& check) {
-  if (check.files) {
-    files_->clear();
-    for (const String& file : *check.files) files_->addItem(ToQString(file));
-    files_->setCurrentIndex(-1);
-  }
+  if (check.files) ListFiles(*check.files);
   if (check.commands != FolderCheck::Commands::kUnchanged) {
     const bool enabled = check.commands == FolderCheck::Commands::kEnabled;
     edit_->setEnabled(enabled);
     checkChanges_->setEnabled(enabled);
   }
-  if (check.message) {
-    ShowMessage(messages_, String(language_.Text(*check.message)), message_style::kOk,
-                {check.placeholder});
-  }
+}
+
+/// Another folder's files are chosen from anew.
+void Main::ListFiles(const std::vector<String>& files) {
+  const bool sameFolder = listedFolder_ == distribution_->Folder();
+  const QString chosen = sameFolder ? files_->currentText() : QString();
+  listedFolder_ = distribution_->Folder();
+  files_->clear();
+  for (const String& file : files) files_->addItem(ToQString(file));
+  files_->setCurrentIndex(files_->findText(chosen, Qt::MatchExactly | Qt::MatchCaseSensitive));
+}
+
+void Main::Refuse(FolderBox& box, const FolderCheck& check) {
+  if (!check.message) return;
+  ShowMessage(messages_, String(language_.Text(*check.message)), message_style::kOk,
+              {check.placeholder});
+  // Else it may have gone to "Close", with the buttons before it disabled.
+  box.setFocus();
+}
+
+void Main::CompleteBoxes() {
+  distribution_->Complete();
+  server_->Complete();
 }
 
 void Main::Pick(FolderBox& box, MessageKey title) {
-  const QString folder = picker_(this, Text(title), box.text());
+  QString folder;
+  {
+    const QScopedValueRollback busy(busy_, true);
+    folder = picker_(this, Text(title), box.text());
+  }
   if (!folder.isEmpty()) Store(box, folder);
+  CompleteBoxes();
 }
 
 void Main::Store(FolderBox& box, const QString& folder) {
   box.SetFolder(folder);
   if (&box == distribution_) {
-    StoreSvnPath(registry_, FromQString(folder));
+    StoreSvnPath(registry_, FromQString(box.Folder()));
   } else {
-    StoreServerPath(registry_, FromQString(folder));
+    StoreServerPath(registry_, FromQString(box.Folder()));
   }
 }
 
 void Main::Run(void (Main::*command)()) {
-  distribution_->Complete();
-  server_->Complete();
+  CompleteBoxes();
   if (!edit_->isEnabled()) return;
+  const QScopedValueRollback busy(busy_, true);
   try {
     (this->*command)();
   } catch (const EndApplication&) {
@@ -273,7 +328,7 @@ std::optional<String> Main::ChosenFile() {
 }
 
 Path Main::FileIn(const FolderBox& box, const String& file) {
-  return PathFromText(JoinPath(FromQString(box.text()), file));
+  return PathFromText(JoinPath(FromQString(box.Folder()), file));
 }
 
 std::optional<FileContext> Main::Read(const String& file) {

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 #include <optional>
+#include <vector>
 
 #include "app/FolderPicker.h"
 #include "conf/FolderCheck.h"
@@ -39,6 +40,9 @@ class Main : public QWidget {
        const std::optional<Folders>& folders = {});
 
  protected:
+  /// Coming back to the window looks whether the folders have changed.
+  bool event(QEvent* event) override;
+
   /// Enter presses the button that has the focus.
   void keyPressEvent(QKeyEvent* event) override;
 
@@ -49,9 +53,26 @@ class Main : public QWidget {
   void Connect();
   void SetFolders(const std::optional<Folders>& folders);
 
-  void DistributionChanged();
-  void ServerChanged();
+  /// What both folders are found to be.
+  struct FolderChecks {
+    FolderCheck distribution;
+    FolderCheck server;
+
+    bool operator==(const FolderChecks&) const = default;
+  };
+  [[nodiscard]] FolderChecks LookAtFolders() const;
+
+  /// Judges the folder of a box that was given a complete text.
+  void Judge(FolderBox& box);
+  /// Takes over what has changed in the folders, when neither a window nor a box is open.
+  void Reread();
+  /// Sets list and buttons.
   void Take(const FolderCheck& check);
+  void ListFiles(const std::vector<String>& files);
+  /// Shows the check's message, if it has one, and lets the user go on in the box.
+  void Refuse(FolderBox& box, const FolderCheck& check);
+  /// Judges what was typed and not judged yet.
+  void CompleteBoxes();
   void Pick(FolderBox& box, MessageKey title);
   void Store(FolderBox& box, const QString& folder);
 
@@ -73,6 +94,9 @@ class Main : public QWidget {
   MessageBoxes& messages_;
   FolderPicker picker_;
   Options options_;
+  FolderChecks seen_;     ///< as they were when list and buttons were set last
+  QString listedFolder_;  ///< whose files are listed
+  bool busy_ = false;     ///< a command or the folder picker is at work
 
   QGroupBox* frame_ = nullptr;
   QLabel* distributionLabel_ = nullptr;

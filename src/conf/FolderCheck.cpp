@@ -1,5 +1,7 @@
 #include "conf/FolderCheck.h"
 
+#include <utility>
+
 #include "conf/ConfFolder.h"
 #include "files/Folder.h"
 
@@ -12,6 +14,12 @@ constexpr StringView kPattern = u"*.conf";
 
 /// @return the folder of a folder box, whose separator makes the drive's root of a "C:".
 Path FolderOf(StringView box) { return box.empty() ? Path() : PathFromText(JoinPath(box, {})); }
+
+std::vector<String> FilesIn(StringView box) {
+  std::vector<String> files;
+  for (const Path& name : ListConfFiles(FolderOf(box))) files.push_back(PathText(name));
+  return files;
+}
 
 /// @return whether both texts name one folder, be it in two ways.
 bool AreSame(StringView one, StringView other) {
@@ -36,10 +44,7 @@ FolderCheck CheckDistributionFolder(StringView distribution, StringView server) 
     }
     check.commands = FolderCheck::Commands::kEnabled;
   }
-  check.files.emplace();
-  for (const Path& name : ListConfFiles(FolderOf(distribution))) {
-    check.files->push_back(PathText(name));
-  }
+  check.files = FilesIn(distribution);
   if (check.files->empty()) {
     check.message = LNG17;
     check.placeholder = JoinPath(distribution, kPattern);
@@ -55,12 +60,14 @@ FolderCheck CheckServerFolder(StringView distribution, StringView server) {
     check.commands = FolderCheck::Commands::kDisabled;
     return check;
   }
-  if (ListConfFiles(FolderOf(distribution)).empty()) return check;
+  std::vector<String> files = FilesIn(distribution);
+  if (files.empty()) return check;
   if (AreSame(distribution, server)) {
     check.message = LNG19;
     check.commands = FolderCheck::Commands::kDisabled;
   } else {
     check.commands = FolderCheck::Commands::kEnabled;
+    check.files = std::move(files);
   }
   return check;
 }

@@ -21,13 +21,16 @@ struct FolderCheck {
   String placeholder;                 ///< for "%1" in the message
   Commands commands = Commands::kUnchanged;
   std::optional<std::vector<String>> files;  ///< the new content of the file list, if it changes
+
+  bool operator==(const FolderCheck&) const = default;
 };
 
 /// Judges the distribution folder after its box was given a text. An entry that matches *.conf
 /// makes it a candidate, even a folder; only files are listed.
 [[nodiscard]] FolderCheck CheckDistributionFolder(StringView distribution, StringView server);
 
-/// Judges the server folder after its box was given a text.
+/// Judges the server folder after its box was given a text. One that passes brings back the file
+/// list, which the distribution folder's check may have emptied.
 [[nodiscard]] FolderCheck CheckServerFolder(StringView distribution, StringView server);
 
 /// @return `folder`, a separator unless it ends in one, and `name`. Windows takes both slashes for

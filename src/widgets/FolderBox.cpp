@@ -1,23 +1,43 @@
 #include "widgets/FolderBox.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCompleter>
 #include <QDir>
 #include <QDropEvent>
-#include <QFileInfo>
 #include <QFileSystemModel>
 #include <QFocusEvent>
 #include <QMimeData>
+
+#include "files/Folder.h"
+#include "text/Charset.h"
+#include "widgets/QtText.h"
 
 namespace quenmar {
 
 namespace {
 
+bool IsFolder(const QString& text) {
+  return !text.isEmpty() && KindOf(PathFromText(FromQString(text))) == FileKind::kFolder;
+}
+
 /// @return the one folder that is dragged, as the platform writes it; empty for anything else.
 QString DraggedFolder(const QMimeData* data) {
   const QList<QUrl> urls = data->urls();
-  if (urls.size() != 1 || !QFileInfo(urls.first().toLocalFile()).isDir()) return {};
-  return QDir::toNativeSeparators(urls.first().toLocalFile());
+  if (urls.size() != 1) return {};
+  QString folder = urls.first().toLocalFile();
+  if (folder.contains(QChar::ReplacementCharacter)) {  // maybe for bytes that are no valid text
+    const QByteArray encoded = urls.first().path(QUrl::FullyEncoded).toLatin1();
+    folder =
+        ToQString(FromUtf8KeepingBytes(QByteArray::fromPercentEncoding(encoded).toStdString()));
+  }
+  return IsFolder(folder) ? QDir::toNativeSeparators(folder) : QString();
+}
+
+/// @return `folder` without blanks around it, unless these belong to the name.
+QString WithoutBlanks(const QString& folder) {
+  const QString trimmed = folder.trimmed();
+  return IsFolder(folder) && !IsFolder(trimmed) ? folder : trimmed;
 }
 
 }  // namespace
@@ -29,20 +49,32 @@ FolderBox::FolderBox(QWidget* parent) : QLineEdit(parent) {
   auto* const completer = new QCompleter(folders, this);
   completer->setCaseSensitivity(Qt::CaseInsensitive);
   setCompleter(completer);
-  connect(this, &QLineEdit::returnPressed, this, &FolderBox::Complete);
-  connect(this, &FolderBox::Left, this, &FolderBox::Leave, Qt::QueuedConnection);
+  const auto forget = [this] { offered_.clear(); };
+  connect(completer, qOverload<const QString&>(&QCompleter::highlighted), this,
+          [this](const QString& folder) { offered_ = folder; });
+  connect(completer, qOverload<const QString&>(&QCompleter::activated), this, forget);
+  connect(this, &QLineEdit::textEdited, this, forget);
+  connect(this, &QLineEdit::returnPressed, this, &FolderBox::Submit);
 }
 
 void FolderBox::SetFolder(const QString& folder) {
-  setText(folder);
-  complete_ = text();
+  const QString tidy = WithoutBlanks(folder);
+  if (text() != tidy) setText(tidy);
+  complete_ = tidy;
   emit FolderChanged();
 }
 
 void FolderBox::Complete() {
-  if (text() == complete_) return;
-  complete_ = text();
-  emit FolderChanged();
+  if (text() != complete_) SetFolder(text());
+}
+
+void FolderBox::Submit() {
+  if (!offered_.isEmpty() && text() == offered_) {
+    offered_.clear();
+    return;
+  }
+  completer()->popup()->hide();  // it would keep the keys from a message
+  SetFolder(text());
 }
 
 /// The list of completions takes the focus while the user types, and so does the window of another
@@ -52,7 +84,7 @@ void FolderBox::focusOutEvent(QFocusEvent* event) {
   const Qt::FocusReason reason = event->reason();
   if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason) return;
   if (QGuiApplication::mouseButtons() == Qt::NoButton) {
-    emit Left();
+    LeaveLater();
   } else {
     qApp->installEventFilter(this);
   }
@@ -62,14 +94,17 @@ void FolderBox::focusOutEvent(QFocusEvent* event) {
 bool FolderBox::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonRelease) {
     qApp->removeEventFilter(this);
-    emit Left();
+    LeaveLater();
   }
   return QLineEdit::eventFilter(watched, event);
 }
 
 /// The click may have closed the window, or opened one, in which case the text waits.
-void FolderBox::Leave() {
-  if (isVisible() && !hasFocus() && QApplication::activeModalWidget() == nullptr) Complete();
+void FolderBox::LeaveLater() {
+  const auto leave = [this] {
+    if (isVisible() && !hasFocus() && QApplication::activeModalWidget() == nullptr) emit Left();
+  };
+  QMetaObject::invokeMethod(this, leave, Qt::QueuedConnection);
 }
 
 void FolderBox::dragEnterEvent(QDragEnterEvent* event) {

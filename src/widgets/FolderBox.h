@@ -5,7 +5,8 @@
 namespace quenmar {
 
 /// A line for a folder, with completion, that takes a dropped folder. What is typed counts once it
-/// is complete (Enter, or leaving the box), so that nobody is disturbed while typing.
+/// is complete (Enter, or leaving the box), so that nobody is disturbed while typing. Blanks around
+/// it are cut off.
 class FolderBox : public QLineEdit {
   Q_OBJECT
 
@@ -15,8 +16,11 @@ class FolderBox : public QLineEdit {
   /// Gives the box a complete text, maybe the same again: what the folder holds may be another.
   void SetFolder(const QString& folder);
 
-  /// Takes what was typed for complete.
+  /// Takes what was typed for complete, if it is another text than before.
   void Complete();
+
+  /// @return the last complete text.
+  [[nodiscard]] const QString& Folder() const { return complete_; }
 
  signals:
   /// The box was given a complete text.
@@ -25,7 +29,8 @@ class FolderBox : public QLineEdit {
   /// The user dropped a folder here.
   void FolderDropped(const QString& folder);
 
-  /// The user has gone to another control.
+  /// The user has gone to another control of the window, and the click that did so has had its
+  /// effect.
   void Left();
 
  public:
@@ -37,9 +42,14 @@ class FolderBox : public QLineEdit {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  void Leave();
+  /// Enter takes what was typed, unless it chooses one of the completions offered.
+  void Submit();
+
+  /// Tells that the box was left, once what is going on now is over.
+  void LeaveLater();
 
   QString complete_;
+  QString offered_;  ///< the completion that the user has gone to, and not chosen yet
 };
 
 }  // namespace quenmar

@@ -1,13 +1,17 @@
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCompleter>
 #include <QDir>
 #include <QDropEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMimeData>
 #include <QPushButton>
+#include <QStringListModel>
 #include <QTableView>
 #include <QtTest>
+#include <array>
 #include <functional>
 #include <memory>
 
@@ -36,12 +40,18 @@ class MainTest : public QObject {
   void init();
   void StartsWithoutStoredFoldersInSilence();
   void FoldersAreJudgedOnceTheyAreComplete();
+  void EnterJudgesTheSameTextAgain();
+  void ChoosingACompletionIsNotYetTheFolder();
+  void ARefusedFolderKeepsTheFocus();
+  void TypedFoldersAreJudgedBehindThePicker();
+  void ComingBackReadsTheFoldersAgain();
   void TheSameFolderTwiceIsRefusedFromBothSides();
   void FoldersArePickedDroppedAndStored();
   void SortIsStored();
   void CommandsNeedAFileThatBothFoldersHave();
   void CheckChangesCopiesWhatTheServerLacks();
   void CommandsOpenTheirWindows();
+  void NamesKeepTheirBytes();
   void AFailedReadingOpensNothing();
   void SortOrdersTheSettingsOfTheServer();
   void BareLineFeedsAreRepairedOrEndTheApplication();
@@ -61,6 +71,30 @@ class MainTest : public QObject {
   /// Presses a command in a running application. @return whether that ended the application, and
   /// with status 0.
   bool PressEnds(const char* button);
+  /// Comes back to the window from another program.
+  void ComeBack() {
+    QEvent back(QEvent::WindowActivate);
+    QApplication::sendEvent(window_.get(), &back);
+    QCoreApplication::processEvents();
+  }
+  /// Leaves a folder box for the next control.
+  void Leave(FolderBox* box) {
+    QFocusEvent leaving(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(box, &leaving);
+    QCoreApplication::sendPostedEvents();
+  }
+  void Drop(FolderBox* box, const QByteArray& url) {
+    QMimeData data;
+    data.setData("text/uri-list", url);
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(box, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    const QString before = box->text();
+    QApplication::sendEvent(box, &drop);
+    QCOMPARE(box->text(), before);  // the other program comes first
+    QCoreApplication::sendPostedEvents();
+  }
   bool Enabled() {
     return Get<QPushButton>("Command3")->isEnabled() && Get<QPushButton>("Command5")->isEnabled();
   }
@@ -76,6 +110,7 @@ class MainTest : public QObject {
   Language language_;
   GuiMessages messages_;
   QString picked_;
+  std::function<void()> whilePicking_;
   QStringList pickerCalls_;
   std::unique_ptr<Main> window_;
 };
@@ -93,6 +128,8 @@ void MainTest::init() {
   language_ = Language();
   messages_.Take();
   pickerCalls_.clear();
+  picked_.clear();
+  whilePicking_ = {};
 }
 
 void MainTest::Open(const std::optional<Main::Folders>& folders) {
@@ -100,6 +137,7 @@ void MainTest::Open(const std::optional<Main::Folders>& folders) {
       *registry_, language_, messages_,
       [this](QWidget* owner, const QString& title, const QString& folder) {
         pickerCalls_ << owner->objectName() + "|" + title + "|" + folder;
+        if (whilePicking_) whilePicking_();
         return picked_;
       },
       folders);
@@ -190,6 +228,104 @@ void MainTest::FoldersAreJudgedOnceTheyAreComplete() {
   QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
 }
 
+void MainTest::EnterJudgesTheSameTextAgain() {
+  Open(Main::Folders{"  " + Folder("dist") + "\t", Folder("conf")});
+  auto* const from = Get<FolderBox>("txt_FileFrom");
+  QCOMPARE(from->text(), Folder("dist"));
+  Choose("a.conf");
+  WriteFile(*scratch_ / "dist/later.conf", "");
+  Leave(from);
+  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 2);
+  QTest::keyClick(from, Qt::Key_Return);
+  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 3);
+  QCOMPARE(Get<QComboBox>("ConfFiles")->currentText(), QString("a.conf"));
+  from->setText(" " + Folder("missing") + " ");
+  for (int i = 0; i < 2; ++i) {
+    QTest::keyClick(from, Qt::Key_Return);
+    QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
+    QCOMPARE(from->text(), Folder("missing"));
+  }
+}
+
+void MainTest::ChoosingACompletionIsNotYetTheFolder() {
+  Open();
+  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+  auto* const from = Get<FolderBox>("txt_FileFrom");
+  from->setFocus();
+  QAbstractItemView* const offered = from->completer()->popup();
+  from->completer()->setModel(new QStringListModel({Folder("empty")}, from));
+  QTest::keyClicks(from, Folder("emp"));
+  QTRY_VERIFY(offered->isVisible());
+  QTest::keyClick(offered, Qt::Key_Down);
+  QTest::keyClick(offered, Qt::Key_Return);
+  QCOMPARE(from->text(), Folder("empty"));
+  QCOMPARE(messages_.Take(), QStringList());
+  QTest::keyClick(from, Qt::Key_Return);
+  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
+}
+
+void MainTest::ARefusedFolderKeepsTheFocus() {
+  for (const char* const name : {"txt_FileFrom", "txt_FileTo"}) {
+    const char* const browse = name == std::string("txt_FileFrom") ? "Command1" : "Command2";
+    OpenOnFolders();
+    auto* const box = Get<FolderBox>(name);
+    picked_ = Folder("empty");
+    const std::array<std::function<void()>, 4> ways = {
+        [&] { QTest::keyClick(box, Qt::Key_Return); }, [&] { Leave(box); },
+        [&] { Get<QPushButton>(browse)->click(); },
+        [&] { Drop(box, QUrl::fromLocalFile(Folder("empty")).toEncoded()); }};
+    for (const auto& way : ways) {
+      box->SetFolder(Folder(box == Get<FolderBox>("txt_FileTo") ? "conf" : "dist"));
+      QVERIFY(Enabled());
+      box->setText(Folder("missing"));
+      Get<QPushButton>("Command5")->setFocus();
+      way();
+      QVERIFY(!messages_.Take().isEmpty() && !Enabled());
+      QCOMPARE(window_->focusWidget(), box);
+    }
+  }
+}
+
+void MainTest::TypedFoldersAreJudgedBehindThePicker() {
+  OpenOnFolders();
+  auto* const from = Get<FolderBox>("txt_FileFrom");
+  from->setText(Folder("missing"));
+  whilePicking_ = [this, from] {
+    Leave(from);
+    QCOMPARE(messages_.Take(), QStringList());
+  };
+  Get<QPushButton>("Command1")->click();  // cancelled
+  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
+}
+
+void MainTest::ComingBackReadsTheFoldersAgain() {
+  OpenOnFolders();
+  auto* const files = Get<QComboBox>("ConfFiles");
+  Choose("a.conf");
+  WriteFile(*scratch_ / "dist/later.conf", "");
+  PressAndClose("Command3", [&](QWidget*) {
+    ComeBack();
+    QCOMPARE(files->count(), 2);  // not under an open window
+  });
+  ComeBack();
+  QCOMPARE(files->count(), 3);
+  QCOMPARE(files->currentText(), QString("a.conf"));
+
+  std::filesystem::rename(*scratch_ / "conf", *scratch_ / "away");
+  ComeBack();
+  QVERIFY(!Enabled());
+  QCOMPARE(messages_.Take(), QStringList(kSelectServer));
+  ComeBack();
+  std::filesystem::rename(*scratch_ / "away", *scratch_ / "conf");
+  ComeBack();
+  QVERIFY(Enabled());
+  // What is still being typed waits.
+  Get<FolderBox>("txt_FileFrom")->setText(Folder("missing"));
+  ComeBack();
+  QVERIFY(Enabled());
+  QCOMPARE(messages_.Take(), QStringList());
+}
+
 void MainTest::TheSameFolderTwiceIsRefusedFromBothSides() {
   OpenOnFolders();
   Get<FolderBox>("txt_FileTo")->SetFolder(Folder("dist"));
@@ -202,6 +338,10 @@ void MainTest::TheSameFolderTwiceIsRefusedFromBothSides() {
   QCOMPARE(messages_.Take(), QStringList("[0] Please, don't select the same folder."));
   QVERIFY(!Enabled());
   QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 0);
+  // Swapped folders put right.
+  Get<FolderBox>("txt_FileTo")->SetFolder(Folder("dist"));
+  QVERIFY(Enabled());
+  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 1);
 }
 
 void MainTest::FoldersArePickedDroppedAndStored() {
@@ -214,17 +354,9 @@ void MainTest::FoldersArePickedDroppedAndStored() {
   QTest::mouseClick(Get<QPushButton>("Command2"), Qt::LeftButton);
   QCOMPARE(messages_.Take(), QStringList(kSelectServer));
 
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(Folder("dist"))});
   auto* const from = Get<FolderBox>("txt_FileFrom");
   from->clear();
-  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(from, &enter);
-  QVERIFY(enter.isAccepted());
-  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(from, &drop);
-  QCOMPARE(from->text(), QString());  // the other program comes first
-  QCoreApplication::sendPostedEvents();
+  Drop(from, QUrl::fromLocalFile(Folder("dist")).toEncoded());
   QCOMPARE(from->text(), Folder("dist"));
 
   const Options stored = LoadOptions(*registry_);
@@ -281,6 +413,30 @@ void MainTest::CommandsOpenTheirWindows() {
   QVERIFY(PressAndClose("Command3").startsWith("Editing a.conf"));
   QVERIFY(PressAndClose("Command5").startsWith("Check Changes - a.conf"));
   QVERIFY(QApplication::overrideCursor() == nullptr);
+}
+
+/// On systems whose names are bytes, these may be no text.
+void MainTest::NamesKeepTheirBytes() {
+#ifndef Q_OS_LINUX
+  QSKIP("Names are text here.");
+#endif
+  const Path name("caf\xE9.conf");
+  std::filesystem::create_directory(*scratch_ / "d\xE9");
+  WriteFile(*scratch_ / "d\xE9" / name, "a: 1\r\n");
+  WriteFile(*scratch_ / "conf" / name, "a: 2\r\n");
+  OpenOnFolders();
+  Drop(Get<FolderBox>("txt_FileFrom"), QUrl::fromLocalFile(Folder("d")).toEncoded() + "%E9");
+  auto* const files = Get<QComboBox>("ConfFiles");
+  QCOMPARE(files->count(), 1);
+  files->setCurrentIndex(0);
+  QCOMPARE(FromQString(files->currentText()), PathText(name));
+  for (const char* const command : {"Command3", "Command5"}) {
+    QVERIFY(PressAndClose(command).contains(files->currentText()));
+  }
+  std::filesystem::remove(*scratch_ / "conf" / name);
+  messages_.Answer({Button::kYes});
+  PressAndClose("Command5");
+  QVERIFY(std::filesystem::exists(*scratch_ / "conf" / name));
 }
 
 void MainTest::AFailedReadingOpensNothing() {
