@@ -120,27 +120,34 @@ void NEditForm::AddClipboardActions() {
   comments_->installEventFilter(this);
 }
 
-/// The toolkit's menu with the window's Copy and Paste in the places of its own.
+/// Puts the window's Copy and Paste in the places of the toolkit's.
+void NEditForm::TakeOver(QMenu& menu) {
+  for (QAction* const standard : menu.actions()) {
+    const QString caption = standard->text().section('\t', 0, 0);  // keys may stand behind a tab
+    for (QAction* const own : {copy_, paste_}) {
+      if (caption != own->text()) continue;
+      menu.insertAction(standard, own);
+      menu.removeAction(standard);
+    }
+  }
+}
+
 void NEditForm::ShowContextMenu(QWidget* box, QPoint place) {
   std::unique_ptr<QMenu> menu;
   if (auto* const line = qobject_cast<QLineEdit*>(box)) {
     menu.reset(line->createStandardContextMenu());
+    TakeOver(*menu);
   } else if (auto* const comments = qobject_cast<QPlainTextEdit*>(box)) {
     menu.reset(comments->createStandardContextMenu());
+    TakeOver(*menu);
   } else {
-    menu = std::make_unique<QMenu>();
+    menu = std::make_unique<QMenu>(box);
     menu->addAction(copy_);
   }
-  for (QAction* const standard : menu->actions()) {
-    const QString caption = standard->text().section('\t', 0, 0);  // keys may stand behind a tab
-    for (QAction* const own : {copy_, paste_}) {
-      if (caption != own->text()) continue;
-      menu->insertAction(standard, own);
-      menu->removeAction(standard);
-    }
-  }
   menu->setObjectName("contextMenu");
-  menu->exec(box->mapToGlobal(place));
+  // Areas that scroll count from within their margins.
+  const auto* const area = qobject_cast<QAbstractScrollArea*>(box);
+  menu->exec((area != nullptr ? area->viewport() : box)->mapToGlobal(place));
 }
 
 void NEditForm::Connect() {

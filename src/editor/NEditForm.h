@@ -7,6 +7,7 @@
 class QAction;
 class QGroupBox;
 class QLineEdit;
+class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 
@@ -62,6 +63,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   /// one name.
   [[nodiscard]] std::shared_ptr<Field> SettingOf(int row) const;
   void ShowSettingComment();
+  void TakeOver(QMenu& menu);
   void ShowContextMenu(QWidget* box, QPoint place);
   /// @return the height of a comments box of so many lines, in twips.
   [[nodiscard]] int CommentsHeight(int lines) const;

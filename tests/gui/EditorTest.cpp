@@ -367,19 +367,40 @@ class EditorTest : public QObject {
     comments->setFocus();
     QTest::keySequence(comments, QKeySequence::Copy);
     QCOMPARE(clipboard->text(), QString("About a & <b>"));
-    // The menu of the value: undo, redo and cut, too.
+  }
+
+  void offersCopyInEveryMenu() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
     QStringList offered;
     QTimer poll;
     connect(&poll, &QTimer::timeout, this, [&offered] {
       auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
       if (menu == nullptr) return;
-      for (const QAction* const action : menu->actions()) offered << action->objectName();
+      for (QAction* const action : menu->actions()) {
+        offered << action->objectName();
+        if (action->objectName() == "Copy") action->trigger();
+      }
       menu->close();
     });
     poll.start(0);
+    const auto ask = [&offered](QWidget* asked, QContextMenuEvent::Reason reason) {
+      offered.clear();
+      QContextMenuEvent event(reason, QPoint(2, 2), QPoint(2, 2));
+      QApplication::sendEvent(asked, &event);
+    };
+    for (const auto& [asked, reason] : {std::pair<QWidget*, QContextMenuEvent::Reason>(
+                                            editor.Grid()->viewport(), QContextMenuEvent::Mouse),
+                                        std::pair<QWidget*, QContextMenuEvent::Reason>(
+                                            editor.Grid(), QContextMenuEvent::Keyboard)}) {
+      QGuiApplication::clipboard()->clear();
+      ask(asked, reason);
+      QCOMPARE(offered, QStringList("Copy"));
+      QCOMPARE(QGuiApplication::clipboard()->text(), QString("a"));
+    }
+    // The menu of the value: undo, redo and cut, too.
     editor.ClickCell(0, 1);
-    QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(2, 2), QPoint(2, 2));
-    QApplication::sendEvent(editor.T(), &ask);
+    ask(editor.T(), QContextMenuEvent::Keyboard);
     QVERIFY(offered.contains("Copy") && offered.contains("Paste") && offered.size() > 6);
   }
 
