@@ -152,7 +152,7 @@ void NEditForm::ShowContextMenu(QWidget* box, QPoint place) {
 
 void NEditForm::Connect() {
   connect(series_, &SeriesTabs::ItemChecked, this, &NEditForm::EditSeries);
-  connect(series_, &SeriesTabs::ItemSelected, this, &NEditForm::EditSeries);
+  connect(series_, &SeriesTabs::ItemSelected, this, &NEditForm::ShowSeriesComment);
   connect(apply_, &QPushButton::clicked, this,
           [this] { Save(*Context().documents.server, series_->Groups()); });
   connect(close_, &QPushButton::clicked, this, &NEditForm::reject);
@@ -270,15 +270,23 @@ void NEditForm::Change(int& row, int& col) {
   SettingOf(row)->SetValue(xEDG_->Grid().Text(row, kActualValue));
 }
 
-void NEditForm::EditSeries(int group, int item) {
-  if (series_->widget(group)->isHidden() || series_->Groups().ItemCount(group) < 2) return;
+std::shared_ptr<Field> NEditForm::EntryOf(int group, int item) const {
   const String name = series_->Groups().List(group, item);
-  const auto entry = Context().documents.serverSeries->Fields().Field(name);
-  const bool checked = series_->Groups().Selected(group, item);
-  entry->Parameters().Parameter(u"Disabled")->SetValue(checked ? u"1" : u"0");
-  String comment = entry->Parameters().Parameter(u"Comments")->Value();
-  ShowComment(comments_, name, XmlUnescape(comment));
+  return Context().documents.serverSeries->Fields().Field(name);
+}
+
+void NEditForm::EditSeries(int group, int item, bool checked) {
+  if (series_->widget(group)->isHidden()) return;
+  EntryOf(group, item)->Parameters().Parameter(u"Disabled")->SetValue(checked ? u"1" : u"0");
+  ShowSeriesComment(group, item);
   SetChanged(1);
+}
+
+void NEditForm::ShowSeriesComment(int group, int item) {
+  if (series_->widget(group)->isHidden()) return;
+  const auto entry = EntryOf(group, item);
+  String comment = entry->Parameters().Parameter(u"Comments")->Value();
+  ShowComment(comments_, entry->Name(), XmlUnescape(comment));
 }
 
 void NEditForm::Copy() {

@@ -54,8 +54,10 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void SetUpSize();
   void LayOut();
 
-  /// Takes over the current item of a series list and its check mark.
-  void EditSeries(int group, int item);
+  [[nodiscard]] std::shared_ptr<Field> EntryOf(int group, int item) const;
+  /// Takes over the check mark of a series entry.
+  void EditSeries(int group, int item, bool checked);
+  void ShowSeriesComment(int group, int item);
   void Copy();
   void Paste();
 

@@ -273,9 +273,10 @@ class EditorTest : public QObject {
     QVERIFY(editor.Open());
     QListWidget* const maps = editor.List(0);
     QTest::keyClick(maps, Qt::Key_Down);
-    QVERIFY(editor.Changed());  // another item
+    QVERIFY(!editor.Changed());  // only chosen
     QCOMPARE(editor.Comment(), QString("** n/a **"));
     QTest::keyClick(maps, Qt::Key_Space);
+    QVERIFY(editor.Changed());
     QCOMPARE(Values(*editor.context.documents.serverSeries), std::string("m1= m2= n1= m3="));
     QCOMPARE(editor.Disabled(u"m2"), QString("1"));
     QTest::keyClick(maps, Qt::Key_Return);
@@ -287,8 +288,8 @@ class EditorTest : public QObject {
 
     editor.Find<SeriesTabs>("TSeries")->setCurrentIndex(1);
     QTest::keyClick(editor.List(1), Qt::Key_Space);
-    QVERIFY(!editor.Changed());  // an only item
-    QCOMPARE(editor.Disabled(u"n1"), QString("1"));
+    QVERIFY(editor.Changed());  // an only item
+    QCOMPARE(editor.Disabled(u"n1"), QString("0"));
   }
 
   void opensWithUpToTenKindsOfSeries_data() {

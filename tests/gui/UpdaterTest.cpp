@@ -303,6 +303,8 @@ void UpdaterTest::ValuesBelongToTheirSettings() {
 
 void UpdaterTest::ChangesAreSetNotAdded() {
   Open();
+  Click(Find<QListWidget>("lstSeries0"), 1);
+  QCOMPARE(int(window_->Changed()), 0);
   Click(Find<QListWidget>("lstSeries0"), 0, true);
   QCOMPARE(int(window_->Changed()), 4);
   Pages()->setCurrentIndex(1);
