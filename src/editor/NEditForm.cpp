@@ -334,9 +334,11 @@ std::shared_ptr<Field> NEditForm::SettingOf(int row) const {
 }
 
 void NEditForm::ShowSettingComment() {
-  const auto field = SettingOf(xEDG_->Grid().Row());
+  // By its name: of several settings with one name, the first has the comments of all.
+  const String name = SettingOf(xEDG_->Grid().Row())->Name();
+  const auto field = Context().documents.server->Fields().Field(name);
   String comment = field->Parameters().Parameter(0)->Value();
-  ShowComment(comments_, field->Name(), XmlUnescape(comment));
+  ShowComment(comments_, name, XmlUnescape(comment));
 }
 
 }  // namespace quenmar

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextDocument>
 #include <utility>
 
 #include "conf/ConfWriter.h"
@@ -75,9 +76,10 @@ Button FileWindow::Ask(MessageKey key, int style) {
 
 void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String comment) {
   box->setAccessibleName(ToQString(name));
-  // The same text again would lose what is selected in it.
-  const QString shown = ToQString(NotAvailable(comment));
-  if (box->toPlainText() != shown) box->setPlainText(shown);
+  // The same text again would lose what is selected in it. The box ends its lines in its own way.
+  const QString shown = ToQString(NotAvailable(comment)).replace("\r\n", "\n");
+  const QString raw = box->document()->toRawText().replace(QChar::ParagraphSeparator, '\n');
+  if (raw != shown) box->setPlainText(shown);
 }
 
 QString FileWindow::Caption(MessageKey key) const { return ToCaption(context_.language.Text(key)); }

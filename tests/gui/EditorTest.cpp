@@ -205,6 +205,18 @@ class EditorTest : public QObject {
     QVERIFY(!editor.Changed());
   }
 
+  void showsOneCommentForAllRowsOfAName() {
+    Editor editor("", "// One\xA0\r\n// two\r\na: 1\r\n//a: 2\r\n\r\nb: 3\r\n");
+    QVERIFY(editor.Open());
+    auto* const comments = editor.Find<QPlainTextEdit>("Comments");
+    comments->selectAll();
+    editor.ClickCell(1, 0);
+    QVERIFY(editor.Comment().endsWith("\ntwo"));
+    QVERIFY(comments->textCursor().hasSelection());  // the same text again
+    editor.ClickCell(2, 0);
+    QCOMPARE(editor.Comment(), QString("** n/a **"));
+  }
+
   void asksBeforeItApplies() {
     Editor editor(kDistribution, kServer);
     QVERIFY(editor.Open());
