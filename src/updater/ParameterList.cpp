@@ -1,7 +1,9 @@
 #include "updater/ParameterList.h"
 
 #include <QFocusEvent>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "widgets/QtText.h"
 
@@ -40,17 +42,35 @@ ParameterList::ParameterList(QWidget* parent) : QListWidget(parent) {
   connect(this, &QListWidget::itemChanged, this, &ParameterList::ItemTicked);
 }
 
-void ParameterList::Fill(const Document& source, const std::function<bool(StringView)>& ticked) {
-  const Hidden hidden(this);
-  clear();
-  for (int i = 0; i < source.Fields().Count(); ++i) {
-    const String name = source.Fields().Field(i)->Name();
-    auto* const item = new QListWidgetItem(ToQString(name), this);
-    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-    item->setCheckState(StateOf(ticked(name)));
+void ParameterList::Fill(const CheckList& items) {
+  const int current = RowAmong(items);
+  const int scrolled = verticalScrollBar()->value();
+  {
+    const Hidden hidden(this);
+    clear();
+    for (const CheckItem& item : items) {
+      auto* const added = new QListWidgetItem(ToQString(item.text), this);
+      added->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+      added->setCheckState(StateOf(item.checked));
+    }
+    setEnabled(count() > 0);
+    setCurrentRow(current);
   }
-  setEnabled(count() > 0);
-  setCurrentRow(count() > 0 ? 0 : -1);
+  doItemsLayout();  // before which nothing can be scrolled
+  verticalScrollBar()->setValue(scrolled);
+  scrollToItem(currentItem());
+}
+
+int ParameterList::RowAmong(const CheckList& items) const {
+  const int last = static_cast<int>(items.size()) - 1;
+  for (int row = std::max(0, currentRow()); row < count(); ++row) {
+    const String name = FromQString(item(row)->text());
+    const auto named = [&name](const CheckItem& candidate) { return candidate.text == name; };
+    if (row <= last && named(items[static_cast<size_t>(row)])) return row;
+    const auto hit = std::find_if(items.begin(), items.end(), named);
+    if (hit != items.end()) return static_cast<int>(hit - items.begin());
+  }
+  return count() > 0 ? last : std::min(0, last);
 }
 
 void ParameterList::TickAll() {

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <QListWidget>
-#include <functional>
 #include <optional>
 #include <vector>
 
-#include "docmodel/Document.h"
+#include "conf/Functions.h"
 #include "text/String.h"
 
 namespace quenmar {
@@ -18,10 +17,10 @@ class ParameterList : public QListWidget {
  public:
   explicit ParameterList(QWidget* parent = nullptr);
 
-  /// Lists the fields of `source` in their order and makes the first one current; a list without
-  /// items is disabled.
-  /// @param ticked whether the item of that name starts with a tick
-  void Fill(const Document& source, const std::function<bool(StringView)>& ticked);
+  /// Lists other items; a list without any is disabled. The current item stays current. When it is
+  /// gone, the next one of those behind it that are left takes its place, else the last; the first
+  /// time that is the first.
+  void Fill(const CheckList& items);
 
   /// Ticks every item.
   void TickAll();
@@ -47,6 +46,10 @@ class ParameterList : public QListWidget {
   /// One item stays highlighted, whatever is clicked with whatever key held down: the current one.
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override;
+
+ private:
+  /// @return the row of the item that takes the place of the current one.
+  [[nodiscard]] int RowAmong(const CheckList& items) const;
 };
 
 }  // namespace quenmar

@@ -7,6 +7,7 @@
 #include <QTabWidget>
 #include <utility>
 
+#include "conf/Functions.h"
 #include "updater/ParameterList.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
@@ -81,12 +82,17 @@ void frmUpdaterX::ConnectControls() {
   connect(close_, &QPushButton::clicked, this, &frmUpdaterX::reject);
 }
 
-void frmUpdaterX::FillLists() {
-  const auto mandatory = [this](StringView name) { return comparison_.StartsChecked(name); };
-  const auto unticked = [](StringView) { return false; };
-  lists_[kNew]->Fill(comparison_.NewFields(), mandatory);
-  lists_[kActual]->Fill(comparison_.ActualFields(), unticked);
-  lists_[kDeleted]->Fill(comparison_.DeletedFields(), unticked);
+void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& ticked) {
+  for (const int k : {kNew, kActual, kDeleted}) {
+    const Fields& fields = Tree(k).Fields();
+    CheckList items;
+    for (int i = 0; i < fields.Count(); ++i) {
+      const String& name = fields.Field(i)->Name();
+      items.push_back({name, k == kNew && comparison_.StartsChecked(name)});
+    }
+    for (const String& name : ticked[k]) SelectListItem(name, items);
+    lists_[k]->Fill(items);
+  }
   if (lists_[changesList_]->count() == 0) {
     changesList_ = lists_[kNew]->count() > 0 ? kNew : kDeleted;
   }
@@ -165,7 +171,11 @@ void frmUpdaterX::Move(int index) {
   }
   if (moved == 0) return;
   SetChanged(kMoved);
-  FillLists();
+  std::array<std::vector<String>, 3> ticked;
+  for (const int k : {kNew, kActual, kDeleted}) {
+    if (k != index) ticked[k] = lists_[k]->TickedNames();
+  }
+  FillListsTicking(ticked);
   UpdateChangesPage();
   // A button that has nothing left to do passes the focus on; it belongs beside that button.
   if (hadFocus && !moves_[index]->hasFocus()) lists_[ShownList()]->setFocus();

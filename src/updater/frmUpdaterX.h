@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 #include "updater/ChangeComparison.h"
 #include "widgets/FileWindow.h"
@@ -29,8 +30,8 @@ class frmUpdaterX : public FileWindow {
   /// Compares the documents. The caller then fills the lists and the series, and shows the window.
   explicit frmUpdaterX(FileContext context, QWidget* parent = nullptr);
 
-  /// Fills the three parameter lists from the result trees.
-  void FillLists();
+  /// Fills the three parameter lists from the result trees; only mandatory new settings are ticked.
+  void FillLists() { FillListsTicking({}); }
 
   /// Fills the series tabs, which changes the shared server documents. Throws `EndApplication`
   /// after a message when there are more kinds of series than tabs.
@@ -54,6 +55,9 @@ class frmUpdaterX : public FileWindow {
   void ConnectControls();
   QGroupBox* MakeFrame(int list, MessageKey caption, QPushButton* help,
                        const QList<QWidget*>& below);
+
+  /// Fills the lists, and then ticks further items of each by their names.
+  void FillListsTicking(const std::array<std::vector<String>, 3>& ticked);
 
   void ShowSelected();
   void ShowHints();

@@ -45,6 +45,7 @@ class UpdaterTest : public QObject {
   void RemoveAsksForMandatorySettings_data();
   void RemoveAsksForMandatorySettings();
   void SelectAllTicksAndRestoreMovesWhatIsTicked();
+  void MovesKeepPlacesAndOtherTicks();
   void SortKeepsListsOrdered();
   void EditorsWithoutItemTakeNoKeys();
   void ValuesBelongToTheirSettings();
@@ -251,6 +252,38 @@ void UpdaterTest::SelectAllTicksAndRestoreMovesWhatIsTicked() {
   QVERIFY(List(0)->isVisible() && List(2)->isVisible());
   Press("cmdMove2");
   QCOMPARE(Items(2), "");
+}
+
+void UpdaterTest::MovesKeepPlacesAndOtherTicks() {
+  std::string dist, both;
+  for (int i = 10; i < 80; ++i) {
+    dist += "//n" + std::to_string(i) + ": 1\r\n";
+    both += "b" + std::to_string(i) + ": 1\r\n";
+  }
+  Open(dist + both, both + "o1: 1\r\no2: 2\r\no3: 3\r\no4: 4\r\n");
+  Click(List(2), 3, true);
+  Click(List(2), 1);
+  Click(List(0), 60);
+  for (const char* const next : {"n71", "n72"}) {
+    Press("cmdMove0");
+    QCOMPARE(List(0)->currentItem()->text(), next);
+    const QRect shown = List(0)->visualItemRect(List(0)->currentItem());
+    QVERIFY(List(0)->viewport()->rect().contains(shown));
+    QCOMPARE(Comments(), "** n/a **");
+  }
+  QCOMPARE(Items(2), "o1 o2 o3 +o4");
+  QCOMPARE(List(2)->currentRow(), 1);
+  Click(List(0), 67);  // the last one
+  Press("cmdMove0");
+  QCOMPARE(List(0)->currentRow(), 66);
+  Pages()->setCurrentIndex(1);
+  Click(List(1), 0, true);
+  Pages()->setCurrentIndex(0);
+  Press("cmdMove2");
+  QCOMPARE(List(1)->item(0)->checkState(), Qt::Checked);
+  QCOMPARE(Items(2), "o1 o2 o3");
+  QCOMPARE(List(2)->currentRow(), 1);
+  QCOMPARE(List(0)->currentRow(), 66);
 }
 
 void UpdaterTest::SortKeepsListsOrdered() {
