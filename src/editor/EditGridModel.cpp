@@ -1,6 +1,7 @@
 #include "editor/EditGridModel.h"
 
 #include "widgets/QtText.h"
+#include "widgets/ValueEdit.h"
 
 namespace quenmar {
 
@@ -38,8 +39,18 @@ int EditGridModel::columnCount(const QModelIndex& parent) const {
 
 QVariant EditGridModel::data(const QModelIndex& index, int role) const {
   const bool held = index.isValid() && RowOf(index) < grid_.Rows() && index.column() < grid_.Cols();
-  if (!held || role != Qt::DisplayRole) return {};
-  return ToQString(grid_.Text(RowOf(index), index.column()));
+  if (!held) return {};
+  const StringView text = grid_.Text(RowOf(index), index.column());
+  if (role == Qt::DisplayRole) return ToQString(text);
+  const bool warns = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+  if (!warns || grid_.ReadOnly(index.column())) return {};
+  return ReadBackWarning(text, warning_);
+}
+
+// Also what makes input methods available there.
+Qt::ItemFlags EditGridModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  return index.isValid() && !grid_.ReadOnly(index.column()) ? flags | Qt::ItemIsEditable : flags;
 }
 
 QVariant EditGridModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -13,6 +13,11 @@ class EditGridModel : public QAbstractTableModel {
   /// @param grid outlives every use of the model
   EditGridModel(const xEditGrid& grid, QObject* parent);
 
+  /// Gives cells that can be edited a tool tip where a saved file would give their text back
+  /// otherwise.
+  /// @param warning as in `ReadBackWarning`
+  void SetWarning(const String& warning) { warning_ = warning; }
+
   /// Takes over a grid that was filled anew.
   void Reload();
 
@@ -28,6 +33,7 @@ class EditGridModel : public QAbstractTableModel {
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
                                     int role) const override;
 
@@ -35,6 +41,7 @@ class EditGridModel : public QAbstractTableModel {
   [[nodiscard]] int DataRows() const { return grid_.Rows() - 1; }
 
   const xEditGrid& grid_;
+  String warning_;
   // What the views know of; the grid may be ahead until they are told.
   int rows_;
   int cols_;

@@ -1,13 +1,13 @@
 #include "editor/EditGridView.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QTextDocument>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 
 #include "editor/EditGridModel.h"
@@ -23,6 +23,31 @@ constexpr int kCellMargin = 3;  // logical pixels between a cell's edge and its 
 bool IsEnter(const QKeyEvent& event) {
   return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
+
+/// @return whether the key types a character, and is no shortcut.
+bool IsTyped(const QKeyEvent& event) {
+  constexpr Qt::KeyboardModifiers kAltGr = Qt::ControlModifier | Qt::AltModifier;
+  const Qt::KeyboardModifiers held = event.modifiers() & (kAltGr | Qt::MetaModifier);
+#ifdef Q_OS_WIN
+  if (held != Qt::NoModifier && held != kAltGr) return false;  // AltGr is both there
+#else
+  if (held != Qt::NoModifier) return false;
+#endif
+  return !event.text().isEmpty() && event.text().front().isPrint();
+}
+
+/// Frames the cells that have a warning.
+class WarningDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyledItemDelegate::paint(painter, option, index);
+    if (index.data(Qt::ToolTipRole).toString().isEmpty()) return;
+    PaintWarningFrame(*painter, option.rect, option.palette);
+  }
+};
 
 /// @return whether an editor that loses the focus so goes on having it within its window.
 bool KeepsFocusInWindow(const QFocusEvent& event) {
@@ -40,6 +65,7 @@ EditGridView::EditGridView(xEditGridEvents& events, QWidget* parent)
 
 void EditGridView::SetUpTable() {
   setModel(model_);
+  setItemDelegate(new WarningDelegate(this));
   setEditTriggers(NoEditTriggers);
   setSelectionMode(SingleSelection);
   setTabKeyNavigation(false);  // Tab leaves the grid; the arrow keys move within it
@@ -98,6 +124,11 @@ void EditGridView::Reload() {
   Follow();
 }
 
+void EditGridView::SetWarning(const String& warning) {
+  text_->SetWarning(warning);
+  model_->SetWarning(warning);
+}
+
 int EditGridView::FullWidth() const {
   return horizontalHeader()->length() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
 }
@@ -123,9 +154,10 @@ void EditGridView::Follow() {
 
 void EditGridView::ShowTextEditor(bool started) {
   const QString text = ToQString(grid_.EditorText());
-  if (started || text != text_->text()) {
+  if (started) {
+    text_->Begin(text);  // with the caret at its end
+  } else if (text != text_->text()) {
     text_->setText(text);
-    text_->setCursorPosition(grid_.Caret());
   }
   if (!started) return;  // the user goes on typing; the caret and the focus stay
   list_->hide();
@@ -209,11 +241,32 @@ void EditGridView::keyPressEvent(QKeyEvent* event) {
     Follow();
     return;
   }
+  if (IsTyped(*event) && grid_.TakesText()) {
+    TypeOver(event);
+    return;
+  }
   if (const QString typed = event->text(); !typed.isEmpty()) {
     grid_.GridKeyPress(typed.front().unicode());
     Follow();
   }
   QTableView::keyPressEvent(event);
+}
+
+/// Of an input method counts what is complete; until then it shows what was typed itself, since
+/// turning to an editor would break it off.
+void EditGridView::inputMethodEvent(QInputMethodEvent* event) {
+  if (!grid_.TakesText()) {
+    QTableView::inputMethodEvent(event);
+  } else if (!event->commitString().isEmpty()) {
+    TypeOver(event);
+  }
+}
+
+void EditGridView::TypeOver(QEvent* event) {
+  grid_.StartEdit();
+  Follow();
+  text_->selectAll();
+  QApplication::sendEvent(text_, event);
 }
 
 void EditGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -240,10 +293,10 @@ bool EditGridView::viewportEvent(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
   const auto& help = *static_cast<QHelpEvent*>(event);
   const QModelIndex cell = indexAt(help.pos());
-  const QString text = cell.data().toString();
   const bool cut = sizeHintForIndex(cell).width() > visualRect(cell).width();
-  QToolTip::showText(help.globalPos(), cut ? Qt::convertFromPlainText(text) : QString(), viewport(),
-                     visualRect(cell));
+  QString text = cell.data(Qt::ToolTipRole).toString();
+  if (text.isEmpty() && cut) text = cell.data().toString();
+  QToolTip::showText(help.globalPos(), ToToolTip(text), viewport(), visualRect(cell));
   return true;
 }
 

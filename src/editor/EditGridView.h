@@ -6,11 +6,11 @@
 #include "editor/xEditGrid.h"
 
 class QComboBox;
-class QLineEdit;
 
 namespace quenmar {
 
 class EditGridModel;
+class ValueEdit;
 
 /// Shows an `xEditGrid` and reports to it what the user does; all decisions are the grid's. The
 /// editors are children of the table: "T", the text editor, and "C", the drop-down list.
@@ -26,7 +26,11 @@ class EditGridView : public QTableView {
   [[nodiscard]] const xEditGrid& Grid() const { return grid_; }
   void Reload();
 
-  [[nodiscard]] QLineEdit* TextEditor() const { return text_; }
+  [[nodiscard]] ValueEdit* TextEditor() const { return text_; }
+
+  /// Marks from now on what a saved file would give back otherwise, in the editor and in the cells.
+  /// @param warning as in `ReadBackWarning`
+  void SetWarning(const String& warning);
 
   /// @return the width that shows all columns and a scroll bar.
   [[nodiscard]] int FullWidth() const;
@@ -35,11 +39,12 @@ class EditGridView : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void scrollContentsBy(int dx, int dy) override;
   void updateEditorGeometries() override;
 
-  /// Shows the whole text of a cell that has room for a part of it.
+  /// Shows the warning of a cell, or the whole text of one that has room for a part of it.
   bool viewportEvent(QEvent* event) override;
 
  private:
@@ -57,13 +62,15 @@ class EditGridView : public QTableView {
   [[nodiscard]] QString SpokenCell() const;
   void LayEditors();
 
+  /// Begins an edit whose text is what the event types in the place of the cell's.
+  void TypeOver(QEvent* event);
   void ChangeText(const QString& text);
   [[nodiscard]] bool PressKeyInEditor(const QKeyEvent& event);
   void LeaveEditor(const QObject* editor);
 
   xEditGrid grid_;
   EditGridModel* model_;
-  QLineEdit* text_ = nullptr;
+  ValueEdit* text_ = nullptr;
   QComboBox* list_ = nullptr;
   bool following_ = false;  // what happens now comes from the grid, not from the user
 };

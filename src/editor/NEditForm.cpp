@@ -22,6 +22,7 @@
 #include "editor/EditGridView.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
+#include "widgets/ValueEdit.h"
 #include "widgets/WindowGeometry.h"
 
 namespace quenmar {
@@ -97,6 +98,7 @@ void NEditForm::SetCaptions() {
   apply_->setText(Caption(LNG24));
   close_->setText(Caption(LNG9));
   xEDG_->setAccessibleName(Text(LNG38));
+  xEDG_->SetWarning(Context().language.Text(LNG65));
 }
 
 void NEditForm::AddClipboardActions() {

@@ -189,12 +189,16 @@ void xEditGrid::GrowAtLastRow() {
   SetRows(Rows() + 1);
 }
 
+bool xEditGrid::TakesText() const {
+  return state_ == EditState::kIdle && row_ > 0 && !ReadOnly(col_) && ColType(col_) == kTextColumn;
+}
+
 void xEditGrid::StartEdit() {
   GrowAtLastRow();
   HideEditors();
   if (row_ > 0 && !ReadOnly(col_)) {
     // Any type but "0" opens the list, though only "1" has its labels translated.
-    const bool text = ColType(col_) == kTextColumn;
+    const bool text = TakesText();
     if (!text) entries_ = settings_.Labels(col_);
     state_ = text ? EditState::kText : EditState::kList;
     ShowCellInEditor();

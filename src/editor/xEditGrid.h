@@ -122,6 +122,9 @@ class xEditGrid {
 
   // The editors.
 
+  /// @return whether a character typed in the grid can begin an edit: no editor is visible yet, and
+  /// the current cell's would be the text editor.
+  [[nodiscard]] bool TakesText() const;
   [[nodiscard]] EditState State() const { return state_; }
   /// @return the text editor's text; empty unless it is visible.
   [[nodiscard]] const String& EditorText() const { return editorText_; }

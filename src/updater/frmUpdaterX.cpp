@@ -65,6 +65,9 @@ void frmUpdaterX::ConnectControls() {
   }
   connect(helps_[0], &QPushButton::clicked, this, [this] { Ask(LNG26, kInformation); });
   connect(helps_[1], &QPushButton::clicked, this, [this] { Ask(LNG27, kInformation); });
+  for (ValueEdit* const editor : {originalValue_, actualValue_}) {
+    editor->SetWarning(Context().language.Text(LNG65));
+  }
   connect(originalValue_, &QLineEdit::textChanged, this, [this](const QString& text) {
     const auto name = lists_[kNew]->CurrentName();
     if (!name || !comparison_.SetNewValue(*name, FromQString(text))) return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 
 #include "text/String.h"
 
@@ -15,6 +16,12 @@ namespace quenmar {
 /// @return the text as captions take it, letter for letter: a single ampersand would make a key.
 [[nodiscard]] inline QString ToCaption(StringView text) {
   return ToQString(text).replace('&', "&&");
+}
+
+/// @return the text as tool tips take it, letter for letter: what looks like marks of a rich text
+/// would be taken for such.
+[[nodiscard]] inline QString ToToolTip(const QString& text) {
+  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 [[nodiscard]] inline String FromQString(const QString& text) { return text.toStdU16String(); }

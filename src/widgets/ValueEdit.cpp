@@ -1,7 +1,14 @@
 #include "widgets/ValueEdit.h"
 
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
 #include <QValidator>
 #include <limits>
+
+#include "conf/ConfLine.h"
+#include "conf/Functions.h"
+#include "widgets/QtText.h"
 
 namespace quenmar {
 
@@ -23,15 +30,76 @@ class OneLine : public QValidator {
 
 }  // namespace
 
+QString ReadBackWarning(StringView value, StringView warning) {
+  const String readBack = ReadBackValue(value);
+  if (readBack == Trim(value)) return {};
+  return ToQString(FillPlaceholders(warning, {readBack}));
+}
+
+void PaintWarningFrame(QPainter& painter, const QRect& place, const QPalette& palette) {
+  constexpr int kWidth = 2;  // logical pixels
+  const bool dark = palette.base().color().lightness() < 128;
+  QPen pen(QColor::fromHsl(0, 220, dark ? 170 : 105), kWidth);
+  pen.setJoinStyle(Qt::MiterJoin);
+  painter.setPen(pen);
+  painter.drawRect(place.adjusted(kWidth / 2, kWidth / 2, -kWidth / 2, -kWidth / 2));
+}
+
 ValueEdit::ValueEdit(QWidget* parent) : QLineEdit(parent) {
   setMaxLength(std::numeric_limits<int>::max());
   setValidator(new OneLine(this));
+  connect(this, &QLineEdit::textChanged, this, &ValueEdit::Mark);
+}
+
+void ValueEdit::SetWarning(const String& warning) {
+  warning_ = warning;
+  Mark();
+}
+
+void ValueEdit::Begin(const QString& value) {
+  first_ = value;
+  setText(value);  // which forgets what could be undone
+  Mark();          // also when signals are blocked
 }
 
 void ValueEdit::ShowValue(const QString& setting, const QString& value) {
   if (setting == setting_ && value == text()) return;
   setting_ = setting;
-  setText(value);  // which forgets what could be undone
+  Begin(value);
+}
+
+void ValueEdit::focusInEvent(QFocusEvent* event) {
+  // Coming back from another window or a menu goes on with the edit.
+  const Qt::FocusReason reason = event->reason();
+  if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) first_ = text();
+  QLineEdit::focusInEvent(event);
+}
+
+void ValueEdit::keyPressEvent(QKeyEvent* event) {
+  if (!event->matches(QKeySequence::Cancel) || isReadOnly() || text() == first_) {
+    QLineEdit::keyPressEvent(event);
+    return;
+  }
+  selectAll();
+  insert(first_);  // and not `setText`: Undo brings back what was typed
+}
+
+void ValueEdit::paintEvent(QPaintEvent* event) {
+  QLineEdit::paintEvent(event);
+  if (accessibleDescription().isEmpty()) return;
+  QPainter painter(this);
+  PaintWarningFrame(painter, rect(), palette());
+}
+
+void ValueEdit::Mark() {
+  if (warning_.empty()) return;
+  const QString warning = ReadBackWarning(FromQString(text()), warning_);
+  if (warning == accessibleDescription()) return;
+  setAccessibleDescription(warning);
+  setToolTip(ToToolTip(warning));
+  // At once: whoever types does not point at it. Without a text the tip goes.
+  if (hasFocus()) QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this);
+  update();
 }
 
 }  // namespace quenmar

@@ -217,6 +217,91 @@ class EditorTest : public QObject {
     QCOMPARE(editor.Comment(), QString("** n/a **"));
   }
 
+  void takesBackWhatWasTyped() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    const auto values = [&editor] { return Values(*editor.context.documents.server); };
+    editor.ClickCell(0, 1);
+    QTest::keyClicks(editor.T(), "x");
+    QTest::keyClick(editor.T(), Qt::Key_Down);
+    QTest::keyClicks(editor.T(), "yz");
+    QTest::keyClick(editor.T(), Qt::Key_Escape);
+    QCOMPARE(values(), std::string("a=5x b=6 own=7"));  // of this edit only
+    QCOMPARE(editor.T()->text(), QString("6"));
+    QVERIFY(editor.T()->hasFocus() && editor.form->isVisible());
+    QTest::keySequence(editor.T(), QKeySequence::Undo);
+    QCOMPARE(values(), std::string("a=5x b=6yz own=7"));
+    QTest::keyClick(editor.T(), Qt::Key_Escape);
+    QCOMPARE(editor.form->Changed(), std::int16_t(1));  // also when all is as before
+    editor.messages.Answer({Button::kYes});
+    QTest::keyClick(editor.T(), Qt::Key_Escape);
+    QVERIFY(!editor.form->isVisible());
+
+    QVERIFY(editor.Open());
+    editor.ClickCell(0, 1);
+    QTest::keyClick(editor.T(), Qt::Key_Escape);
+    QVERIFY(!editor.form->isVisible());
+  }
+
+  void lettersReplaceAValue() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    QTest::keyClick(editor.Grid(), Qt::Key_O);
+    QCOMPARE(editor.Grid()->currentIndex(), editor.Grid()->model()->index(2, 0));  // searched
+    QTest::keyClick(editor.Grid(), Qt::Key_Right);
+    QInputMethodEvent composing("e", {});
+    QInputMethodEvent composed;
+    composed.setCommitString(QString(QChar(0xE9)));
+    for (const Qt::KeyboardModifier held :
+         {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier}) {
+      QTest::sendKeyEvent(QTest::Click, editor.Grid(), Qt::Key_X, "x", held);
+    }
+    QApplication::sendEvent(editor.Grid(), &composing);
+    QVERIFY(editor.T()->isHidden());
+    QVERIFY(editor.Grid()->testAttribute(Qt::WA_InputMethodEnabled));
+    const std::pair<std::function<void()>, QString> ways[] = {
+        {[&] { QTest::keyClicks(editor.Grid(), "X"); }, "X"},
+        {[&] { QTest::keyClick(editor.Grid(), Qt::Key_Space); }, " "},
+        {[&] { QApplication::sendEvent(editor.Grid(), &composed); }, QChar(0xE9)}};
+    for (const auto& [type, text] : ways) {
+      type();
+      QVERIFY(editor.T()->hasFocus());
+      QCOMPARE(editor.Cell(2, 1), text);
+      QTest::keyClicks(editor.T(), "b");
+      QCOMPARE(editor.Cell(2, 1), text + "b");
+      QTest::keyClick(editor.T(), Qt::Key_Escape);
+      QCOMPARE(editor.Cell(2, 1), QString("7"));
+      QTest::keyClick(editor.T(), Qt::Key_Return);
+    }
+  }
+
+  void marksWhatWillBeReadBackOtherwise() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    for (const QColor base : {Qt::white, Qt::black}) {
+      QPalette palette = editor.form->palette();
+      palette.setColor(QPalette::Base, base);
+      editor.form->setPalette(palette);
+      editor.ClickCell(0, 1);
+      QTest::keyClicks(editor.T(), "//x");
+      QCOMPARE(editor.T()->toolTip(), QString("This will be read back as: 5"));
+      QCOMPARE(editor.T()->accessibleDescription(), editor.T()->toolTip());
+      const QColor frame = editor.T()->grab().toImage().pixelColor(0, 0);
+      QVERIFY(frame.red() > frame.green() + 80 && frame.red() > frame.blue() + 80);
+      QTest::keyClick(editor.T(), Qt::Key_Return);
+      const QModelIndex cell = editor.Grid()->currentIndex();
+      QCOMPARE(cell.data(Qt::ToolTipRole).toString(), editor.T()->toolTip());
+      editor.ClickCell(1, 1);
+      QCOMPARE(editor.T()->toolTip(), QString());
+      const QPoint corner = editor.Grid()->visualRect(cell).topLeft();
+      QCOMPARE(editor.Grid()->viewport()->grab().toImage().pixelColor(corner), frame);
+      editor.ClickCell(0, 1);
+      for (int i = 0; i < 3; ++i) QTest::keyClick(editor.T(), Qt::Key_Backspace);
+      QCOMPARE(editor.T()->toolTip(), QString());
+      QVERIFY(cell.data(Qt::ToolTipRole).toString().isEmpty());
+    }
+  }
+
   void asksBeforeItApplies() {
     Editor editor(kDistribution, kServer);
     QVERIFY(editor.Open());
@@ -262,7 +347,7 @@ class EditorTest : public QObject {
           button(editor)->setFocus();
           QTest::keyClick(button(editor), Qt::Key_Return);
         },
-        [](const Editor& editor) { QTest::keyClick(editor.T(), Qt::Key_Escape); },
+        [](const Editor& editor) { QTest::keyClick(editor.Grid(), Qt::Key_Escape); },
         [](const Editor& editor) { editor.form->close(); },
     };
     for (const auto& close : ways) {
@@ -270,6 +355,7 @@ class EditorTest : public QObject {
       QVERIFY(editor.Open());
       editor.ClickCell(0, 1);
       QTest::keyClicks(editor.T(), "0");
+      QTest::keyClick(editor.T(), Qt::Key_Return);
       editor.messages.Answer({Button::kNo, Button::kYes});
       close(editor);
       QVERIFY(editor.form->isVisible());

@@ -50,6 +50,7 @@ class UpdaterTest : public QObject {
   void EditorsWithoutItemTakeNoKeys();
   void ValuesBelongToTheirSettings();
   void ChangesAreSetNotAdded();
+  void ValuesCanBeTakenBackAndAreMarked();
   void PastedLinesBecomeOne();
   void ChangesPageFollowsItsLists();
   void SeriesTicksAreWritten();
@@ -346,6 +347,37 @@ void UpdaterTest::ChangesAreSetNotAdded() {
   Pages()->setCurrentIndex(0);
   Press("cmdMove0");
   QCOMPARE(int(window_->Changed()), 1);
+}
+
+void UpdaterTest::ValuesCanBeTakenBackAndAreMarked() {
+  Open("// One\r\n\r\na: 1\r\nb: 2\r\nn: x\r\n//n: y\r\n", "a: 1\r\nb: 2\r\n");
+  const std::array<std::pair<const char*, QListWidget*>, 2> editors{
+      std::pair("txtOriginalValue", List(0)), std::pair("txtActualValue", List(1))};
+  for (size_t page = 0; page < editors.size(); ++page) {
+    Pages()->setCurrentIndex(static_cast<int>(page));
+    auto* const editor = Find<QLineEdit>(editors[page].first);
+    Click(editors[page].second, 1);
+    const QString before = editor->text();
+    editor->setFocus();
+    Type(editors[page].first, "p//q");
+    QCOMPARE(editor->toolTip(), "This will be read back as: p");
+    QCOMPARE(editor->accessibleDescription(), editor->toolTip());
+    Click(editors[page].second, 0);
+    Click(editors[page].second, 1);
+    editor->setFocus();
+    Type(editors[page].first, "r");
+    QCOMPARE(editor->toolTip(), "");
+    QTest::keyClick(editor, Qt::Key_Escape);
+    QCOMPARE(editor->text(), "p//q");  // since the setting was chosen
+    QVERIFY(!editor->toolTip().isEmpty() && window_->isVisible());
+    Type(editors[page].first, before);
+  }
+  QCOMPARE(window_->Changed(), 2);
+  QCOMPARE(Applied(), "a: 1\r\nb: 2\r\n");
+  Find<QLineEdit>("txtActualValue")->clearFocus();
+  Find<QLineEdit>("txtActualValue")->setFocus();
+  QTest::keyClick(Find<QLineEdit>("txtActualValue"), Qt::Key_Escape);
+  QVERIFY(!window_->isVisible());
 }
 
 void UpdaterTest::PastedLinesBecomeOne() {
