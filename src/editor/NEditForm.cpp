@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QTabBar>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
@@ -166,9 +167,21 @@ void NEditForm::SetUpSize() {
                  PixelsFor(Layout::kSmallestWindow.height));
   const Layout empty = Layout::Of({}, 0, {}, {}, mode_);
   const int besideGrid = PixelsFor(empty.window.width - empty.xEDG.width);
-  const QSize most = screen()->availableSize();
-  resize(QSize(xEDG_->FullWidth() + besideGrid, kFirstHeight).boundedTo(most));
+  resize(xEDG_->FullWidth() + besideGrid, kFirstHeight);
   new WindowGeometry(this, "NEditForm");
+  if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(MostSize()));
+}
+
+QSize NEditForm::MostSize() const {
+  QSize frame = frameGeometry().size() - size();
+  // Before the window was shown, the style's own title bar tells about how high the system's is.
+  if (frame.height() == 0) frame.setHeight(style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  return screen()->availableSize() - frame;
+}
+
+void NEditForm::WantHeight(int height) {
+  setMinimumHeight(std::max(std::min(height, MostSize().height()),
+                            PixelsFor(EditorLayout::kSmallestWindow.height)));
 }
 
 int NEditForm::CommentsHeight(int lines) const {
@@ -199,7 +212,7 @@ void NEditForm::LayOut() {
       mode_ != LayoutMode::kSettings && lacking > 0) {
     // The tabs get no less than 13 of 30 parts of what the window grows by.
     const QSize before = size();
-    setMinimumHeight(height() + PixelsFor(lacking * 30 / 13));
+    WantHeight(height() + PixelsFor(lacking * 30 / 13));
     if (size() != before) return;  // laid out anew on the way
   }
   Place(*frame_, layout.Frame1);
@@ -210,7 +223,7 @@ void NEditForm::LayOut() {
   const int cutOff = frame_->y() + inFrame.y() + ToPixels(layout.Command3.Bottom()) +
                      PixelsFor(kBottomMargin) - height();
   if (cutOff > 0) {
-    setMinimumHeight(PixelsFor(EditorLayout::kSmallestWindow.height) + cutOff);
+    WantHeight(PixelsFor(EditorLayout::kSmallestWindow.height) + cutOff);
     layout = LayoutFor(height() - cutOff);
   }
   Place(*xEDG_, layout.xEDG, inFrame);
@@ -219,6 +232,10 @@ void NEditForm::LayOut() {
   series_->SetListSize({ToPixels(layout.lstSeries.width), ToPixels(layout.lstSeries.height)});
   Place(*apply_, layout.Command3, frame_->pos() + inFrame);
   Place(*close_, layout.Command4, frame_->pos() + inFrame);
+  // A screen may be too low for all; the buttons can be reached there, too.
+  for (QPushButton* const button : {apply_, close_}) {
+    button->move(button->x(), std::min(button->y(), height() - button->height()));
+  }
   series_->setVisible(mode_ != LayoutMode::kSettings);
 }
 

@@ -53,6 +53,10 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void Connect();
   void SetUpSize();
   void LayOut();
+  /// @return the largest size with which the window, its frame included, stands on the screen.
+  [[nodiscard]] QSize MostSize() const;
+  /// Makes this the window's least height, as far as the screen has it.
+  void WantHeight(int height);
 
   [[nodiscard]] std::shared_ptr<Field> EntryOf(int group, int item) const;
   /// Takes over the check mark of a series entry.

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTest>
@@ -441,7 +442,14 @@ class EditorTest : public QObject {
     both.form->resize(334, 361);
     const auto* const tabs = both.Find<SeriesTabs>("TSeries");
     QVERIFY(tabs->height() > tabs->tabBar()->height());
-    for (const Editor* const editor : {&settings, &series, &both}) {
+    // However large it is, the window does not outgrow the screen.
+    Editor huge(kDistribution, kServer);
+    QVERIFY(huge.Open());
+    font.setPointSize(60);
+    huge.form->setFont(font);
+    huge.form->resize(500, 500);
+    QVERIFY(huge.form->frameGeometry().height() <= huge.form->screen()->availableSize().height());
+    for (const Editor* const editor : {&settings, &series, &both, &huge}) {
       for (const char* const name : {"Command3", "Command4"}) {
         auto* const button = editor->Find<QPushButton>(name);
         QVERIFY(editor->form->rect().contains(button->geometry()));
