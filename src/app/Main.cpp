@@ -347,7 +347,7 @@ std::optional<FileContext> Main::Read(const String& file) {
       language_,
       messages_,
       documents,
-      FromQString(server_->text()),
+      FromQString(server_->Folder()),
       file,
       OpenedFile{serverFile, std::move(server.bytes), CharsetForSaving(server, distribution)}};
 }

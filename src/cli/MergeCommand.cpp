@@ -203,7 +203,7 @@ class Merge {
     try {
       return writer.EncodeLines(lines, charset);
     } catch (const RuntimeError& error) {
-      const String unchanged = MessageText(context_.language.Text(LNG50), {PathText(serverFile_)});
+      const String unchanged = FinishedText(context_.language.Text(LNG50), {PathText(serverFile_)});
       throw CommandTrouble(error.what() + ("\n" + ToUtf8(unchanged)));
     }
   }

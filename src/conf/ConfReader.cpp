@@ -123,7 +123,7 @@ class Reading {
     std::string bytes = ReadBytes(context_.path);
     std::optional<ConfText> decoded = DecodeConfText(bytes);
     if (!decoded) {
-      throw RuntimeError(0, u"ConfReader", MessageText(context_.language.Text(LNG53)));
+      throw RuntimeError(0, u"ConfReader", FinishedText(context_.language.Text(LNG53)));
     }
     if (notes_) notes_->Begin(*decoded, std::move(bytes));
     Restart(std::move(decoded->text));
@@ -162,12 +162,12 @@ class Reading {
     }
     String text;
     if (!ReadTextFile(context_.path, text)) {
-      trouble_ = MessageText(context_.language.Text(LNG44), {PathText(context_.path)});
+      trouble_ = FinishedText(context_.language.Text(LNG44), {PathText(context_.path)});
       context_.messages.Show(trouble_, message_style::kOk);
       return false;
     }
     if (!WriteTextFile(context_.path, RepairLineEnds(text))) {
-      trouble_ = MessageText(context_.language.Text(LNG45));
+      trouble_ = FinishedText(context_.language.Text(LNG45));
       context_.messages.Show(trouble_, message_style::kCritical);
       return false;
     }
@@ -316,7 +316,7 @@ bool ConfReader::LoadConfFile(const Path& path, std::shared_ptr<Document>& setti
   } catch (const DocError& error) {
     line = reading.LineNumber();
     trouble = error.Description();
-    about = MessageText(language_.Text(LNG55), {about, ToText(line), reading.Line()});
+    about = FinishedText(language_.Text(LNG55), {about, ToText(line), reading.Line()});
     if (notes != nullptr) {
       notes->findings.push_back({line, Finding::Kind::kRejectedName, String(reading.Line())});
     }

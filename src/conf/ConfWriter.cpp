@@ -94,7 +94,7 @@ bool ConfWriter::MayReplace(const OpenedFile& file,
 void ConfWriter::TellFailure(const Path& path, const std::exception& error) const {
   const bool damaged = dynamic_cast<const FileDamaged*>(&error) != nullptr;
   ShowError(messages_, language_, DescriptionOf(error),
-            MessageText(language_.Text(damaged ? LNG51 : LNG50), {PathText(path)}));
+            FinishedText(language_.Text(damaged ? LNG51 : LNG50), {PathText(path)}));
 }
 
 std::vector<String> ConfWriter::ConfFileLines(const Document& settings,
@@ -123,8 +123,8 @@ std::string ConfWriter::EncodeLines(const std::vector<String>& lines, ConfCharse
     if (!encoded) {
       const StringView text = ParseConfLine(line).text;
       throw RuntimeError(0, u"ConfWriter",
-                         MessageText(language_.Text(LNG54),
-                                     {text.substr(0, text.find(u':')), CharsetName(charset)}));
+                         FinishedText(language_.Text(LNG54),
+                                      {text.substr(0, text.find(u':')), CharsetName(charset)}));
     }
     bytes.append(*encoded).append("\r\n");
   }

@@ -43,13 +43,13 @@ String FillPlaceholders(StringView text, std::initializer_list<StringView> place
   return filled;
 }
 
-String MessageText(StringView text, std::initializer_list<StringView> placeholders) {
+String FinishedText(StringView text, std::initializer_list<StringView> placeholders) {
   return FillPlaceholders(ReplaceAll(text, u"\\n", kLineEnd), placeholders);
 }
 
 Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
                    std::initializer_list<StringView> placeholders, const String& details) {
-  text = MessageText(text, placeholders);
+  text = FinishedText(text, placeholders);
   if (details.empty()) return messages.Show(text, buttons);
   return messages.ShowWithDetails(text, buttons, details);
 }

@@ -34,8 +34,8 @@ using CheckList = std::vector<CheckItem>;
 
 /// @return a text of the message table as it is shown: every backslash followed by "n" is a line
 /// break, and then the placeholders are filled in, which are not searched for breaks.
-[[nodiscard]] String MessageText(StringView text,
-                                 std::initializer_list<StringView> placeholders = {});
+[[nodiscard]] String FinishedText(StringView text,
+                                  std::initializer_list<StringView> placeholders = {});
 
 /// Shows a message. Every backslash followed by "n" in `text` becomes a line break; then "%1" and
 /// "%2" become the placeholders, which are not searched for breaks or for each other (a path may

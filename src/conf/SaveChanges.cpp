@@ -192,7 +192,7 @@ String DiffText(const SaveChanges& changes, const Language& language) {
   for (const auto& [holds, key] :
        {std::pair(changes.reordered, LNG60), std::pair(changes.reformatted, LNG61),
         std::pair(changes.otherLineEnds, LNG62), std::pair(changes.markGoes, LNG63)}) {
-    if (holds) text += MessageText(language.Text(key)) + String(kLineEnd);
+    if (holds) text += FinishedText(language.Text(key)) + String(kLineEnd);
   }
   return text;
 }

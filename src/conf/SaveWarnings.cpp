@@ -56,7 +56,7 @@ String WarningText(const SaveWarnings& warnings, const Language& language) {
   String text;
   const auto add = [&text, &language](MessageKey key, StringView placeholder) {
     if (!text.empty()) text += kLineEnd;
-    text += MessageText(language.Text(key), {placeholder});
+    text += FinishedText(language.Text(key), {placeholder});
   };
   for (const auto& [count, key] :
        {std::pair(warnings.otherValues, LNG56), std::pair(warnings.lostCommentLines, LNG57),
