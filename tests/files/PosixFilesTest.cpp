@@ -74,10 +74,12 @@ class Mount {
   bool mounted_;
 };
 
-/// @return the system's number for the failure, 0 when the action succeeds.
+/// @return the system's number for the failure, below 0 when it damaged a file; 0 for success.
 int ErrorOf(const std::function<void()>& action) {
   try {
     action();
+  } catch (const FileDamaged& error) {
+    return -error.Number();
   } catch (const FileError& error) {
     return error.Number();
   }
@@ -181,9 +183,10 @@ TEST_F(PosixFiles, OldBytesThatCannotBePutBackAreTold) {
   fs::create_hard_link(file_, copy_);
   const auto ignored = std::signal(SIGXFSZ, [](int) { SizeLimit::Set(0); });
   std::optional<SizeLimit> tight(1000);
-  EXPECT_THROW(ReplaceBytes(file_, std::string(2000, 'n')), FileDamaged);
+  const int error = ReplaceError(file_, std::string(2000, 'n'));
   tight.reset();
   std::signal(SIGXFSZ, ignored);
+  EXPECT_EQ(error, -EFBIG);
   EXPECT_EQ(ReadBytes(file_), std::string(1000, 'n') + std::string(2000, 'o'));
 }
 
@@ -210,6 +213,10 @@ TEST_F(PosixFiles, AFullDiskKeepsTheOldContent) {
   fs::remove(copy_);
   EXPECT_EQ(ReplaceBy(Way::kHardLink, std::string(300 * kKiB, 'n')), ENOSPC);
   EXPECT_TRUE(ReadBytes(file_) == std::string(300 * kKiB, '\0'));
+  const Mount oneFile("quenmar-test", folder_.Folder(), "tmpfs", 0, "nr_inodes=2");
+  Make(file_, 0644);
+  EXPECT_EQ(ReplaceError(file_), ENOSPC);
+  EXPECT_EQ(State(file_), "644old");
 }
 
 TEST_F(PosixFiles, AWriteProtectionIsRespected) {

@@ -61,6 +61,7 @@ TEST(WindowsFiles, AReadOnlyFileKeepsItsContent) {
     GTEST_SKIP() << "Wine lets root write to any file";
   }
   EXPECT_EQ(WriteError(file), DWORD{ERROR_ACCESS_DENIED});
+  EXPECT_EQ(ErrorOf([&file] { CopyBeside(file, "new", file); }), DWORD{ERROR_ACCESS_DENIED});
   EXPECT_EQ(ReadBytes(file), "old");
   ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
@@ -80,6 +81,46 @@ TEST(WindowsFiles, ABusyFileKeepsItsContent) {
     EXPECT_EQ(ErrorOf([&file] { (void)ReadBytes(file); }), DWORD{ERROR_SHARING_VIOLATION});
   }
   EXPECT_EQ(ReadBytes(file), "old");
+}
+
+TEST(WindowsFiles, WhatCannotBeReplacedIsWrittenInPlace) {
+  const ScratchFolder folder;
+  const Path file = folder / "file";
+  const Path link = folder / "link";
+  for (const std::string bytes : {"longer", "", "new"}) {
+    WriteInPlace(file, "old");
+    {
+      const Busy reader(file, FILE_SHARE_READ | FILE_SHARE_WRITE);
+      EXPECT_EQ(ErrorOf([&] { ReplaceBytes(file, bytes); }), 0U);
+    }
+    EXPECT_EQ(ReadBytes(file), bytes);
+  }
+  ASSERT_NE(::CreateHardLinkW(link.c_str(), file.c_str(), nullptr), 0);
+  ReplaceBytes(file, "both");
+  EXPECT_EQ(ReadBytes(link), "both");
+}
+
+TEST(WindowsFiles, ACopyIsWholeOrNotMade) {
+  const ScratchFolder folder;
+  const Path file = folder / "file";
+  const Path copy = folder / "copy";
+  WriteInPlace(file, "old");
+  const auto copyError = [&] { return ErrorOf([&] { CopyBeside(file, "copied", copy); }); };
+  ASSERT_NE(::CreateHardLinkW(copy.c_str(), file.c_str(), nullptr), 0);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(copyError(), 0U);
+    EXPECT_EQ(ReadBytes(copy), "copied");
+    EXPECT_EQ(ReadBytes(file), "old");
+  }
+  {
+    const Busy reader(copy, FILE_SHARE_READ);
+    EXPECT_NE(copyError(), 0U);
+  }
+  ::DeleteFileW(copy.c_str());
+  std::filesystem::create_directory(copy);
+  EXPECT_NE(copyError(), 0U);
+  EXPECT_EQ(KindOf(copy), FileKind::kFolder);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Folder()), {}), 2);
 }
 
 TEST(WindowsFiles, AMissingDriveIsToldAndListsNothing) {
@@ -105,6 +146,7 @@ TEST(WindowsFiles, PathsMayBeLong) {
   const Path file = folder / "a.CONF";
   for (const auto write : {ReplaceBytes, WriteInPlace, ReplaceBytes}) write(file, "x");
   EXPECT_EQ(ReadBytes(file), "x");
+  CopyBeside(file, "x", folder / "copy");
   EXPECT_EQ(KindOf(folder), FileKind::kFolder);
   EXPECT_EQ(KindOf(file), FileKind::kFile);
   EXPECT_TRUE(IsMissing(folder / "b.conf"));
@@ -113,6 +155,7 @@ TEST(WindowsFiles, PathsMayBeLong) {
   EXPECT_TRUE(trouble.empty());
   ASSERT_EQ(entries.size(), 1U);
   EXPECT_EQ(entries[0].name, "a.CONF");
+  ::DeleteFileW((prefix + folder.native() + L"\\copy").c_str());
   for (::DeleteFileW((prefix + file.native()).c_str()); folder != scratch.Folder();
        folder = folder.parent_path()) {
     ::RemoveDirectoryW((prefix + folder.native()).c_str());
