@@ -52,7 +52,8 @@ void IgnoreSizeSignal() {
   [[maybe_unused]] static const bool kDone = [] {
     struct sigaction action {};
     if (::sigaction(SIGXFSZ, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
-      std::signal(SIGXFSZ, SIG_IGN);
+      action.sa_handler = SIG_IGN;
+      return ::sigaction(SIGXFSZ, &action, nullptr) == 0;
     }
     return true;
   }();

@@ -139,6 +139,15 @@ std::string ReadAll(FileHandle& file, const Path& path) {
   return bytes;
 }
 
+/// Gives the file its old bytes again, of which the first `lost` were written over; no others are
+/// touched, as a disk that failed once may fail there, too.
+void PutBack(FileHandle& file, std::string_view old, size_t lost) {
+  file.Seek(0);
+  file.Write(old.substr(0, lost));
+  file.Truncate(old.size());
+  file.Flush();
+}
+
 /// Writes over a regular file. After a failure it has its old bytes again, or `FileDamaged` is
 /// thrown.
 void OverwriteInPlace(const Path& path, std::string_view bytes) {
@@ -163,11 +172,8 @@ void OverwriteInPlace(const Path& path, std::string_view bytes) {
     }
   } catch (const FileError& first) {
     try {
-      const size_t lost = overwriting ? std::min<std::uint64_t>(file.Position(), head.size()) : 0;
-      file.Seek(0);
-      file.Write(std::string_view(old).substr(0, lost));
-      file.Truncate(old.size());
-      file.Flush();
+      const auto end = overwriting ? file.Position() : 0;
+      PutBack(file, old, std::min<std::uint64_t>(end, head.size()));
     } catch (const FileError&) {
       throw FileDamaged(first.Number(), first.Source(), first.Description());
     }
