@@ -18,6 +18,7 @@ class Control:
     def __init__(self, node):
         self.node = node
         self.name = node.get_name()
+        self.first_line = next(iter(self.name.splitlines()), "")
         self.role = node.get_role_name()
 
     def has(self, state):
@@ -80,10 +81,10 @@ class Program:
         return wait_for(f'an active window "{title}"', find)
 
     def find(self, window, role, name, description=None):
-        """Waits for a control of the active window."""
+        """Waits for a control of the active window, whose name begins with that line."""
 
         def find():
-            hits = (c for c in self.active(window).showing() if (c.role, c.name) == (role, name))
+            hits = (c for c in self.active(window).showing() if (c.role, c.first_line) == (role, name))
             return next((c for c in hits if description in (None, c.node.get_description())), None)
 
         return wait_for(f'{role} "{name}" in "{window}"', find)

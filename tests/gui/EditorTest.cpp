@@ -319,9 +319,7 @@ class EditorTest : public QObject {
     QCOMPARE(ReadFile(file), std::string("a: 5\r\nb: 60\r\nown: 7\r\nmap: m1\r\n//map: m2\r\n"
                                          "//map: m3\r\nnpc: n1\r\n"));
     QVERIFY(!editor.Changed());
-    const QString question =
-        "[36] Apply Changes?\r\n\r\nComment lines that will be lost: 1\r\n"
-        "Mandatory settings that are still missing: 1";
+    const QString question = "[36] Apply Changes?\r\n\r\nComment lines that will be lost: 1";
     QCOMPARE(editor.messages.Take(), QStringList({question, question, "[64] Saved!"}));
     editor.Press("Command4");
     QVERIFY(!editor.form->isVisible());
