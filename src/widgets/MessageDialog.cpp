@@ -30,13 +30,14 @@ constexpr int kFewestLines = 2;
 constexpr double kSlack = 1.03;    // letters may be wider on a scaled screen than they are measured
 constexpr int kTitleButtons = 50;  // pixels beside a title
 
-/// Screen readers read out the labels of an alert.
+/// Screen readers read out the labels of an alert; in the details the user looks around.
 QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) {
   auto* const widget = qobject_cast<QWidget*>(object);
   if (className == MessageDialog::staticMetaObject.className()) {
     return new QAccessibleWidget(widget, QAccessible::AlertMessage);
   }
-  if (className == MessageText::staticMetaObject.className()) {
+  if (const auto* const text = qobject_cast<MessageText*>(widget);
+      text != nullptr && text->Wraps()) {
     return new QAccessibleWidget(widget, QAccessible::StaticText);
   }
   return nullptr;
@@ -44,11 +45,12 @@ QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) 
 
 }  // namespace
 
-MessageText::MessageText(const QString& text) : QPlainTextEdit(text) {
+MessageText::MessageText(const QString& text, LineWrapMode mode) {
+  setLineWrapMode(mode);
+  setPlainText(text);
   setReadOnly(true);
   setTabChangesFocus(true);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  setAccessibleName(text);
 }
 
 void MessageText::SetRoom(int widest) {
@@ -92,9 +94,11 @@ QMimeData* MessageText::createMimeDataFromSelection() const {
 MessageDialog::MessageDialog(const QString& text, std::optional<QStyle::StandardPixmap> icon,
                              QDialogButtonBox::StandardButtons buttons, const QString& details,
                              QWidget* parent)
-    : QDialog(parent), text_(new MessageText(text)), buttons_(new QDialogButtonBox(buttons)) {
+    : QDialog(parent), buttons_(new QDialogButtonBox(buttons)) {
   QAccessible::installFactory(MakeAccessible);  // once, however often it is called
+  text_ = new MessageText(text, QPlainTextEdit::WidgetWidth);
   text_->setObjectName("messageText");
+  text_->setAccessibleName(text);
   text_->setFrameShape(QFrame::NoFrame);
   text_->viewport()->setAutoFillBackground(false);
   text_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -111,10 +115,10 @@ MessageDialog::MessageDialog(const QString& text, std::optional<QStyle::Standard
 }
 
 void MessageDialog::AddDetails(const QString& details) {
-  details_ = new MessageText(details);
-  details_->setObjectName("messageDetails");
   // Lines of files are read best unwrapped, below each other.
-  details_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  details_ = new MessageText(details, QPlainTextEdit::NoWrap);
+  details_->setObjectName("messageDetails");
+  details_->setAccessibleName(text_->accessibleName());
   details_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   details_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   details_->hide();

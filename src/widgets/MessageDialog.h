@@ -14,7 +14,9 @@ class MessageText : public QPlainTextEdit {
   Q_OBJECT
 
  public:
-  explicit MessageText(const QString& text);
+  MessageText(const QString& text, LineWrapMode mode);
+
+  [[nodiscard]] bool Wraps() const { return lineWrapMode() != NoWrap; }
 
   /// Makes the preferred size that of the whole text.
   /// @param widest pixels; longer lines wrap, inside a word where one fills a line. Lines of a text
@@ -28,8 +30,6 @@ class MessageText : public QPlainTextEdit {
   [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
 
  private:
-  [[nodiscard]] bool Wraps() const { return lineWrapMode() != NoWrap; }
-
   QSize room_;
 };
 
@@ -58,7 +58,7 @@ class MessageDialog : public QDialog {
   void LayOut(const QPixmap& icon);
   void Fit();
 
-  MessageText* text_;
+  MessageText* text_ = nullptr;
   QDialogButtonBox* buttons_;
   MessageText* details_ = nullptr;
 };
