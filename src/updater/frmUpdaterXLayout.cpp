@@ -12,6 +12,7 @@
 #include "updater/ParameterList.h"
 #include "updater/frmUpdaterX.h"
 #include "widgets/QtText.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SeriesTabs.h"
 #include "widgets/ValueEdit.h"
 #include "widgets/WindowGeometry.h"
@@ -120,8 +121,12 @@ void frmUpdaterX::NameControls() {
 QGroupBox* frmUpdaterX::MakeFrame(int list, MessageKey caption, QPushButton* help,
                                   const QList<QWidget*>& below) {
   auto* const frame = new QGroupBox(Caption(caption));
+  auto* const withHint = new QVBoxLayout;
+  withHint->addWidget(lists_[list], 1);
+  // The hint takes its room from the list, so that the buttons never have less.
+  if (list == kNew) withHint->addWidget(checkHint_);
   auto* const row = new QHBoxLayout;
-  row->addWidget(lists_[list], 1);
+  row->addLayout(withHint, 1);
   row->addLayout(MakeButtonColumn({moves_[list], selectAlls_[list], help}));
   auto* const column = new QVBoxLayout(frame);
   column->addLayout(row, 1);
@@ -135,7 +140,7 @@ void frmUpdaterX::BuildChangesPage() {
   auto* const original = new QWidget;
   original->setLayout(MakeRow({MakeLabel(Caption(LNG29), originalValue_), originalValue_}));
   original->layout()->setContentsMargins({});
-  splitter->addWidget(MakeFrame(kNew, LNG28, helps_[0], {checkHint_, original}));
+  splitter->addWidget(MakeFrame(kNew, LNG28, helps_[0], {original}));
   splitter->addWidget(MakeFrame(kDeleted, LNG33, helps_[1], {}));
 
   // Both frames' buttons stand below each other.
@@ -186,7 +191,8 @@ void frmUpdaterX::BuildWindow() {
   buttons->addWidget(apply_);
   buttons->addWidget(close_);
   auto* const column = new QVBoxLayout(this);
-  column->addWidget(whole, 1);
+  // On a small screen the window's own buttons stay in reach.
+  column->addWidget(MakeScrollable(whole), 1);
   column->addLayout(buttons);
 
   setSizeGripEnabled(true);

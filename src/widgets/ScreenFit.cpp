@@ -46,9 +46,10 @@ void FitToScreen(QWidget* window) {
   if (QPoint(x, y) != whole.topLeft()) window->move(x, y);
 }
 
-QScrollArea* MakeScrollable(QWidget* content) {
+QWidget* MakeScrollable(QWidget* content) {
   auto* const area = new QScrollArea;
   area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);  // Tab visits the controls, which scroll into sight
   area->setWidgetResizable(true);
   area->setWidget(content);
   return area;

@@ -4,7 +4,6 @@
 
 #include <QSize>
 
-class QScrollArea;
 class QWidget;
 
 namespace quenmar {
@@ -19,6 +18,6 @@ void FitToScreen(QWidget* window);
 
 /// @return an area that shows `content` as large as itself, and scrolls where it is smaller than
 /// what `content` needs.
-[[nodiscard]] QScrollArea* MakeScrollable(QWidget* content);
+[[nodiscard]] QWidget* MakeScrollable(QWidget* content);
 
 }  // namespace quenmar

@@ -51,6 +51,7 @@ class MainTest : public QObject {
   void CommandsNeedAFileThatBothFoldersHave();
   void CheckChangesCopiesWhatTheServerLacks();
   void CommandsOpenTheirWindows();
+  void WindowsFitOnASmallScreen();
   void NamesKeepTheirBytes();
   void AFailedReadingOpensNothing();
   void SortOrdersTheSettingsOfTheServer();
@@ -413,6 +414,27 @@ void MainTest::CommandsOpenTheirWindows() {
   QVERIFY(PressAndClose("Command3").startsWith("Editing a.conf"));
   QVERIFY(PressAndClose("Command5").startsWith("Check Changes - a.conf"));
   QVERIFY(QApplication::overrideCursor() == nullptr);
+}
+
+void MainTest::WindowsFitOnASmallScreen() {
+  const QSize small(500, 340);  // 1024 x 768 at twice the size, less the frame
+  OpenOnFolders();
+  Choose("a.conf");
+  window_->resize(small);
+  QCOMPARE(window_->size(), small);
+  PressAndClose("Command5", [small](QWidget* window) {
+    window->resize(small);
+    QCOMPARE(window->size(), small);
+    QCoreApplication::processEvents();
+    window->findChild<QLabel*>("lblCheckHint")->setText("A hint so long that it wraps, and again");
+    QCoreApplication::processEvents();
+    for (const char* const name : {"cmdMove0", "cmdSelectAll0", "cmdHelp0"}) {
+      const auto* const button = window->findChild<QPushButton*>(name);
+      QVERIFY2(button->height() >= button->sizeHint().height(), name);
+    }
+    const auto* const apply = window->findChild<QPushButton*>("cmdApply");
+    QVERIFY(window->rect().contains(QRect(apply->mapTo(window, QPoint()), apply->size())));
+  });
 }
 
 /// On systems whose names are bytes, these may be no text.

@@ -1,6 +1,5 @@
 #include <QClipboard>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <QtTest>
