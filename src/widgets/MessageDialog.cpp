@@ -12,7 +12,6 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <algorithm>
@@ -63,9 +62,7 @@ void MessageText::SetRoom(int widest) {
   option.setWrapMode(Wraps() ? wordWrapMode() : QTextOption::NoWrap);
   measured.setDefaultTextOption(option);
   measured.setPlainText(toPlainText());
-  // One scroll bar must not be what makes the other one necessary.
-  const int bar = Wraps() ? 0 : verticalScrollBar()->sizeHint().width();
-  const int beside = 2 * frameWidth() + bar;
+  const int beside = 2 * frameWidth();
   const double needed = measured.idealWidth() * kSlack + cursorWidth() + beside;
   int width = static_cast<int>(std::ceil(needed));
   if (Wraps()) {
@@ -89,6 +86,15 @@ QMimeData* MessageText::createMimeDataFromSelection() const {
   // The toolkit's own way makes blanks of the blanks that do not break.
   copied->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, '\n'));
   return copied;
+}
+
+void MessageText::resizeEvent(QResizeEvent* event) {
+  // A scroll bar that a smaller size needed leaves less room for the lines, and would stay for
+  // that.
+  const bool fits = size().boundedTo(room_) == room_;
+  const auto policy = fits ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+  if (policy != verticalScrollBarPolicy()) setVerticalScrollBarPolicy(policy);
+  QPlainTextEdit::resizeEvent(event);
 }
 
 MessageDialog::MessageDialog(const QString& text, std::optional<QStyle::StandardPixmap> icon,

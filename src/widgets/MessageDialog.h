@@ -28,6 +28,7 @@ class MessageText : public QPlainTextEdit {
 
  protected:
   [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QSize room_;
