@@ -39,11 +39,11 @@ class Control:
             if child.has("SHOWING"):
                 yield from child.showing()
 
-    def click(self, x=None):
+    def click(self, x=None, button=1):
         """Clicks the middle, or x pixels from the left edge."""
         place = self.node.get_extents(Atspi.CoordType.SCREEN)
         left = place.x + (place.width // 2 if x is None else x)
-        xdotool("mousemove", left, place.y + place.height // 2, "click", 1)
+        xdotool("mousemove", left, place.y + place.height // 2, "click", button)
 
 
 class Program:
@@ -88,6 +88,17 @@ class Program:
             return next((c for c in hits if description in (None, c.node.get_description())), None)
 
         return wait_for(f'{role} "{name}" in "{window}"', find)
+
+    def menu(self):
+        """Waits for a context menu and returns its X window; the accessibility bus has none of it."""
+
+        def find():
+            # No other window of a program that stands on the screen is without a name.
+            pid = self.process.pid
+            words = ("--all", "--onlyvisible", "--pid", pid, "--name", "^$")
+            return xdotool("search", *words, check=False)
+
+        return wait_for("a context menu", find)
 
     def tab_to(self, window, role, name, description=None):
         """Presses Tab until the control has the focus, as every control gets it sometime."""

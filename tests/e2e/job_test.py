@@ -118,6 +118,29 @@ def merge(user):
     return decisions
 
 
+def expect_copied(program, window, name):
+    """Pastes into the value of the setting whose name was copied, and takes that back."""
+    xdotool("key", "Right", "Return", "ctrl+a", "ctrl+v")
+
+    def pasted():
+        shown = program.active(window).showing()
+        return [c.name for c in shown if c.role == "table cell"].count(name) == 2
+
+    wait_for("the copied name", pasted)
+    xdotool("key", "Escape", "Return", "Left")
+
+
+def copy_by_menus(program, window):
+    """Copies names by the grid's context menu, which comes by the mouse and by the Menu key."""
+    program.find(window, "table cell", "back_port").click(button=3)
+    xdotool("mousemove", "--window", program.menu(), 12, 12, "click", 1)  # its only entry
+    expect_copied(program, window, "back_port")
+    xdotool("key", "Up", "Menu")
+    program.menu()
+    xdotool("key", "Down", "Return")
+    expect_copied(program, window, "gate_waiting_clients")
+
+
 def edit(user, folder):
     """Edits a value in the grid, by keyboard: values are typed. Returns what the console program has to
     be told for the same."""
@@ -125,11 +148,12 @@ def edit(user, folder):
     user.choose_file("login.conf")
     user.press(MAIN, "Edit")
     user.program.find(window, "table cell", "gate_port")
-    xdotool("key", "Right", "Return", "5", "Escape")
+    xdotool("key", "Right", "Return", "5", "Escape")  # which takes it back
+    xdotool("key", "Escape")
     answer(user, "Ignore Changes?", "Yes")
     user.press(MAIN, "Edit")
-    user.program.find(window, "table cell", "gate_port")
-    xdotool("key", "Right", "Down", "Return", "ctrl+a")
+    copy_by_menus(user.program, window)
+    xdotool("key", "ctrl+Home", "Right", "Down")
     xdotool("type", "7200")
     xdotool("key", "Down", "End")
     xdotool("type", "5")
