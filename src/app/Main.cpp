@@ -134,6 +134,7 @@ void Main::LayOut() {
 void Main::Connect() {
   connect(browseDistribution_, &QPushButton::clicked, this, [this] { Pick(*distribution_, LNG3); });
   connect(browseServer_, &QPushButton::clicked, this, [this] { Pick(*server_, LNG4); });
+  connect(this, &Main::Activated, this, &Main::Reread, Qt::QueuedConnection);
   for (FolderBox* const box : {distribution_, server_}) {
     connect(box, &FolderBox::FolderChanged, this, [this, box] { Judge(*box); });
     connect(box, &FolderBox::Left, this, [this, box] {
@@ -155,9 +156,7 @@ void Main::Connect() {
 }
 
 bool Main::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate) {
-    QMetaObject::invokeMethod(this, &Main::Reread, Qt::QueuedConnection);
-  }
+  if (event->type() == QEvent::WindowActivate) emit Activated();
   return QWidget::event(event);
 }
 

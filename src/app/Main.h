@@ -39,6 +39,10 @@ class Main : public QWidget {
   Main(Registry& registry, const Language& language, MessageBoxes& messages, FolderPicker picker,
        const std::optional<Folders>& folders = {});
 
+ signals:
+  /// The window has become the active one.
+  void Activated();
+
  protected:
   /// Coming back to the window looks whether the folders have changed.
   bool event(QEvent* event) override;

@@ -55,6 +55,7 @@ FolderBox::FolderBox(QWidget* parent) : QLineEdit(parent) {
   connect(completer, qOverload<const QString&>(&QCompleter::activated), this, forget);
   connect(this, &QLineEdit::textEdited, this, forget);
   connect(this, &QLineEdit::returnPressed, this, &FolderBox::Submit);
+  connect(this, &FolderBox::Leaving, this, &FolderBox::Leave, Qt::QueuedConnection);
 }
 
 void FolderBox::SetFolder(const QString& folder) {
@@ -84,7 +85,7 @@ void FolderBox::focusOutEvent(QFocusEvent* event) {
   const Qt::FocusReason reason = event->reason();
   if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason) return;
   if (QGuiApplication::mouseButtons() == Qt::NoButton) {
-    LeaveLater();
+    emit Leaving();
   } else {
     qApp->installEventFilter(this);
   }
@@ -94,17 +95,14 @@ void FolderBox::focusOutEvent(QFocusEvent* event) {
 bool FolderBox::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonRelease) {
     qApp->removeEventFilter(this);
-    LeaveLater();
+    emit Leaving();
   }
   return QLineEdit::eventFilter(watched, event);
 }
 
 /// The click may have closed the window, or opened one, in which case the text waits.
-void FolderBox::LeaveLater() {
-  const auto leave = [this] {
-    if (isVisible() && !hasFocus() && QApplication::activeModalWidget() == nullptr) emit Left();
-  };
-  QMetaObject::invokeMethod(this, leave, Qt::QueuedConnection);
+void FolderBox::Leave() {
+  if (isVisible() && !hasFocus() && QApplication::activeModalWidget() == nullptr) emit Left();
 }
 
 void FolderBox::dragEnterEvent(QDragEnterEvent* event) {

@@ -29,6 +29,9 @@ class FolderBox : public QLineEdit {
   /// The user dropped a folder here.
   void FolderDropped(const QString& folder);
 
+  /// The user goes to another control.
+  void Leaving();
+
   /// The user has gone to another control of the window, and the click that did so has had its
   /// effect.
   void Left();
@@ -45,8 +48,7 @@ class FolderBox : public QLineEdit {
   /// Enter takes what was typed, unless it chooses one of the completions offered.
   void Submit();
 
-  /// Tells that the box was left, once what is going on now is over.
-  void LeaveLater();
+  void Leave();
 
   QString complete_;
   QString offered_;  ///< the completion that the user has gone to, and not chosen yet
