@@ -50,7 +50,9 @@ void AddRepeated(CLI::App& command, const std::string& name, std::vector<std::st
 
 void AddCheck(CLI::App& app, CheckArguments& arguments) {
   CLI::App& command = *app.add_subcommand(
-      "check", "Tell what is new, changed and obsolete on the server, per file and in sum");
+      "check",
+      "Tell what is new, changed, obsolete and commented out on the server, and what a merge would "
+      "change, per file and in sum");
   AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
   AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
   command.add_option("FILE", arguments.files, "Names of files to check (default: all *.conf)")
