@@ -9,6 +9,7 @@
 #include "conf/ConfFolder.h"
 #include "conf/ConfWriter.h"
 #include "conf/SaveChanges.h"
+#include "conf/SaveWarnings.h"
 #include "text/Charset.h"
 #include "updater/ChangeComparison.h"
 
@@ -174,12 +175,15 @@ class Examination {
     const ConfWriter writer(context_.options, context_.language, context_.messages);
     const std::vector<String> lines = writer.ConfFileLines(comparison_->ActualFields(), groups);
     try {
-      const std::string bytes =
-          writer.EncodeLines(lines, CharsetForSaving(server.notes, distribution.notes));
+      const ConfCharset charset = CharsetForSaving(server.notes, distribution.notes);
+      const std::string bytes = writer.EncodeLines(lines, charset);
       for (const std::string& effect :
            EffectsOf(ListSaveChanges(server.notes.bytes, lines, bytes, context_.options.series))) {
         tell(FromUtf8(effect));
       }
+      SaveWarnings warnings;
+      warnings.readAs = OtherCharset(bytes, charset);
+      if (warnings.readAs) tell(WarningText(warnings, context_.language));
     } catch (const RuntimeError& error) {
       tell(error.Description());
     }

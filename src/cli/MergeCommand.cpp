@@ -48,13 +48,13 @@ std::vector<String> EachOccurrence(const std::vector<String>& names, const Docum
   return found;
 }
 
-/// @return whether the path, links followed, leads into the folder or one below it.
+/// @return whether the path, links followed, leads to the folder or into it.
 bool IsWithin(const Path& path, const Path& folder) {
   std::error_code error;  // what cannot be looked at is taken as it is written
-  Path parent = std::filesystem::weakly_canonical(path, error).parent_path();
-  while (!IsSame(parent, folder)) {
-    if (!parent.has_relative_path()) return false;
-    parent = parent.parent_path();
+  Path part = std::filesystem::weakly_canonical(path, error);
+  while (!IsSame(part, folder)) {
+    if (!part.has_relative_path()) return false;
+    part = part.parent_path();
   }
   return true;
 }

@@ -230,8 +230,6 @@ void CopyBeside(const Path& file, std::string_view bytes, const Path& copy) {
   temporary.MoveOver(copy);
 }
 
-void CopyWhole(const Path& from, const Path& to) { CopyBeside(from, ReadBytes(from), to); }
-
 bool IsMissing(const Path& path) {
   std::error_code error;
   return KindOf(path) == FileKind::kMissing && !fs::is_symlink(fs::symlink_status(path, error));

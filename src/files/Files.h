@@ -52,9 +52,6 @@ void ReplaceBytes(const Path& path, std::string_view bytes);
 /// is killed may leave `NAME.<number>.tmp` behind.
 void CopyBeside(const Path& file, std::string_view bytes, const Path& copy);
 
-/// As `CopyBeside`; reads `from` itself.
-void CopyWhole(const Path& from, const Path& to);
-
 /// @return whether nothing stands at the path, not even a link; false when that cannot be told.
 [[nodiscard]] bool IsMissing(const Path& path);
 

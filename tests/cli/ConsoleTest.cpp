@@ -335,6 +335,7 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
                                                           {"--dry-run", "--set", "rate=\xD0\x96"},
                                                           {"--output", At("dist/new.conf")},
                                                           {"--output", At("dist/x/../b")},
+                                                          {"--output", At("dist")},
                                                           {"--output", "-", "--dry-run"}};
   for (const auto& options : kRefused) {
     EXPECT_EQ(Merge(options), kTrouble) << options.front();
