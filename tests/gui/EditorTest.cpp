@@ -5,99 +5,19 @@
 #include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QGroupBox>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTabBar>
-#include <QTest>
 #include <QTimer>
 #include <functional>
-#include <memory>
-#include <utility>
 
-#include "ScratchFolder.h"
-#include "Trees.h"
-#include "conf/ConfReader.h"
-#include "editor/EditGridView.h"
-#include "editor/NEditForm.h"
-#include "gui/GuiMessages.h"
+#include "gui/OpenEditor.h"
 #include "gui/PrivateState.h"
 #include "widgets/SeriesTabs.h"
 
 namespace quenmar {
 namespace {
-
-/// An editor window on a file of each folder.
-struct Editor {
-  Editor(const std::string& distribution, const std::string& server, Options chosen = {})
-      : options(std::move(chosen)) {
-    for (const auto& [name, text] : {std::pair("dist", distribution), std::pair("conf", server)}) {
-      std::filesystem::create_directory(folder / name);
-      WriteFile(folder / name / "a.conf", text);
-    }
-    const ConfReader reader(options, language, messages);
-    context.serverFolder = PathText(folder / "conf");
-    read = reader.LoadConfFile(folder / "dist" / "a.conf", context.documents.distribution,
-                               context.documents.distributionSeries) &&
-           reader.LoadConfFile(folder / "conf" / "a.conf", context.documents.server,
-                               context.documents.serverSeries);
-    context.server = OpenedFile::FromDisk(folder / "conf" / "a.conf");
-  }
-
-  [[nodiscard]] bool Open() {
-    form = std::make_unique<NEditForm>(context, nullptr);
-    form->LoadGrid();
-    if (!read || !form->LoadSeries()) return false;
-    form->resize(700, 600);
-    form->show();
-    return QTest::qWaitForWindowActive(form.get());
-  }
-
-  template <class Widget>
-  Widget* Find(const char* name) const {
-    return form->findChild<Widget*>(name);
-  }
-  [[nodiscard]] EditGridView* Grid() const { return Find<EditGridView>("xEDG"); }
-  [[nodiscard]] QLineEdit* T() const { return Find<QLineEdit>("T"); }
-  [[nodiscard]] QListWidget* List(int i) const {
-    return Find<QListWidget>(qPrintable(QString("lstSeries%1").arg(i)));
-  }
-  [[nodiscard]] QString Comment() const { return Find<QPlainTextEdit>("Comments")->toPlainText(); }
-  [[nodiscard]] QString Cell(int row, int col) const {
-    return Grid()->model()->index(row, col).data().toString();
-  }
-  [[nodiscard]] bool Changed() const { return form->isWindowModified(); }
-
-  [[nodiscard]] QString Disabled(StringView entry) const {
-    const auto field = context.documents.serverSeries->Fields().Field(entry);
-    return ToQString(field->Parameters().Parameter(u"Disabled")->Value());
-  }
-
-  void ClickCell(int row, int col) const {
-    const QRect cell = Grid()->visualRect(Grid()->model()->index(row, col));
-    QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, {}, cell.center());
-  }
-  void Press(const char* button) const {
-    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
-  }
-
-  ScratchFolder folder;
-  Options options;
-  Language language;
-  GuiMessages messages;
-  FileContext context{options, language, messages, {}, {}, u"a.conf"};
-  bool read = false;
-  std::unique_ptr<NEditForm> form;
-};
-
-constexpr auto kDistribution =
-    "// About a & &lt;b>\r\na: 1\r\n\r\n//b: 2\r\nmap: m1\r\nmap: m3\r\n";
-constexpr auto kServer =
-    "// About a & &lt;b>\r\na: 5\r\n\r\nb: 6\r\nown: 7\r\nmap: m1\r\n//map: m2\r\nnpc: n1\r\n";
 
 /// Refuses what begins with "no".
 struct Events : xEditGridEvents {
@@ -494,12 +414,10 @@ class EditorTest : public QObject {
       QContextMenuEvent event(reason, QPoint(2, 2), QPoint(2, 2));
       QApplication::sendEvent(asked, &event);
     };
-    for (const auto& [asked, reason] : {std::pair<QWidget*, QContextMenuEvent::Reason>(
-                                            editor.Grid()->viewport(), QContextMenuEvent::Mouse),
-                                        std::pair<QWidget*, QContextMenuEvent::Reason>(
-                                            editor.Grid(), QContextMenuEvent::Keyboard)}) {
+    for (const bool byKey : {false, true}) {
       QGuiApplication::clipboard()->clear();
-      ask(asked, reason);
+      ask(byKey ? editor.Grid() : editor.Grid()->viewport(),
+          byKey ? QContextMenuEvent::Keyboard : QContextMenuEvent::Mouse);
       QCOMPARE(offered, QStringList("Copy"));
       QCOMPARE(QGuiApplication::clipboard()->text(), QString("a"));
     }

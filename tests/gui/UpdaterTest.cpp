@@ -1,31 +1,12 @@
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QtTest>
 #include <array>
 #include <functional>
-#include <memory>
 
-#include "ScratchFolder.h"
-#include "Trees.h"
-#include "conf/ConfReader.h"
 #include "conf/EndApplication.h"
-#include "gui/GuiMessages.h"
-#include "gui/PrivateState.h"
-#include "updater/frmUpdaterX.h"
+#include "gui/OpenUpdater.h"
 
 namespace quenmar {
 namespace {
 
-constexpr const char* kDistribution =
-    "// The first.\r\nneed: 1\r\n\r\n//may: 2\r\n\r\n// Both know me.\r\nkeep: 3\r\n\r\n//free: 4"
-    "\r\n\r\nmust: 5\r\n\r\nmap: town\r\nmap: inn\r\nnpc: guard\r\n";
-constexpr const char* kServer =
-    "// Mine.\r\nown: 9\r\n\r\nkeep: 30\r\n\r\nfree: 40\r\n\r\nmust: 50\r\n\r\nold: 8\r\n\r\n"
-    "map: town\r\n//map: home\r\n";
 const QString kMandatory = "[291] The %1 parameter is mandatory, delete anyway?";
 const QString kApplyChanges = "[36] Apply Changes?";
 const QString kIgnoreChanges = "[292] Ignore Changes?";
@@ -33,7 +14,7 @@ const QString kSaved = "[64] Saved!";
 
 }  // namespace
 
-class UpdaterTest : public QObject {
+class UpdaterTest : public OpenUpdater {
   Q_OBJECT
 
  private slots:
@@ -59,78 +40,6 @@ class UpdaterTest : public QObject {
   void ClosingAsksOnceThereAreChanges();
   void HelpExplainsTheLists();
   void WorksByKeyboardAlone();
-
- private:
-  /// Reads the two texts and shows the window on them.
-  void Open(std::string_view distribution = kDistribution, std::string_view server = kServer) {
-    const ConfReader reader(options_, language_, messages_);
-    ConfDocuments documents;
-    WriteFile(*folder_ / "dist", distribution);
-    WriteFile(*folder_ / "a.conf", server);
-    QVERIFY(reader.LoadConfFile(*folder_ / "dist", documents.distribution,
-                                documents.distributionSeries));
-    QVERIFY(reader.LoadConfFile(*folder_ / "a.conf", documents.server, documents.serverSeries));
-    FileContext context{options_, language_, messages_, documents, PathText(folder_->Folder()),
-                        fileName_};
-    context.server = OpenedFile::FromDisk(*folder_ / PathFromText(fileName_));
-    window_ = std::make_unique<frmUpdaterX>(context);
-    window_->FillLists();
-    window_->FillSeries();
-    window_->show();
-    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-  }
-
-  template <class Control>
-  Control* Find(const QString& name) {
-    return window_->findChild<Control*>(name);
-  }
-  QListWidget* List(int index) { return Find<QListWidget>(QString("lstParameters%1").arg(index)); }
-  QTabWidget* Pages() { return Find<QTabWidget>("tabLists"); }
-  QLabel* Hint() { return Pages()->currentWidget()->findChild<QLabel*>("lblHint"); }
-  QString Comments() { return Find<QPlainTextEdit>("txtComments")->toPlainText(); }
-  void Press(const QString& button) {
-    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
-  }
-
-  /// Replaces an editor's text by typing.
-  void Type(const QString& editor, const QString& text) {
-    Find<QLineEdit>(editor)->selectAll();
-    QTest::keyClicks(Find<QLineEdit>(editor), text);
-  }
-
-  /// Clicks an item's text, or its check box.
-  void Click(QListWidget* list, int row, bool box = false) {
-    list->scrollToItem(list->item(row));
-    const QRect item = list->visualItemRect(list->item(row));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                      box ? QPoint(item.left() + 10, item.center().y()) : item.center());
-  }
-
-  /// @return the items of a list, each with "+" before it when it is ticked.
-  QString Items(const QListWidget* list) {
-    QStringList items;
-    for (int i = 0; i < list->count(); ++i) {
-      const bool ticked = list->item(i)->checkState() == Qt::Checked;
-      items << (ticked ? "+" : "") + list->item(i)->text();
-    }
-    return items.join(' ');
-  }
-  QString Items(int list) { return Items(List(list)); }
-
-  /// Presses Apply and answers Yes. @return what the file then holds.
-  std::string Applied() {
-    messages_.Answer({Button::kYes});
-    Press("cmdApply");
-    return ReadFile(*folder_ / "a.conf");
-  }
-
-  PrivateState state_;
-  std::unique_ptr<ScratchFolder> folder_;
-  Options options_;
-  Language language_;
-  GuiMessages messages_;
-  String fileName_;
-  std::unique_ptr<frmUpdaterX> window_;
 };
 
 void UpdaterTest::init() {
