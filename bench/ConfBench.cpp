@@ -8,9 +8,9 @@
 #include <stdexcept>
 
 #include "SampleFiles.h"
+#include "compare/ChangeComparison.h"
 #include "conf/ConfReader.h"
 #include "conf/ConfWriter.h"
-#include "updater/ChangeComparison.h"
 
 namespace quenmar {
 

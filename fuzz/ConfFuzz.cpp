@@ -12,13 +12,13 @@
 #include <set>
 #include <system_error>
 
+#include "compare/ChangeComparison.h"
 #include "conf/ConfLine.h"
 #include "conf/ConfReader.h"
 #include "conf/ConfWriter.h"
 #include "conf/EndApplication.h"
 #include "conf/SaveChanges.h"
 #include "conf/SaveWarnings.h"
-#include "updater/ChangeComparison.h"
 
 namespace quenmar {
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "app/Main.h"
+#include "app/MainWindow.h"
 #include "files/Files.h"
 
 namespace quenmar {

@@ -6,7 +6,7 @@
 
 #include "app/Arguments.h"
 #include "app/Complaint.h"
-#include "app/Main.h"
+#include "app/MainWindow.h"
 #include "registry/OpenRegistry.h"
 #include "widgets/QtMessageBoxes.h"
 #include "widgets/QtText.h"

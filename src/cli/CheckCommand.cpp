@@ -6,12 +6,12 @@
 #include "cli/ChangesText.h"
 #include "cli/CheckReport.h"
 #include "cli/Commands.h"
+#include "compare/ChangeComparison.h"
 #include "conf/ConfFolder.h"
 #include "conf/ConfWriter.h"
 #include "conf/SaveChanges.h"
 #include "conf/SaveWarnings.h"
 #include "text/Charset.h"
-#include "updater/ChangeComparison.h"
 
 namespace quenmar {
 

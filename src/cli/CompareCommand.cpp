@@ -2,7 +2,7 @@
 
 #include "cli/Commands.h"
 #include "cli/TreeJson.h"
-#include "updater/ChangeComparison.h"
+#include "compare/ChangeComparison.h"
 
 namespace quenmar {
 

@@ -6,6 +6,7 @@
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
 #include "cli/Printable.h"
+#include "compare/ChangeComparison.h"
 #include "conf/ConfLine.h"
 #include "conf/ConfWriter.h"
 #include "conf/Functions.h"
@@ -14,7 +15,6 @@
 #include "files/FileError.h"
 #include "files/Folder.h"
 #include "text/Charset.h"
-#include "updater/ChangeComparison.h"
 
 namespace quenmar {
 

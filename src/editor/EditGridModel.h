@@ -2,7 +2,7 @@
 
 #include <QAbstractTableModel>
 
-#include "editor/xEditGrid.h"
+#include "grid/xEditGrid.h"
 
 namespace quenmar {
 

@@ -3,7 +3,7 @@
 
 #include <QTableView>
 
-#include "editor/xEditGrid.h"
+#include "grid/xEditGrid.h"
 
 class QComboBox;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editor/EditorLayout.h"
-#include "editor/xEditGridEvents.h"
+#include "grid/EditorLayout.h"
+#include "grid/xEditGridEvents.h"
 #include "widgets/FileWindow.h"
 
 class QAction;

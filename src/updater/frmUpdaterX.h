@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "updater/ChangeComparison.h"
+#include "compare/ChangeComparison.h"
 #include "widgets/FileWindow.h"
 
 class QGroupBox;

@@ -253,8 +253,8 @@ TEST_F(ConfWriterTest, WhatWasWrittenReadsBackAndWritesTheSameBytes) {
         break;
       }
       const ConfWriter writer(options_, language_, messages_);
-      const std::string bytes = writer.EncodeLines(
-          writer.ConfFileLines(*settings, SeriesGroups(*series)), notes.charset);
+      const std::string bytes =
+          writer.EncodeLines(writer.ConfFileLines(*settings, SeriesGroups(*series)), notes.charset);
       if (pass == 2 || (pass == 1 && !joined)) {
         EXPECT_EQ(bytes, written) << content;
       }

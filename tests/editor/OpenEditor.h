@@ -14,7 +14,7 @@
 #include "conf/ConfReader.h"
 #include "editor/EditGridView.h"
 #include "editor/NEditForm.h"
-#include "gui/GuiMessages.h"
+#include "widgets/GuiMessages.h"
 
 namespace quenmar {
 

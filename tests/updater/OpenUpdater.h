@@ -12,9 +12,9 @@
 #include "ScratchFolder.h"
 #include "Trees.h"
 #include "conf/ConfReader.h"
-#include "gui/GuiMessages.h"
-#include "gui/PrivateState.h"
 #include "updater/frmUpdaterX.h"
+#include "widgets/GuiMessages.h"
+#include "widgets/PrivateState.h"
 
 namespace quenmar {
 

@@ -11,10 +11,10 @@
 #include <QtTest>
 
 #include "ScratchFolder.h"
-#include "app/Main.h"
-#include "gui/GuiMessages.h"
-#include "gui/PrivateState.h"
+#include "app/MainWindow.h"
 #include "registry/FileRegistry.h"
+#include "widgets/GuiMessages.h"
+#include "widgets/PrivateState.h"
 
 namespace quenmar {
 namespace {

@@ -5,7 +5,7 @@
 #include <QUrl>
 #include <array>
 
-#include "gui/MainFixture.h"
+#include "app/MainFixture.h"
 
 namespace quenmar {
 namespace {

@@ -1,4 +1,4 @@
-#include "editor/EditorLayout.h"
+#include "grid/EditorLayout.h"
 
 #include <algorithm>
 

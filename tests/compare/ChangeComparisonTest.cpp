@@ -1,4 +1,4 @@
-#include "updater/ChangeComparison.h"
+#include "compare/ChangeComparison.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

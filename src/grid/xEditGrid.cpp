@@ -1,4 +1,4 @@
-#include "editor/xEditGrid.h"
+#include "grid/xEditGrid.h"
 
 #include <algorithm>
 #include <limits>

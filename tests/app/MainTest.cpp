@@ -4,7 +4,7 @@
 #include <QTableView>
 #include <QUrl>
 
-#include "gui/MainFixture.h"
+#include "app/MainFixture.h"
 
 namespace quenmar {
 namespace {

@@ -11,11 +11,11 @@
 
 #include "ScratchFolder.h"
 #include "Trees.h"
-#include "app/Main.h"
-#include "gui/GuiMessages.h"
-#include "gui/PrivateState.h"
+#include "app/MainWindow.h"
 #include "registry/FileRegistry.h"
 #include "widgets/FolderBox.h"
+#include "widgets/GuiMessages.h"
+#include "widgets/PrivateState.h"
 
 namespace quenmar {
 

@@ -1,4 +1,4 @@
-#include "editor/CellMatrix.h"
+#include "grid/CellMatrix.h"
 
 #include <algorithm>
 #include <utility>

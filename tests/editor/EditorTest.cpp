@@ -12,8 +12,8 @@
 #include <QTimer>
 #include <functional>
 
-#include "gui/OpenEditor.h"
-#include "gui/PrivateState.h"
+#include "editor/OpenEditor.h"
+#include "widgets/PrivateState.h"
 #include "widgets/SeriesTabs.h"
 
 namespace quenmar {

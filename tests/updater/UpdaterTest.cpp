@@ -2,7 +2,7 @@
 #include <functional>
 
 #include "conf/EndApplication.h"
-#include "gui/OpenUpdater.h"
+#include "updater/OpenUpdater.h"
 
 namespace quenmar {
 namespace {

@@ -1,4 +1,4 @@
-#include "updater/ChangeComparison.h"
+#include "compare/ChangeComparison.h"
 
 #include <utility>
 

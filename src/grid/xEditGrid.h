@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "docmodel/Document.h"
-#include "editor/CellMatrix.h"
-#include "editor/ColumnSettings.h"
-#include "editor/xEditGridEvents.h"
+#include "grid/CellMatrix.h"
+#include "grid/ColumnSettings.h"
+#include "grid/xEditGridEvents.h"
 #include "text/RuntimeError.h"
 #include "text/String.h"
 

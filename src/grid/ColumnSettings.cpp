@@ -1,4 +1,4 @@
-#include "editor/ColumnSettings.h"
+#include "grid/ColumnSettings.h"
 
 namespace quenmar {
 

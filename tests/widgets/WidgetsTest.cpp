@@ -5,8 +5,8 @@
 #include <QtTest>
 #include <functional>
 
-#include "gui/PrivateState.h"
 #include "widgets/MessageDialog.h"
+#include "widgets/PrivateState.h"
 #include "widgets/QtMessageBoxes.h"
 #include "widgets/QtText.h"
 #include "widgets/ScreenFit.h"
