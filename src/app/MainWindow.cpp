@@ -297,27 +297,38 @@ void Main::Edit() {
 void Main::CheckChanges() {
   const auto file = ChosenFile();
   if (!file) return;
-  const Path serverFile = FileIn(*server_, *file);
-  if (!Exists(serverFile)) {
+  bool begun = false;
+  if (!Exists(FileIn(*server_, *file))) {
     if (ShowMessage(messages_, String(language_.Text(LNG14)),
                     message_style::kYesNo | message_style::kQuestion, {*file}) != Button::kYes) {
       return;
     }
-    try {
-      ReplaceBytes(serverFile, ReadBytes(FileIn(*distribution_, *file)));
-    } catch (const FileError& error) {
-      ShowError(messages_, language_, error.Description(), PathText(serverFile));
-      return;
-    }
+    if (!CopyToServer(*file)) return;
+    begun = true;
   }
   std::optional<ShownCursor> busy(Qt::WaitCursor);
-  const std::optional<FileContext> context = Read(*file);
+  std::optional<FileContext> context = Read(*file);
   if (!context) return;
+  // A copy of what the distribution has anyway would cost one that the user may need.
+  context->server.copied = begun;
   frmUpdaterX window(*context, this);
   window.FillLists();
   window.FillSeries();
   busy.reset();
   window.exec();
+}
+
+bool Main::CopyToServer(const String& file) {
+  Path place = FileIn(*distribution_, file);
+  try {
+    const std::string bytes = ReadBytes(place);
+    place = FileIn(*server_, file);
+    ReplaceBytes(place, bytes);
+    return true;
+  } catch (const FileError& error) {
+    ShowError(messages_, language_, error.Description(), PathText(place));
+    return false;
+  }
 }
 
 std::optional<String> Main::ChosenFile() {
@@ -332,6 +343,10 @@ Path Main::FileIn(const FolderBox& box, const String& file) {
 
 std::optional<FileContext> Main::Read(const String& file) {
   const Path serverFile = FileIn(*server_, file);
+  if (IsSame(FileIn(*distribution_, file), serverFile)) {
+    ShowMessage(messages_, String(language_.Text(LNG16)), message_style::kOk);
+    return std::nullopt;
+  }
   ConfDocuments documents;
   ConfNotes distribution;
   ConfNotes server;

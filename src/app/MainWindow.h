@@ -88,6 +88,9 @@ class Main : public QWidget {
   /// @return the chosen file; when there is none, tells so and returns nothing.
   [[nodiscard]] std::optional<String> ChosenFile();
   [[nodiscard]] static Path FileIn(const FolderBox& box, const String& file);
+  /// Begins the server's file as a copy of the distribution's. @return false when that failed,
+  /// which was told.
+  [[nodiscard]] bool CopyToServer(const String& file);
   /// Reads both files. @return nothing when a reading failed or was declined, which was told.
   [[nodiscard]] std::optional<FileContext> Read(const String& file);
   [[nodiscard]] QString Caption(MessageKey key) const;  ///< to be shown

@@ -36,19 +36,9 @@ std::string ValuesOf(const SaveChange& change) {
   return oldValue + " -> " + newValue;
 }
 
-/// @return the effects on the file as a whole, as they are printed.
-std::vector<std::string> WholeFileEffects(const SaveChanges& changes) {
-  std::vector<std::string> effects;
-  if (changes.reordered) effects.emplace_back("order of lines changes");
-  if (changes.reformatted) effects.emplace_back("lines are reformatted");
-  if (changes.otherLineEnds) effects.emplace_back("line ends become CR LF");
-  if (changes.markGoes) effects.emplace_back("the byte order mark goes");
-  return effects;
-}
-
 }  // namespace
 
-void PrintChanges(const SaveChanges& changes, std::ostream& out) {
+void PrintChanges(const SaveChanges& changes, const Language& language, std::ostream& out) {
   for (const SaveChange& change : changes.changes) {
     const bool lineCommented =
         change.commented && (change.kind == Kind::kAdded || change.kind == Kind::kRemoved);
@@ -58,11 +48,13 @@ void PrintChanges(const SaveChanges& changes, std::ostream& out) {
   if (changes.lostCommentLines > 0) {
     out << "comment lines lost: " << changes.lostCommentLines << '\n';
   }
-  for (const std::string& effect : WholeFileEffects(changes)) out << effect << '\n';
+  for (const String& effect : WholeFileEffects(changes, language)) {
+    out << Printable(effect) << '\n';
+  }
   if (changes.Empty()) out << "no changes\n";
 }
 
-std::vector<std::string> EffectsOf(const SaveChanges& changes) {
+std::vector<std::string> EffectsOf(const SaveChanges& changes, const Language& language) {
   std::vector<std::string> effects;
   const auto add = [&effects](auto count, const char* what) {
     if (count > 0) effects.push_back(std::to_string(count) + " " + what);
@@ -74,14 +66,16 @@ std::vector<std::string> EffectsOf(const SaveChanges& changes) {
   }
   add(changes.lostCommentLines,
       changes.lostCommentLines == 1 ? "comment line lost" : "comment lines lost");
-  const std::vector<std::string> whole = WholeFileEffects(changes);
-  effects.insert(effects.end(), whole.begin(), whole.end());
+  for (const String& effect : WholeFileEffects(changes, language)) {
+    effects.push_back(Printable(effect));
+  }
   return effects;
 }
 
-std::string SummaryOf(const SaveChanges& changes) {
+std::string SummaryOf(const SaveChanges& changes, const Language& language) {
   std::string text;
-  for (const std::string& effect : EffectsOf(changes)) text += (text.empty() ? "" : ", ") + effect;
+  for (const std::string& effect : EffectsOf(changes, language))
+    text += (text.empty() ? "" : ", ") + effect;
   return text.empty() ? "no changes" : text;
 }
 

@@ -9,13 +9,14 @@
 namespace quenmar {
 
 /// Prints a line for each change and for each effect on the whole file, or "no changes".
-void PrintChanges(const SaveChanges& changes, std::ostream& out);
+void PrintChanges(const SaveChanges& changes, const Language& language, std::ostream& out);
 
 /// @return what the changes come to: their number by kind, and each effect on the whole file; empty
 /// when the bytes of the file stay as they are.
-[[nodiscard]] std::vector<std::string> EffectsOf(const SaveChanges& changes);
+[[nodiscard]] std::vector<std::string> EffectsOf(const SaveChanges& changes,
+                                                 const Language& language);
 
 /// @return the effects in one line.
-[[nodiscard]] std::string SummaryOf(const SaveChanges& changes);
+[[nodiscard]] std::string SummaryOf(const SaveChanges& changes, const Language& language);
 
 }  // namespace quenmar

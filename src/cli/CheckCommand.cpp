@@ -178,7 +178,8 @@ class Examination {
       const ConfCharset charset = CharsetForSaving(server.notes, distribution.notes);
       const std::string bytes = writer.EncodeLines(lines, charset);
       for (const std::string& effect :
-           EffectsOf(ListSaveChanges(server.notes.bytes, lines, bytes, context_.options.series))) {
+           EffectsOf(ListSaveChanges(server.notes.bytes, lines, bytes, context_.options.series),
+                     context_.language)) {
         tell(FromUtf8(effect));
       }
       SaveWarnings warnings;

@@ -188,7 +188,7 @@ bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
 }
 
 Path FileIn(const Path& folder, const Path& file) {
-  if (file != file.filename() || file == "." || file == "..") {
+  if (file.empty() || file != file.filename() || file == "." || file == "..") {
     throw CommandTrouble(ToUtf8(PathText(file)) +
                          ": FILE is a name without a folder; its folders are "
                          "DIST_DIR and SERVER_DIR");

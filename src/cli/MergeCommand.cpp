@@ -7,6 +7,7 @@
 #include "cli/Commands.h"
 #include "cli/Printable.h"
 #include "compare/ChangeComparison.h"
+#include "conf/ConfFolder.h"
 #include "conf/ConfLine.h"
 #include "conf/ConfWriter.h"
 #include "conf/Functions.h"
@@ -51,7 +52,8 @@ std::vector<String> EachOccurrence(const std::vector<String>& names, const Docum
 /// @return whether the path, links followed, leads to the folder or into it.
 bool IsWithin(const Path& path, const Path& folder) {
   std::error_code error;  // what cannot be looked at is taken as it is written
-  Path part = std::filesystem::weakly_canonical(path, error);
+  const Path target = std::filesystem::absolute(BehindLinks(path), error);
+  Path part = std::filesystem::weakly_canonical(target, error);
   while (!IsSame(part, folder)) {
     if (!part.has_relative_path()) return false;
     part = part.parent_path();
@@ -90,8 +92,8 @@ class Merge {
  private:
   [[nodiscard]] bool WritesServerFile() const { return !arguments_.dryRun && !arguments_.output; }
 
-  /// A file that the server lacks starts as a copy of the distribution's. It is made when all else
-  /// has gone well; until then the distribution's file is read in its place.
+  /// A file that the server lacks starts with what the distribution's file has, which is read in
+  /// its place.
   void StartWithTheDistributionsFile() {
     serverSource_ = distributionFile_;
     if (!WritesServerFile()) return;
@@ -141,6 +143,9 @@ class Merge {
   void SetValue(const std::string& request, ChangeComparison& comparison) const {
     const size_t equals = request.find('=');
     if (equals == std::string::npos) throw CommandTrouble("--set " + request + ": no = in it");
+    if (!IsUtf8(request)) {
+      throw CommandTrouble("--set " + ToUtf8(FromUtf8(request)) + ": this is no UTF-8 text");
+    }
     const String name = FromUtf8(request.substr(0, equals));
     const String value = FromUtf8(request.substr(equals + 1));
     if (value.find_first_of(u"\r\n") != String::npos) {
@@ -163,7 +168,7 @@ class Merge {
     const std::string bytes = Encode(writer, lines, charset);
     WarnOfCharset(bytes, charset);
     if (arguments_.dryRun) {
-      PrintChanges(ChangesOf(ServerBytes(), lines, bytes), context_.streams.out);
+      PrintChanges(ChangesOf(ServerBytes(), lines, bytes), context_.language, context_.streams.out);
       return true;
     }
     if (arguments_.output == "-") {
@@ -173,23 +178,23 @@ class Merge {
     OpenedFile target = Target();
     target.charset = charset;
     context_.messages.SetSubject(target.path);
-    const std::string before =
-        WritesServerFile() ? ServerBytes() : target.bytes.value_or(std::string());
-    const std::string summary = SummaryOf(ChangesOf(before, lines, bytes));
-    if (WritesServerFile() && IsMissing(serverFile_)) CopyFromDistribution();
+    const std::string summary =
+        SummaryOf(ChangesOf(target.bytes.value_or(std::string()), lines, bytes), context_.language);
     if (!writer.SaveConfFile(target, settings, series)) return false;
     context_.streams.err << Printable(PathText(target.path)) << ": " << summary << '\n';
     return true;
   }
 
-  /// @return the file to be written. The server's file must still hold what was read.
+  /// @return the file to be written. The server's file must still be what was read.
   [[nodiscard]] OpenedFile Target() const {
-    if (WritesServerFile()) return {serverFile_, serverNotes_.bytes};
-    const Path output = ArgumentPath(*arguments_.output);
-    if (IsSame(output, serverFile_)) return {output, serverNotes_.bytes};
-    if (IsSame(output, distributionFile_) || IsWithin(output, arguments_.distribution)) {
-      throw CommandTrouble(*arguments_.output + ": this is inside the distribution's folder");
+    if (WritesServerFile()) {
+      RefuseDistribution(serverFile_);
+      if (serverSource_ != serverFile_) return {serverFile_};
+      return {serverFile_, serverNotes_.bytes};
     }
+    const Path output = ArgumentPath(*arguments_.output);
+    RefuseDistribution(output);
+    if (IsSame(output, serverFile_)) return {output, serverNotes_.bytes};
     try {
       return OpenedFile::FromDisk(output);
     } catch (const FileError& error) {
@@ -218,11 +223,14 @@ class Merge {
     return ListSaveChanges(before, lines, after, context_.options.series);
   }
 
-  void CopyFromDistribution() const {
-    try {
-      ReplaceBytes(serverFile_, serverNotes_.bytes);
-    } catch (const FileError& error) {
-      throw CommandTrouble(ToUtf8(PathText(serverFile_)) + ": " + error.what());
+  /// Throws `CommandTrouble` when writing to `target` would change the distribution.
+  void RefuseDistribution(const Path& target) const {
+    bool within = IsWithin(target, arguments_.distribution);
+    for (const Path& name : ListConfFiles(arguments_.distribution)) {
+      within = within || IsSame(target, arguments_.distribution / name);  // under another name
+    }
+    if (within) {
+      throw CommandTrouble(ToUtf8(PathText(target)) + ": this is inside the distribution's folder");
     }
   }
 

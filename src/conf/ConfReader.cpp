@@ -89,13 +89,16 @@ class Reading {
   /// @return whether the file was read to its end.
   bool Run() {
     Open();
+    const bool asks = context_.bareLineFeeds == BareLineFeeds::kAsk;
+    const bool repairs = !asks && context_.bareLineFeeds != BareLineFeeds::kEndLines;
+    if (repairs && HasBareLineFeed() && !RepairFile()) return false;
     StringView line;
     while (NextLine(line)) {
       line = Trim(line);
-      if (Contains(line, u"\n")) {
+      if (asks && Contains(line, u"\n")) {
         if (!RepairFile()) return false;
-        // The first line of the repaired text is taken as it stands, and what was read before the
-        // repair is read a second time.
+        // Kept: what was read before the question is read a second time, and the first line is
+        // not trimmed then. What the windows show of such a file relies on it.
         if (!NextLine(line)) return true;
       }
       if (!TakeLine(line)) return false;
@@ -134,6 +137,14 @@ class Reading {
     lines_ = ConfLines(text_, context_.bareLineFeeds == BareLineFeeds::kEndLines
                                   ? ConfLines::LineFeed::kEndsLine
                                   : ConfLines::LineFeed::kStays);
+  }
+
+  [[nodiscard]] bool HasBareLineFeed() const {
+    ConfLines lines(text_);
+    for (StringView line; lines.Next(line);) {
+      if (Contains(line, u"\n")) return true;
+    }
+    return false;
   }
 
   bool NextLine(StringView& line) {

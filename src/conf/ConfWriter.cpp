@@ -55,8 +55,10 @@ bool ConfWriter::SaveConfFile(OpenedFile& file, const Document& settings,
     const std::optional<std::string> onDisk = ContentOf(file.path);
     if (onDisk != bytes) {
       if (!MayReplace(file, onDisk)) return false;
-      if (onDisk && !file.copied) copyTrouble = KeepCopy(file, *onDisk);
-      ReplaceBytes(file.path, bytes);
+      // Only a save that gets so far may cost the copy of an earlier one.
+      ReplaceBytes(file.path, bytes, [&] {
+        if (onDisk && !file.copied) copyTrouble = KeepCopy(file, *onDisk);
+      });
       file.copied = true;
     }
     file.bytes = bytes;
@@ -121,10 +123,12 @@ std::string ConfWriter::EncodeLines(const std::vector<String>& lines, ConfCharse
   for (const String& line : lines) {
     const auto encoded = EncodeConfText(line, charset);
     if (!encoded) {
-      const StringView text = ParseConfLine(line).text;
-      throw RuntimeError(0, u"ConfWriter",
-                         FinishedText(language_.Text(LNG54),
-                                      {text.substr(0, text.find(u':')), CharsetName(charset)}));
+      const ConfLine parsed = ParseConfLine(line);
+      const StringView name = parsed.text.substr(0, parsed.text.find(u':'));
+      const bool series = IsRepeatable(name, options_.series);
+      throw RuntimeError(
+          0, u"ConfWriter",
+          FinishedText(language_.Text(LNG54), {series ? parsed.text : name, CharsetName(charset)}));
     }
     bytes.append(*encoded).append("\r\n");
   }

@@ -20,7 +20,7 @@ struct OpenedFile {
   std::optional<std::string> bytes =
       {};  ///< the content when it was read; nothing where it was missing
   ConfCharset charset = ConfCharset::kWindows1252;  ///< in which it is saved
-  bool copied = false;  ///< PATH.bak holds what it was before the first save
+  bool copied = false;  ///< PATH.bak has been made, or is not to be made any more
 
   /// @return the file as the disk has it now, whose own character set it keeps. Throws `FileError`
   /// when it cannot be read.
@@ -39,8 +39,8 @@ class ConfWriter {
   /// unchanged.
   ///
   /// Everything is encoded before the file is touched. A file that already holds the bytes is left
-  /// alone. One that no longer holds what was read is saved only if the user agrees. Before the
-  /// first save the file that stands there is copied to PATH.bak; a copy that cannot be made is
+  /// alone. One that no longer holds what was read is saved only if the user agrees. Just before
+  /// the first save its old content is copied to PATH.bak; a copy that cannot be made is
   /// told after "Saved!". Then the file is replaced wholly or not at all (`ReplaceBytes`).
   /// @param file what is known of it; afterwards what this save has made of it
   /// @return whether the file holds what was to be saved.

@@ -171,6 +171,16 @@ SaveChanges ListSaveChanges(std::string_view oldBytes, const std::vector<String>
   return changes;
 }
 
+std::vector<String> WholeFileEffects(const SaveChanges& changes, const Language& language) {
+  std::vector<String> effects;
+  for (const auto& [holds, key] :
+       {std::pair(changes.reordered, LNG60), std::pair(changes.reformatted, LNG61),
+        std::pair(changes.otherLineEnds, LNG62), std::pair(changes.markGoes, LNG63)}) {
+    if (holds) effects.push_back(FinishedText(language.Text(key)));
+  }
+  return effects;
+}
+
 String DiffText(const SaveChanges& changes, const Language& language) {
   String text;
   const auto add = [&text](StringView sign, bool commented, const SaveChange& change,
@@ -189,10 +199,8 @@ String DiffText(const SaveChanges& changes, const Language& language) {
   if (changes.lostCommentLines > 0) {
     text += u"- // (" + ToText(changes.lostCommentLines) + u")" + String(kLineEnd);
   }
-  for (const auto& [holds, key] :
-       {std::pair(changes.reordered, LNG60), std::pair(changes.reformatted, LNG61),
-        std::pair(changes.otherLineEnds, LNG62), std::pair(changes.markGoes, LNG63)}) {
-    if (holds) text += FinishedText(language.Text(key)) + String(kLineEnd);
+  for (const String& effect : WholeFileEffects(changes, language)) {
+    text += effect + String(kLineEnd);
   }
   return text;
 }

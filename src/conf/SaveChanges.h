@@ -48,6 +48,10 @@ struct SaveChanges {
                                           const std::vector<String>& newLines,
                                           std::string_view newBytes, StringView series);
 
+/// @return what changes in the file as a whole, each in a few words.
+[[nodiscard]] std::vector<String> WholeFileEffects(const SaveChanges& changes,
+                                                   const Language& language);
+
 /// @return the changes as comparisons of text files show them: each line that goes behind "-", each
 /// that comes behind "+", behind "- //" how many comment lines go, and then a sentence for each
 /// change of the whole file. Lines end in CR LF.

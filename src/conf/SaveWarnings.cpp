@@ -15,7 +15,7 @@ int CountOtherValues(const Fields& settings) {
   int count = 0;
   for (int i = 0; i < settings.Count(); ++i) {
     const String value = settings.Field(i)->Value();
-    count += ReadBackValue(value) != value ? 1 : 0;
+    count += ReadBackValue(value) != Trim(value) ? 1 : 0;
   }
   return count;
 }

@@ -22,15 +22,6 @@ namespace fs = std::filesystem;
 constexpr size_t kBlock = 64UL * 1024;
 constexpr int kMostLinks = 40;  // as many as the systems themselves follow
 
-/// @return the file behind symbolic links, also one that is yet to be created.
-Path BehindLinks(Path path) {
-  std::error_code error;
-  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
-    path = path.parent_path() / fs::read_symlink(path, error);
-  }
-  return path;
-}
-
 /// @return a name for a new file in the folder of `target`, not too long for file systems.
 Path NameBeside(const Path& target) {
   constexpr size_t kMostUnits = 200;
@@ -103,7 +94,8 @@ bool Try(const std::function<void()>& step) {
 }
 
 /// @return whether the existing file `target` was replaced; where not, it is as it was.
-bool ReplaceByRename(const Path& target, std::string_view bytes) {
+bool ReplaceByRename(const Path& target, std::string_view bytes,
+                     const std::function<void()>& ready) {
   std::optional<NewFile> temporary;
   const auto make = [&] {
     temporary.emplace(NameBeside(target), FileHandle::Mode::kCreatePrivate);
@@ -111,6 +103,7 @@ bool ReplaceByRename(const Path& target, std::string_view bytes) {
   };
   if (!Try(make)) return false;
   temporary->Fill(bytes);
+  ready();
   return Try([&] { temporary->TakePlaceOf(target); });
 }
 
@@ -150,7 +143,8 @@ void PutBack(FileHandle& file, std::string_view old, size_t lost) {
 
 /// Writes over a regular file. After a failure it has its old bytes again, or `FileDamaged` is
 /// thrown.
-void OverwriteInPlace(const Path& path, std::string_view bytes) {
+void OverwriteInPlace(const Path& path, std::string_view bytes,
+                      const std::function<void()>& ready) {
   FileHandle file(path, FileHandle::Mode::kUpdate);
   const std::string old = ReadAll(file, path);
   const std::string_view head = bytes.substr(0, old.size());
@@ -162,6 +156,7 @@ void OverwriteInPlace(const Path& path, std::string_view bytes) {
       file.Write(bytes.substr(old.size()));
       file.Flush();
     }
+    ready();
     file.Seek(0);
     overwriting = true;
     file.Write(head);
@@ -205,17 +200,33 @@ std::string ReadBytes(const Path& path) {
   return ReadAll(file, path);
 }
 
-void ReplaceBytes(const Path& path, std::string_view bytes) {
+Path BehindLinks(Path path) {
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
+    path = path.parent_path() / fs::read_symlink(path, error);
+  }
+  return path;
+}
+
+void ReplaceBytes(const Path& path, std::string_view bytes, const std::function<void()>& ready) {
+  const FileKind kind = KindOf(path);
+  if (kind != FileKind::kFile && kind != FileKind::kMissing) {
+    WriteInPlace(path, bytes);  // links to pipes and devices lead nowhere that has a name
+    return;
+  }
   const Path target = BehindLinks(path);
-  const FileKind kind = KindOf(target);
   if (kind == FileKind::kMissing) {
     Create(target, bytes);
-  } else if (kind != FileKind::kFile) {
-    WriteInPlace(target, bytes);
-  } else {
-    // Renaming would pass over a write protection: ask the file itself first.
-    { const FileHandle probe(target, FileHandle::Mode::kProbeForWrite); }
-    if (HasOtherNames(target) || !ReplaceByRename(target, bytes)) OverwriteInPlace(target, bytes);
+    return;
+  }
+  // Renaming would pass over a write protection: ask the file itself first.
+  { const FileHandle probe(target, FileHandle::Mode::kProbeForWrite); }
+  bool told = false;
+  const auto tellOnce = [&] {
+    if (ready && !std::exchange(told, true)) ready();
+  };
+  if (HasOtherNames(target) || !ReplaceByRename(target, bytes, tellOnce)) {
+    OverwriteInPlace(target, bytes, tellOnce);
   }
 }
 

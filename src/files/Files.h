@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -38,7 +39,14 @@ using Path = std::filesystem::path;
 ///
 /// Throws `FileDamaged` when the old bytes could not be put back. After any other `FileError` the
 /// file is what it was.
-void ReplaceBytes(const Path& path, std::string_view bytes);
+/// @param ready is called before the first byte of an existing regular file is given up, when the
+/// room for the new ones has been found: a save that comes to nothing does not come here, unless
+/// the last step fails
+void ReplaceBytes(const Path& path, std::string_view bytes,
+                  const std::function<void()>& ready = {});
+
+/// @return the file behind symbolic links, also one that is yet to be created.
+[[nodiscard]] Path BehindLinks(Path path);
 
 /// Makes `copy` a whole copy of `file`, by a temporary file in the folder of `copy` that is
 /// flushed and renamed over. A link at `copy`, also one to `file`, is replaced and not followed.

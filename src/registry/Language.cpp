@@ -82,11 +82,11 @@ constexpr auto kDefaults = std::to_array<StringView>({
     u"Comment lines that will be lost: %1",
     u"Commented-out settings that become active: %1",
     u"Mandatory settings that are still missing: %1",
-    u"The order of lines changes.",
+    u"order of lines changes",
     // LNG61
-    u"Lines are reformatted.",
-    u"Line ends become CR LF.",
-    u"The byte order mark goes.",
+    u"lines are reformatted",
+    u"line ends become CR LF",
+    u"the byte order mark goes",
     u"Read again, the saved file will be taken for %1 text.",
     u"This will be read back as: %1",
 });

@@ -53,14 +53,15 @@ void FileWindow::Save(const Document& settings, const SeriesView& series) {
   try {
     const std::vector<String> lines = writer.ConfFileLines(settings, series);
     const std::string bytes = writer.EncodeLines(lines, context_.server.charset);
-    const SaveChanges changes = ListSaveChanges(context_.server.bytes.value_or(std::string()),
-                                                lines, bytes, context_.options.series);
+    const std::string onDisk =
+        OpenedFile::FromDisk(context_.server.path).bytes.value_or(std::string());
+    const SaveChanges changes = ListSaveChanges(onDisk, lines, bytes, context_.options.series);
     warnings = WarningText(ListSaveWarnings(settings, *context_.documents.distribution, changes,
                                             bytes, context_.server.charset),
                            context_.language);
     details = DiffText(changes, context_.language);
   } catch (const RuntimeError&) {
-    // What cannot be encoded has no list; saving tells it.
+    // What cannot be encoded or read has no list; saving tells it.
   }
   if (ShowMessage(context_.messages, context_.language.Text(LNG20) + u"%1", kYesNo | kQuestion,
                   {warnings.empty() ? warnings : u"\r\n\r\n" + warnings},

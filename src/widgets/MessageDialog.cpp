@@ -132,7 +132,6 @@ void MessageDialog::AddDetails(const QString& details) {
   auto* const button =
       buttons_->addButton(QMessageBox::tr("Show Details..."), QDialogButtonBox::ActionRole);
   button->setObjectName("showDetails");
-  button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, [this, button] {
     const bool show = details_->isHidden();
     details_->setVisible(show);

@@ -33,7 +33,7 @@ class OneLine : public QValidator {
 QString ReadBackWarning(StringView value, StringView warning) {
   const String readBack = ReadBackValue(value);
   if (readBack == Trim(value)) return {};
-  return ToQString(FillPlaceholders(warning, {readBack}));
+  return ToQString(FinishedText(warning, {readBack}));
 }
 
 void PaintWarningFrame(QPainter& painter, const QRect& place, const QPalette& palette) {

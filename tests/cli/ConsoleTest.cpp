@@ -244,25 +244,35 @@ TEST_F(ConsoleTest, MergeRefusesToReplaceWhatSomebodyElseHasWritten) {
   struct Meddler : std::stringbuf {
     int_type underflow() override {
       if (std::exchange(asked, true)) return std::stringbuf::underflow();
-      WriteFile(file, "theirs: 1\r\n");
+      removes ? (void)std::filesystem::remove(file) : WriteFile(file, "theirs: 1\r\n");
       str("y\nn\n");
       return std::stringbuf::underflow();
     }
     Path file;
+    bool removes = false;
     bool asked = false;
   };
-  Meddler meddler;
-  meddler.file = folder_ / "server/a.conf";
-  std::istream in(&meddler);
-  std::ostringstream out;
-  std::ostringstream err;
-  EXPECT_EQ(RunConsole({"--registry", At("options.reg"), "merge", At("dist"), At("server"),
-                        "a.conf", "--remove", "rate"},
-                       {in, out, err, true, false}),
-            kTrouble);
-  EXPECT_THAT(err.str(), HasSubstr("The file has changed on the disk since it was read. Save "
-                                   "anyway?\n" +
-                                   At("server/a.conf") + " [y/N] "));
+  const Path file = folder_ / "server/a.conf";
+  const auto merge = [&](bool removes) {
+    Meddler meddler;
+    meddler.file = file;
+    meddler.removes = removes;
+    std::istream in(&meddler);
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(RunConsole({"--registry", At("options.reg"), "merge", At("dist"), At("server"),
+                          "a.conf", "--remove", "rate"},
+                         {in, out, err, true, false}),
+              kTrouble);
+    return err.str();
+  };
+  const std::string question =
+      "The file has changed on the disk since it was read. Save anyway?\n" + At("server/a.conf") +
+      " [y/N] ";
+  EXPECT_THAT(merge(true), HasSubstr(question));
+  EXPECT_FALSE(std::filesystem::exists(file));
+  Write("server/a.conf", kServer);
+  EXPECT_THAT(merge(false), HasSubstr(question));
   EXPECT_EQ(Read("server/a.conf"), "theirs: 1\r\n");
   EXPECT_FALSE(std::filesystem::exists(folder_ / "server/a.conf.bak"));
 }
@@ -336,6 +346,8 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
                                                           {"--output", At("dist/new.conf")},
                                                           {"--output", At("dist/x/../b")},
                                                           {"--output", At("dist")},
+                                                          {"--output", ""},
+                                                          {"--set", "rate=\xE9"},
                                                           {"--output", "-", "--dry-run"}};
   for (const auto& options : kRefused) {
     EXPECT_EQ(Merge(options), kTrouble) << options.front();
@@ -343,6 +355,25 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
     EXPECT_EQ(out_, "");
     EXPECT_EQ(Read("server/a.conf"), kServer);
   }
+#ifndef _WIN32
+  // Other ways into the distribution's folder, and out of the program.
+  Write("dist/b.conf", "b: 1\r\n");
+  std::filesystem::create_hard_link(folder_ / "dist/b.conf", folder_ / "hard");
+  std::filesystem::create_symlink(folder_ / "dist/new.conf", folder_ / "soft");
+  for (const char* const name : {"hard", "soft"}) {
+    EXPECT_EQ(Merge({"--output", At(name)}), kTrouble) << name;
+    EXPECT_THAT(err_, HasSubstr("this is inside the distribution's folder"));
+  }
+  EXPECT_EQ(Read("dist/b.conf"), "b: 1\r\n");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "dist/new.conf"));
+  const Path here = std::filesystem::current_path();
+  std::filesystem::current_path(folder_ / "dist");
+  EXPECT_EQ(Run({"merge", ".", "../server", "a.conf", "--output", "new.conf"}), kTrouble);
+  std::filesystem::current_path(here);
+  std::filesystem::create_symlink("../dist/b.conf", folder_ / "server/b.conf");
+  EXPECT_EQ(Run({"merge", At("dist"), At("server"), "b.conf", "--remove", "b", "--yes"}), kTrouble);
+  std::filesystem::remove(folder_ / "server/b.conf");
+#endif
   EXPECT_EQ(Run({"merge", At("dist"), At("server"), "none.conf"}), kTrouble);
   EXPECT_EQ(Run({"check", At("nowhere"), At("server")}), kTrouble);
   EXPECT_EQ(Run({"check", At("server")}), kTrouble);
@@ -423,6 +454,12 @@ TEST_F(ConsoleTest, MergeAsksAtTheTerminal) {
                                "folder? [y/N] "));
   EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("server"), "b.conf"}), kNothingToDo);
   EXPECT_EQ(Read("server/b.conf"), "b: 1\r\nc: 2\r\n");
+
+  // The copy of a file that has gone is worth more than one of the distribution's.
+  std::filesystem::rename(folder_ / "server/b.conf", folder_ / "server/b.conf.bak");
+  EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("server"), "b.conf", "--remove", "c"}),
+            kNothingToDo);
+  EXPECT_EQ(Read("server/b.conf.bak"), "b: 1\r\nc: 2\r\n");
 }
 
 TEST_F(ConsoleTest, DryRunPrintsChangesAndWritesNothing) {

@@ -192,6 +192,9 @@ TEST_F(ConfReaderTest, RepairsBareLineFeeds) {
   EXPECT_TRUE(LoadAgain());
   EXPECT_EQ(ReadFile(path_), "a: 1\r\n");
   EXPECT_EQ(notes_.bytes, "a: 1\r\n");
+  EXPECT_TRUE(Load("a: 1\r\nb: 2\n")) << "no line is read twice where nobody is asked";
+  EXPECT_EQ(Values(*settings_), "a=1 b=2");
+  EXPECT_EQ(ReadFile(path_), "a: 1\r\r\nb: 2\r\n");
 }
 
 TEST_F(ConfReaderTest, TakesBareLineFeedsForLineEnds) {

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
 
 #include <chrono>
 #include <random>
@@ -121,6 +124,27 @@ TEST_F(ConfWriterTest, TellsACopyThatCannotBeMadeAfterTheSave) {
   EXPECT_THAT(messages_.shown[1].text,
               StartsWith("The copy " + ToUtf8(PathText(copy_)) + " could not be made: "));
 }
+
+#ifndef _WIN32
+TEST_F(ConfWriterTest, AFailedSaveLeavesTheCopyOfAnEarlierOne) {
+  WriteFile(path_, "// x\n");
+  WriteFile(copy_, "precious\n");
+  OpenedFile file = OpenedFile::FromDisk(path_);
+  settings_.Fields().AddField(u"a", String(2000, u'x'));
+  rlimit before{};
+  ::getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit tight = {1000, before.rlim_max};
+  for (const bool inPlace : {false, true}) {
+    if (inPlace) std::filesystem::create_hard_link(path_, folder_ / "other");
+    ::setrlimit(RLIMIT_FSIZE, &tight);
+    EXPECT_FALSE(Save(file)) << "a full disk";
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(ReadFile(path_) + ReadFile(copy_), "// x\nprecious\n");
+  }
+  EXPECT_TRUE(Save(file));
+  EXPECT_EQ(ReadFile(copy_), "// x\n");
+}
+#endif
 
 TEST_F(ConfWriterTest, AsksBeforeItReplacesWhatSomebodyElseHasWritten) {
   WriteFile(path_, "read\n");

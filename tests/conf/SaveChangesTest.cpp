@@ -89,7 +89,7 @@ TEST(SaveChanges, ReadAsADifferenceOfTexts) {
   EXPECT_EQ(ToUtf8(DiffText(changes, Language())),
             "- a: 1\r\n+ a: 9\r\n- //b: 2\r\n+ b: 2\r\n+ new: 4\r\n- npc: c\r\n+ //npc: c\r\n"
             "- //npc: d\r\n+ npc: d\r\n+ //npc: e\r\n- gone: 3\r\n- // (1)\r\n"
-            "Line ends become CR LF.\r\n");
+            "line ends become CR LF\r\n");
   EXPECT_EQ(DiffText({}, Language()), u"");
 }
 
@@ -112,7 +112,7 @@ TEST(SaveWarnings, CountWhatTheUserShouldKnow) {
   EXPECT_EQ(ToUtf8(WarningText(
                 ListSaveWarnings(settings, distribution, changes, bytes, ConfCharset::kWindows1252),
                 language)),
-            "Values that will be read back otherwise: 2\r\n"
+            "Values that will be read back otherwise: 1\r\n"
             "Comment lines that will be lost: 2\r\n"
             "Commented-out settings that become active: 1\r\n"
             "Mandatory settings that are still missing: 1\r\n"

@@ -234,7 +234,7 @@ class EditorTest : public QObject {
     QCOMPARE(ReadFile(file), std::string(kServer));
     QVERIFY(editor.Changed());
     QCOMPARE(editor.messages.Details(), QString("- b: 6\r\n+ b: 60\r\n+ //map: m3\r\n- // (1)\r\n"
-                                                "Lines are reformatted.\r\n"));
+                                                "lines are reformatted\r\n"));
     editor.Press("Command3");
     QCOMPARE(ReadFile(file), std::string("a: 5\r\nb: 60\r\nown: 7\r\nmap: m1\r\n//map: m2\r\n"
                                          "//map: m3\r\nnpc: n1\r\n"));

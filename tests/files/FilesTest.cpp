@@ -10,11 +10,14 @@
 namespace quenmar {
 namespace {
 
+using Write = std::function<void(const Path&, std::string_view)>;
+
 TEST(Files, HoldExactlyTheBytesWrittenLast) {
   const ScratchFolder folder;
   const std::string large(200'001, 'x');
   const Path file = folder / PathFromText(u"\u00F1 \u4E2D\U0001F600.conf");
-  for (const auto write : {ReplaceBytes, WriteInPlace, ReplaceBytes}) {
+  const auto replace = [](const Path& path, std::string_view bytes) { ReplaceBytes(path, bytes); };
+  for (const auto& write : {Write(replace), Write(WriteInPlace), Write(replace)}) {
     for (const std::string& bytes : {large, std::string("a\r\n\n\r\x1A\0\xFF", 8), large}) {
       write(file, bytes);
       EXPECT_EQ(ReadBytes(file), bytes);

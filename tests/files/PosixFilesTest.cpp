@@ -8,6 +8,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -370,6 +371,11 @@ TEST_F(PosixFiles, PipesAndDevicesAreWrittenNotReplaced) {
   EXPECT_EQ(::read(reader, received.data(), received.size()), 3);
   ::close(reader);
   EXPECT_TRUE(fs::is_fifo(file_));
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  EXPECT_EQ(ReplaceError("/dev/fd/" + std::to_string(ends[1])), 0) << "a pipe without a name";
+  EXPECT_EQ(::read(ends[0], received.data(), received.size()), 3);
+  for (const int end : ends) ::close(end);
   if (!fs::is_character_file("/dev/full")) GTEST_SKIP() << "no device that is always full";
   const Unprivileged unprivileged;  // whatever goes wrong, the device stays
   EXPECT_EQ(ReplaceError("/dev/full"), ENOSPC);
