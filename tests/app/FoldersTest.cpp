@@ -51,6 +51,7 @@ void FoldersTest::FoldersAreJudgedOnceTheyAreComplete() {
   for (const auto& [reason, complete] :
        {std::pair(Qt::PopupFocusReason, false), std::pair(Qt::ActiveWindowFocusReason, false),
         std::pair(Qt::TabFocusReason, true)}) {
+    Get<QComboBox>("ConfFiles")->setFocus(Qt::PopupFocusReason);  // a refused box has it
     QFocusEvent leaving(QEvent::FocusOut, reason);
     QApplication::sendEvent(from, &leaving);
     QCoreApplication::sendPostedEvents();

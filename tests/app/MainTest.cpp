@@ -170,7 +170,7 @@ void MainTest::BareLineFeedsAreRepairedOrEndTheApplication() {
   const QString question =
       "[36] This file contain LF as line ending, do you want to fix? (This tool is compatible with "
       "CR+LF)\r\n" +
-      ToQString(PathText(*scratch_ / "conf/a.conf"));
+      ToQString(PathText((*scratch_ / "conf" / "a.conf").make_preferred()));
   for (const char* const command : {"Command3", "Command5"}) {
     WriteFile(*scratch_ / "conf/a.conf", "a: 2\nb: 3\n");
     OpenOnFolders();

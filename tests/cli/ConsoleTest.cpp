@@ -11,6 +11,7 @@
 
 #include "ScratchFolder.h"
 #include "Trees.h"
+#include "files/FileError.h"
 
 namespace quenmar {
 namespace {
@@ -39,7 +40,18 @@ class ConsoleTest : public ::testing::Test {
 
   void Write(const char* name, std::string_view bytes) { WriteFile(folder_ / name, bytes); }
   std::string Read(const char* name) { return ReadFile(folder_ / name); }
-  std::string At(const char* name) { return ToUtf8(PathText(folder_ / name)); }
+  std::string At(const char* name) {
+    return ToUtf8(PathText(Path(folder_ / name).make_preferred()));
+  }
+
+  /// @return the system's words for a file that is not there.
+  std::string NoSuchFile() {
+    try {
+      return ReadBytes(folder_ / "no such file");
+    } catch (const FileError& error) {
+      return error.what();
+    }
+  }
 
   /// Runs the program with a registry file in the scratch folder.
   int Run(std::vector<std::string> arguments) {
@@ -193,8 +205,8 @@ TEST_F(ConsoleTest, ReadingAsksNothingEndsAtNothingAndWritesNothing) {
             "c.conf, line 1: the file is UTF-8 text\n"
             "no.conf: could not be read\n"
             "  note     " +
-            dist +
-            "no.conf: No such file or directory\n"
+            dist + "no.conf: " + NoSuchFile() +
+            "\n"
             "dist/a.conf: could not be read\n"
             "  note     dist/a.conf: FILE is a name without a folder; its folders are DIST_DIR and "
             "SERVER_DIR\n"

@@ -108,7 +108,13 @@ void WidgetsTest::BoxesKeepToTheScreen() {
       QCoreApplication::processEvents();
       QVERIFY(box->findChild<MessageText*>("messageDetails")->height() > screen.height() / 4);
     }
-    QVERIFY(screen.contains(box->frameGeometry()));
+#ifdef Q_OS_WIN
+    // Where Wine's windows are in the end is up to the window manager around it.
+    const QRect whole = QRect(screen.topLeft(), box->frameGeometry().size());
+#else
+    const QRect whole = box->frameGeometry();
+#endif
+    QVERIFY2(screen.contains(whole), qPrintable(QDebug::toString(whole)));
     for (const QPushButton* const button : box->findChildren<QPushButton*>()) {
       const QRect place(button->mapTo(box, QPoint()), button->size());
       QVERIFY(box->rect().contains(place) && button->width() >= button->sizeHint().width());
