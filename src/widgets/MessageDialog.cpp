@@ -166,9 +166,22 @@ void MessageDialog::SetDefaultButton(QDialogButtonBox::StandardButton button) {
 void MessageDialog::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
     QGuiApplication::clipboard()->setText(text_->accessibleName());
+  } else if (QPushButton* const button = ButtonOf(*event)) {
+    button->click();
   } else {
     QDialog::keyPressEvent(event);
   }
+}
+
+QPushButton* MessageDialog::ButtonOf(const QKeyEvent& event) const {
+  if ((event.modifiers() & ~Qt::ShiftModifier) != Qt::NoModifier || event.text().isEmpty()) {
+    return nullptr;
+  }
+  for (QAbstractButton* const button : buttons_->buttons()) {
+    const QKeySequence key = QKeySequence::mnemonic(button->text());
+    if (!key.isEmpty() && key[0].key() == event.key()) return qobject_cast<QPushButton*>(button);
+  }
+  return nullptr;
 }
 
 void MessageDialog::showEvent(QShowEvent* event) {

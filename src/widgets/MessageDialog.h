@@ -6,6 +6,8 @@
 #include <QStyle>
 #include <optional>
 
+class QPushButton;
+
 namespace quenmar {
 
 /// Text to be read, selected and copied; it scrolls where it has too little room. What is copied is
@@ -50,7 +52,8 @@ class MessageDialog : public QDialog {
   void SetDefaultButton(QDialogButtonBox::StandardButton button);
 
  protected:
-  /// Copies the text, also while a button has the focus.
+  /// Copies the text, also while a button has the focus. The letter that is underlined in a button
+  /// presses it, without any other key.
   void keyPressEvent(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
@@ -58,6 +61,8 @@ class MessageDialog : public QDialog {
   void AddDetails(const QString& details);
   void LayOut(const QPixmap& icon);
   void Fit();
+  /// @return the button whose letter was typed; null when it was none's.
+  [[nodiscard]] QPushButton* ButtonOf(const QKeyEvent& event) const;
 
   MessageText* text_ = nullptr;
   QDialogButtonBox* buttons_;
