@@ -1,0 +1,165 @@
+#include <chrono>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "cli/ConsoleFixture.h"
+
+namespace quenmar {
+namespace {
+
+using ::testing::HasSubstr;
+using Json = nlohmann::json;
+
+TEST_F(ConsoleTest, CheckTellsAPersonWhatDiffers) {
+  Write("dist/new.conf", "n: 1\r\n//m: 2\r\n");
+  Write("dist/same.CONF", "s: 1\r\n");
+  Write("server/same.CONF", "s: 1\r\n");
+  EXPECT_EQ(Run({"check", At("dist"), At("server")}), kDifferences);
+  EXPECT_EQ(
+      out_,
+      "a.conf: 2 new (1 mandatory), 2 changed, 1 obsolete, 1 inactive; series: 1 new, 1 only on "
+      "the server\n"
+      "  new [x]  fresh  7\n"
+      "  new [ ]  extra  8\n"
+      "  changed  base   2  (distribution: 1)\n"
+      "  changed  rate   150  (distribution: 100)\n"
+      "  inactive base   2\n"
+      "  obsolete old    3\n"
+      "  new      npc: new.txt\n"
+      "  own      npc: own.txt\n"
+      "  save     1 added\n"
+      "  save     1 removed\n"
+      "  save     1 changed\n"
+      "  save     1 now active\n"
+      "  save     1 comment line lost\n"
+      "  save     order of lines changes\n"
+      "new.conf: the server lacks this file: 2 new (1 mandatory), 0 changed, 0 obsolete\n"
+      "  new [x]  n  1\n"
+      "  new [ ]  m  2\n"
+      "same.CONF: no differences\n"
+      "Sum of 3 files: 1 different, 1 new, 0 failed; settings: 4 new (2 mandatory), 2 changed, "
+      "1 obsolete, 1 inactive\n"
+      "[x] mandatory: the server needs it; [ ] optional\n");
+  EXPECT_EQ(err_, "");
+  EXPECT_EQ(Run({"check", At("dist"), At("server"), "same.CONF"}), kNothingToDo);
+  colours_ = true;
+  Run({"check", At("dist"), At("server"), "a.conf"});
+  EXPECT_THAT(out_, HasSubstr("\033[32mnew [x] \033[0m fresh"));
+}
+
+TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
+  Write("dist/bad.conf", "x y: 1\r\nnpc: a b\r\n");
+  Write("dist/new.conf", "n: \xE9\r\n");
+  EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
+  EXPECT_EQ(err_, "");
+  Json expected = Json::parse(R"([
+    {"file": "a.conf", "status": "different",
+     "new": [{"name": "fresh", "value": "7", "mandatory": true},
+             {"name": "extra", "value": "8", "mandatory": false}],
+     "obsolete": [{"name": "old", "value": "3"}],
+     "changed": [{"name": "base", "actual": "2", "original": "1"},
+                 {"name": "rate", "actual": "150", "original": "100"}],
+     "inactive": [{"name": "base", "value": "2"}],
+     "series": {"new": [{"type": "npc", "name": "new.txt"}],
+                "obsolete": [{"type": "npc", "name": "own.txt"}]},
+     "findings": [{"line": 0, "kind": "save", "text": "1 added"},
+                  {"line": 0, "kind": "save", "text": "1 removed"},
+                  {"line": 0, "kind": "save", "text": "1 changed"},
+                  {"line": 0, "kind": "save", "text": "1 now active"},
+                  {"line": 0, "kind": "save", "text": "1 comment line lost"},
+                  {"line": 0, "kind": "save", "text": "order of lines changes"}]},
+    {"file": "bad.conf", "status": "failed", "new": [], "obsolete": [], "changed": [],
+     "inactive": [], "series": {"new": [], "obsolete": []},
+     "findings": [{"line": 2, "kind": "name", "text": ""}]},
+    {"file": "new.conf", "status": "new", "new": [{"name": "n", "value": "é", "mandatory": true}],
+     "obsolete": [], "changed": [], "inactive": [], "series": {"new": [], "obsolete": []},
+     "findings": []}])");
+  expected[1]["findings"][0]["text"] = At("dist/bad.conf") + ": Name don't allow spaces: npc: a b";
+  EXPECT_EQ(Json::parse(out_), expected);
+}
+
+TEST_F(ConsoleTest, ReadingAsksNothingEndsAtNothingAndWritesNothing) {
+  const std::pair<const char*, std::string> kFiles[] = {
+      {"dist/a.conf", "rate: 1\nrate: 2\n//rate: 3\ngone: 0\n"},
+      {"server/a.conf", "//rate: 4\n//gone: 0\ngone: 1\n"},
+      {"dist/b.conf", std::string("\xFF\xFE"
+                                  "b\0",
+                                  4)},
+      {"server/b.conf", "b: \xC3\xA9\n"},
+      {"dist/c.conf",
+       "\xEF\xBB\xBF"
+       "c: caf\xC3\xA9\r\n"},
+      {"server/c.conf", "c: caf\xE9\r\n"}};
+  const auto time = std::filesystem::last_write_time(folder_ / "dist") - std::chrono::hours(1);
+  for (const auto& [name, bytes] : kFiles) {
+    Write(name, bytes);
+    std::filesystem::last_write_time(folder_ / name, time);
+  }
+  std::filesystem::create_directory(folder_ / "dist/d.conf");
+  for (const char* const answer : {"--yes", "--no"}) {
+    EXPECT_EQ(Run({answer, "check", At("dist"), At("server"), "a.conf", "b.conf", "c.conf",
+                   "no.conf", "dist/a.conf"}),
+              kTrouble);
+    EXPECT_EQ(err_, "");
+    const std::string dist = At("dist/");
+    const std::string server = At("server/");
+    EXPECT_EQ(
+        out_,
+        "a.conf: 0 new (0 mandatory), 2 changed, 0 obsolete\n"
+        "  changed  rate  4  (distribution: 1)\n"
+        "  changed  gone  1  (distribution: 0)\n"
+        "  note     " +
+            dist +
+            "a.conf, line 1: this is the first line that ends in a bare line feed\n"
+            "  note     " +
+            dist +
+            "a.conf, line 2: the setting rate has been set before\n"
+            "  note     " +
+            server +
+            "a.conf, line 1: this is the first line that ends in a bare line feed\n"
+            "  save     1 now active\n"
+            "  save     1 comment line lost\n"
+            "  save     line ends become CR LF\n"
+            "b.conf: could not be read\n"
+            "  note     " +
+            dist +
+            "b.conf: This is UTF-16 text. Configuration files are UTF-8 or "
+            "Windows-1252 text; please convert it.\n"
+            "  note     " +
+            server +
+            "b.conf, line 1: the file is UTF-8 text\n"
+            "  note     " +
+            server +
+            "b.conf, line 1: this is the first line that ends in a bare line feed\n"
+            "c.conf: no differences\n"
+            "  note     " +
+            dist +
+            "c.conf, line 1: the file is UTF-8 text\n"
+            "no.conf: could not be read\n"
+            "  note     " +
+            dist + "no.conf: " + NoSuchFile() +
+            "\n"
+            "dist/a.conf: could not be read\n"
+            "  note     dist/a.conf: FILE is a name without a folder; its folders are DIST_DIR and "
+            "SERVER_DIR\n"
+            "Sum of 5 files: 1 different, 0 new, 3 failed; settings: 0 new (0 mandatory), 2 "
+            "changed, "
+            "0 obsolete, 0 inactive\n");
+  }
+  EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
+  EXPECT_EQ(Json::parse(out_).size(), 3U);
+  Run({"dump", At("dist/a.conf")});
+  Run({"compare", At("dist/a.conf"), At("server/a.conf")});
+  Merge({"--dry-run"});
+  Merge({"--fix-line-ends", "--dry-run"});
+  for (const auto& [name, bytes] : kFiles) {
+    EXPECT_EQ(Read(name), bytes) << name;
+    EXPECT_EQ(std::filesystem::last_write_time(folder_ / name), time) << name;
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "options.reg"));
+  Run({"--fix-line-ends", "check", At("dist"), At("server"), "a.conf"});
+  EXPECT_EQ(Read("server/a.conf"), "//rate: 4\r\n//gone: 0\r\ngone: 1\r\n");
+}
+
+}  // namespace
+}  // namespace quenmar

@@ -1,0 +1,75 @@
+// Runs the console program in a scratch folder with one file in two versions.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ScratchFolder.h"
+#include "Trees.h"
+#include "cli/Console.h"
+#include "files/FileError.h"
+
+namespace quenmar {
+
+inline constexpr const char* kDistribution =
+    "// Base\r\nbase: 1\r\nrate: 100\r\nfresh: 7\r\n//extra: 8\r\nnpc: a.txt\r\nnpc: new.txt\r\n";
+inline constexpr const char* kServer =
+    "// Mine\r\nrate: 150 // high\r\n//base: 2\r\nold: 3\r\nnpc: own.txt\r\n//npc: a.txt\r\n";
+inline constexpr const char* kMerged =
+    "base: 2\r\nrate: 150\r\nnpc: own.txt\r\n//npc: a.txt\r\n//npc: new.txt\r\n";
+
+class ConsoleTest : public ::testing::Test {
+ protected:
+  ConsoleTest() {
+    for (const char* name : {"dist", "server"}) std::filesystem::create_directory(folder_ / name);
+    Write("dist/a.conf", kDistribution);
+    Write("server/a.conf", kServer);
+  }
+
+  void Write(const char* name, std::string_view bytes) { WriteFile(folder_ / name, bytes); }
+  std::string Read(const char* name) { return ReadFile(folder_ / name); }
+  std::string At(const char* name) {
+    return ToUtf8(PathText(Path(folder_ / name).make_preferred()));
+  }
+
+  /// @return the system's words for a file that is not there.
+  std::string NoSuchFile() {
+    try {
+      return ReadBytes(folder_ / "no such file");
+    } catch (const FileError& error) {
+      return error.what();
+    }
+  }
+
+  /// Runs the program with a registry file in the scratch folder.
+  int Run(std::vector<std::string> arguments) {
+    std::istringstream in(input_);
+    std::ostringstream out;
+    std::ostringstream err;
+    arguments.insert(arguments.begin(), {"--registry", At("options.reg")});
+    const int status = RunConsole(arguments, {in, out, err, interactive_, colours_});
+    out_ = out.str();
+    err_ = err.str();
+    return status;
+  }
+
+  int Merge(std::vector<std::string> options) {
+    options.insert(options.begin(), {"merge", At("dist"), At("server"), "a.conf"});
+    return Run(std::move(options));
+  }
+
+  ScratchFolder folder_;
+  bool interactive_ = false;
+  bool colours_ = false;
+  std::string input_;
+  std::string out_;
+  std::string err_;
+};
+
+}  // namespace quenmar
