@@ -174,7 +174,7 @@ class Run {
         .LoadConfFile(path, trees.settings, trees.series, &trees.notes);
   }
 
-  void CheckNoEndIsMissed(const Path& path, std::string_view bytes) {
+  static void CheckNoEndIsMissed(const Path& path, std::string_view bytes) {
     const auto decoded = DecodeConfText(bytes);
     const std::string mark = decoded->mark ? "\xEF\xBB\xBF" : "";
     Require(mark + EncodeConfText(decoded->text, decoded->charset).value() == bytes,

@@ -187,14 +187,15 @@ class Merge {
 
   /// @return the file to be written. The server's file must still be what was read.
   [[nodiscard]] OpenedFile Target() const {
-    if (WritesServerFile()) {
-      RefuseDistribution(serverFile_);
-      if (serverSource_ != serverFile_) return {serverFile_};
-      return {serverFile_, serverNotes_.bytes};
+    const Path output = WritesServerFile() ? serverFile_ : ArgumentPath(*arguments_.output);
+    if (WritesServerFile() || IsSame(output, serverFile_)) {
+      // The server's folder may well be one below the distribution's.
+      RefuseDistribution(IsDistributionFile(output), output);
+      if (serverSource_ != serverFile_) return {output};
+      return {output, serverNotes_.bytes};
     }
-    const Path output = ArgumentPath(*arguments_.output);
-    RefuseDistribution(output);
-    if (IsSame(output, serverFile_)) return {output, serverNotes_.bytes};
+    RefuseDistribution(IsDistributionFile(output) || IsWithin(output, arguments_.distribution),
+                       output);
     try {
       return OpenedFile::FromDisk(output);
     } catch (const FileError& error) {
@@ -223,15 +224,17 @@ class Merge {
     return ListSaveChanges(before, lines, after, context_.options.series);
   }
 
-  /// Throws `CommandTrouble` when writing to `target` would change the distribution.
-  void RefuseDistribution(const Path& target) const {
-    bool within = IsWithin(target, arguments_.distribution);
-    for (const Path& name : ListConfFiles(arguments_.distribution)) {
-      within = within || IsSame(target, arguments_.distribution / name);  // under another name
-    }
-    if (within) {
-      throw CommandTrouble(ToUtf8(PathText(target)) + ": this is inside the distribution's folder");
-    }
+  /// @return whether the path is another name of a file of the distribution.
+  [[nodiscard]] bool IsDistributionFile(const Path& path) const {
+    const std::vector<Path> names = ListConfFiles(arguments_.distribution);
+    return std::any_of(names.begin(), names.end(), [this, &path](const Path& name) {
+      return IsSame(path, arguments_.distribution / name);
+    });
+  }
+
+  static void RefuseDistribution(bool isDistributions, const Path& target) {
+    if (!isDistributions) return;
+    throw CommandTrouble(ToUtf8(PathText(target)) + ": this is inside the distribution's folder");
   }
 
   void WarnOfCharset(const std::string& bytes, ConfCharset charset) const {

@@ -182,6 +182,14 @@ TEST_F(ConsoleTest, AFileThatTheServerLacksComesOnlyWithASave) {
   EXPECT_FALSE(std::filesystem::exists(folder_ / "server/b.conf"));
 }
 
+TEST_F(ConsoleTest, TheServersFolderMayBeBelowTheDistributions) {
+  std::filesystem::create_directory(folder_ / "dist/own");
+  Write("dist/own/a.conf", kServer);
+  EXPECT_EQ(Run({"merge", At("dist"), At("dist/own"), "a.conf"}), kNothingToDo);
+  EXPECT_EQ(Read("dist/own/a.conf"), kMerged);
+  EXPECT_EQ(Read("dist/a.conf"), kDistribution);
+}
+
 TEST_F(ConsoleTest, MergeTreatsASettingThatStandsTwiceAsOne) {
   Write("dist/a.conf", "a: 1\r\n//a: 2\r\nb: 3\r\n");
   Write("server/a.conf", "a: 5\r\nb: 3\r\n");
