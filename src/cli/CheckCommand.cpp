@@ -130,9 +130,7 @@ class Examination {
  private:
   bool Read(const Path& path, Version& version) {
     NoUser nobody;
-    const auto bareLineFeeds = context_.fixLineEnds ? ConfReader::BareLineFeeds::kRepairInFile
-                                                    : ConfReader::BareLineFeeds::kEndLines;
-    const ConfReader reader(context_.options, context_.language, nobody, bareLineFeeds);
+    const ConfReader reader(context_.options, context_.language, nobody, context_.BareLineFeeds());
     const bool complete =
         reader.LoadConfFile(path, version.settings, version.series, &version.notes);
     for (const Finding& finding : version.notes.findings) {
@@ -182,9 +180,8 @@ class Examination {
                      context_.language)) {
         tell(FromUtf8(effect));
       }
-      SaveWarnings warnings;
-      warnings.readAs = OtherCharset(bytes, charset);
-      if (warnings.readAs) tell(WarningText(warnings, context_.language));
+      const String warning = CharsetWarning(bytes, charset, context_.language);
+      if (!warning.empty()) tell(warning);
     } catch (const RuntimeError& error) {
       tell(error.Description());
     }

@@ -25,6 +25,9 @@ struct CommandContext {
   const Language& language;
   TerminalMessages& messages;
   bool fixLineEnds = false;  ///< reading repairs bare LF line ends in the file
+
+  /// @param mayRepair false where nothing may be written: a repair then happens in memory
+  [[nodiscard]] ConfReader::BareLineFeeds BareLineFeeds(bool mayRepair = true) const;
 };
 
 /// Something the user asked for cannot be done; `what` is the sentence to show.
@@ -36,8 +39,7 @@ class CommandTrouble : public std::runtime_error {
 struct CheckArguments {
   Path distribution;
   Path server;
-  std::vector<std::string>
-      files;  ///< names; all configuration files of the distribution when empty
+  std::vector<std::string> files;  ///< names; all of the distribution's when empty
   bool json = false;
 };
 int RunCheck(const CheckArguments& arguments, const CommandContext& context);
@@ -72,7 +74,7 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 
 /// Reads a file; bare LF line ends end lines, unless they are to be repaired.
 /// @param notes receives what else was seen, if given
-/// @param mayRepair false where nothing may be written: a repair then happens in memory
+/// @param mayRepair as in `CommandContext::BareLineFeeds`
 /// @return whether the file was read to its end.
 [[nodiscard]] bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
                                 std::shared_ptr<Document>& series, const CommandContext& context,

@@ -174,16 +174,18 @@ Path ArgumentPath(const std::string& argument) {
   return std::u8string(argument.begin(), argument.end());
 }
 
+ConfReader::BareLineFeeds CommandContext::BareLineFeeds(bool mayRepair) const {
+  using Choice = ConfReader::BareLineFeeds;
+  if (!fixLineEnds) return Choice::kEndLines;
+  return mayRepair ? Choice::kRepairInFile : Choice::kRepairInMemory;
+}
+
 bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
                   std::shared_ptr<Document>& series, const CommandContext& context,
                   ConfNotes* notes, bool mayRepair) {
-  using BareLineFeeds = ConfReader::BareLineFeeds;
-  BareLineFeeds bareLineFeeds = BareLineFeeds::kEndLines;
-  if (context.fixLineEnds) {
-    bareLineFeeds = mayRepair ? BareLineFeeds::kRepairInFile : BareLineFeeds::kRepairInMemory;
-  }
   context.messages.SetSubject(file);
-  const ConfReader reader(context.options, context.language, context.messages, bareLineFeeds);
+  const ConfReader reader(context.options, context.language, context.messages,
+                          context.BareLineFeeds(mayRepair));
   return reader.LoadConfFile(file, settings, series, notes);
 }
 

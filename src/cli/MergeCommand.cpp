@@ -238,9 +238,7 @@ class Merge {
   }
 
   void WarnOfCharset(const std::string& bytes, ConfCharset charset) const {
-    SaveWarnings warnings;
-    warnings.readAs = OtherCharset(bytes, charset);
-    const String text = WarningText(warnings, context_.language);
+    const String text = CharsetWarning(bytes, charset, context_.language);
     if (!text.empty()) context_.streams.err << "quenmarctl: " << Printable(text) << '\n';
   }
 

@@ -8,6 +8,7 @@
 #include "conf/EndApplication.h"
 #include "conf/Functions.h"
 #include "docmodel/DocError.h"
+#include "text/Charset.h"
 
 namespace quenmar {
 
@@ -27,8 +28,6 @@ void AppendComment(String& block, StringView line) {
   if (!block.empty()) block += kLineEnd;
   block += ForComments(line);
 }
-
-bool IsEscapedByte(char16_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
 
 /// Collects what is worth telling about the lines of one text.
 class NoteTaker {

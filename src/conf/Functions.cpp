@@ -7,6 +7,26 @@
 
 namespace quenmar {
 
+namespace {
+
+String FillPlaceholders(StringView text, std::initializer_list<StringView> placeholders) {
+  String filled;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const size_t number = text[i] == u'%' && i + 1 < text.size() && text[i + 1] >= u'1'
+                              ? static_cast<size_t>(text[i + 1] - u'1')
+                              : placeholders.size();
+    if (number < placeholders.size()) {
+      filled += placeholders.begin()[number];
+      ++i;
+    } else {
+      filled += text[i];
+    }
+  }
+  return filled;
+}
+
+}  // namespace
+
 bool ReadTextFile(const Path& path, String& text) {
   try {
     text = FromWindows1252(ReadBytes(path));
@@ -25,22 +45,6 @@ bool WriteTextFile(const Path& path, StringView text) {
   } catch (const std::exception&) {
     return false;  // the result is the report
   }
-}
-
-String FillPlaceholders(StringView text, std::initializer_list<StringView> placeholders) {
-  String filled;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const size_t number = text[i] == u'%' && i + 1 < text.size() && text[i + 1] >= u'1'
-                              ? static_cast<size_t>(text[i + 1] - u'1')
-                              : placeholders.size();
-    if (number < placeholders.size()) {
-      filled += placeholders.begin()[number];
-      ++i;
-    } else {
-      filled += text[i];
-    }
-  }
-  return filled;
 }
 
 String FinishedText(StringView text, std::initializer_list<StringView> placeholders) {

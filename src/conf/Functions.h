@@ -27,13 +27,9 @@ using CheckList = std::vector<CheckItem>;
 /// @return whether the file was written.
 [[nodiscard]] bool WriteTextFile(const Path& path, StringView text);
 
-/// @return `text` with "%1" and "%2" replaced by the placeholders in one pass: what a placeholder
-/// brings is not searched again.
-[[nodiscard]] String FillPlaceholders(StringView text,
-                                      std::initializer_list<StringView> placeholders);
-
 /// @return a text of the message table as it is shown: every backslash followed by "n" is a line
-/// break, and then the placeholders are filled in, which are not searched for breaks.
+/// break, and "%1" and "%2" are the placeholders, filled in in one pass: what one brings is
+/// searched neither for breaks nor for the other.
 [[nodiscard]] String FinishedText(StringView text,
                                   std::initializer_list<StringView> placeholders = {});
 

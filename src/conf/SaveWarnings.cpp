@@ -38,9 +38,13 @@ std::optional<ConfCharset> OtherCharset(std::string_view bytes, ConfCharset char
   return same ? std::nullopt : std::optional(readAgain->charset);
 }
 
+String CharsetWarning(std::string_view bytes, ConfCharset charset, const Language& language) {
+  const auto other = OtherCharset(bytes, charset);
+  return other ? FinishedText(language.Text(LNG64), {CharsetName(*other)}) : String();
+}
+
 SaveWarnings ListSaveWarnings(const Document& settings, const Document& distribution,
-                              const SaveChanges& changes, std::string_view bytes,
-                              ConfCharset charset) {
+                              const SaveChanges& changes, String charsetWarning) {
   SaveWarnings warnings;
   warnings.otherValues = CountOtherValues(settings.Fields());
   warnings.lostCommentLines = changes.lostCommentLines;
@@ -48,22 +52,22 @@ SaveWarnings ListSaveWarnings(const Document& settings, const Document& distribu
       changes.changes.begin(), changes.changes.end(),
       [](const SaveChange& change) { return change.kind == SaveChange::Kind::kActivated; }));
   warnings.missingMandatory = CountMissingMandatory(settings.Fields(), distribution.Fields());
-  warnings.readAs = OtherCharset(bytes, charset);
+  warnings.charset = std::move(charsetWarning);
   return warnings;
 }
 
 String WarningText(const SaveWarnings& warnings, const Language& language) {
   String text;
-  const auto add = [&text, &language](MessageKey key, StringView placeholder) {
+  const auto add = [&text](StringView sentence) {
     if (!text.empty()) text += kLineEnd;
-    text += FinishedText(language.Text(key), {placeholder});
+    text += sentence;
   };
   for (const auto& [count, key] :
        {std::pair(warnings.otherValues, LNG56), std::pair(warnings.lostCommentLines, LNG57),
         std::pair(warnings.activated, LNG58), std::pair(warnings.missingMandatory, LNG59)}) {
-    if (count > 0) add(key, ToText(count));
+    if (count > 0) add(FinishedText(language.Text(key), {ToText(count)}));
   }
-  if (warnings.readAs) add(LNG64, CharsetName(*warnings.readAs));
+  if (!warnings.charset.empty()) add(warnings.charset);
   return text;
 }
 

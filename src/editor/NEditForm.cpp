@@ -22,6 +22,7 @@
 #include "docmodel/XmlText.h"
 #include "editor/EditGridView.h"
 #include "widgets/QtText.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/SeriesTabs.h"
 #include "widgets/ValueEdit.h"
 #include "widgets/WindowGeometry.h"
@@ -169,18 +170,11 @@ void NEditForm::SetUpSize() {
   const int besideGrid = PixelsFor(empty.window.width - empty.xEDG.width);
   resize(xEDG_->FullWidth() + besideGrid, kFirstHeight);
   new WindowGeometry(this, "NEditForm");
-  if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(MostSize()));
-}
-
-QSize NEditForm::MostSize() const {
-  QSize frame = frameGeometry().size() - size();
-  // Before the window was shown, the style's own title bar tells about how high the system's is.
-  if (frame.height() == 0) frame.setHeight(style()->pixelMetric(QStyle::PM_TitleBarHeight));
-  return screen()->availableSize() - frame;
+  if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(LargestSize(*this)));
 }
 
 void NEditForm::WantHeight(int height) {
-  setMinimumHeight(std::max(std::min(height, MostSize().height()),
+  setMinimumHeight(std::max(std::min(height, LargestSize(*this).height()),
                             PixelsFor(EditorLayout::kSmallestWindow.height)));
 }
 

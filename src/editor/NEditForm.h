@@ -53,8 +53,6 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void Connect();
   void SetUpSize();
   void LayOut();
-  /// @return the largest size with which the window, its frame included, stands on the screen.
-  [[nodiscard]] QSize MostSize() const;
   /// Makes this the window's least height, as far as the screen has it.
   void WantHeight(int height);
 

@@ -79,7 +79,6 @@ void AppendUtf8(std::string& bytes, char32_t codePoint) {
 
 bool IsHighSurrogate(char16_t character) { return character >= 0xD800 && character <= 0xDBFF; }
 bool IsLowSurrogate(char16_t character) { return character >= 0xDC00 && character <= 0xDFFF; }
-bool IsEscapedByte(char16_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
 
 String DecodeUtf8Text(std::string_view bytes, bool escapes) {
   String text;
@@ -143,6 +142,8 @@ std::optional<std::string> ToWindows1252(StringView text) {
 bool FitsWindows1252(StringView text) {
   return std::all_of(text.begin(), text.end(), [](char16_t c) { return ByteOf(c) >= 0; });
 }
+
+bool IsEscapedByte(char16_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
 
 bool IsUtf8(std::string_view bytes) {
   while (!bytes.empty()) {

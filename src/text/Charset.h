@@ -35,6 +35,9 @@ namespace quenmar {
 /// surrogate U+DC00 plus the byte (U+DC80 to U+DCFF), so that every byte survives.
 [[nodiscard]] String FromUtf8KeepingBytes(std::string_view bytes);
 
+/// @return whether `FromUtf8KeepingBytes` makes this character of a byte that is no UTF-8.
+[[nodiscard]] bool IsEscapedByte(char16_t character);
+
 /// @return the bytes that `FromUtf8KeepingBytes` reads as `text`; nothing when `text` holds any
 /// other unpaired surrogate.
 [[nodiscard]] std::optional<std::string> ToUtf8KeepingBytes(StringView text);

@@ -56,9 +56,10 @@ void FileWindow::Save(const Document& settings, const SeriesView& series) {
     const std::string onDisk =
         OpenedFile::FromDisk(context_.server.path).bytes.value_or(std::string());
     const SaveChanges changes = ListSaveChanges(onDisk, lines, bytes, context_.options.series);
-    warnings = WarningText(ListSaveWarnings(settings, *context_.documents.distribution, changes,
-                                            bytes, context_.server.charset),
-                           context_.language);
+    warnings = WarningText(
+        ListSaveWarnings(settings, *context_.documents.distribution, changes,
+                         CharsetWarning(bytes, context_.server.charset, context_.language)),
+        context_.language);
     details = DiffText(changes, context_.language);
   } catch (const RuntimeError&) {
     // What cannot be encoded or read has no list; saving tells it.

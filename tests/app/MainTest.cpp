@@ -70,8 +70,12 @@ void MainTest::CheckChangesCopiesWhatTheServerLacks() {
   QVERIFY(QApplication::overrideCursor() == nullptr);
   std::filesystem::remove(*scratch_ / "conf/NEW.CONF");
 #endif
-  messages_.Answer({Button::kYes});
-  QCOMPARE(PressAndClose("Command5").left(24), QString("Check Changes - NEW.CONF"));
+  // What is begun from the distribution's file costs no copy of an earlier one.
+  WriteFile(*scratch_ / "conf/NEW.CONF.bak", "precious");
+  messages_.Answer({Button::kYes, Button::kYes});
+  const auto apply = [](QWidget* window) { window->findChild<QPushButton*>("cmdApply")->click(); };
+  QCOMPARE(PressAndClose("Command5", apply).left(24), QString("Check Changes - NEW.CONF"));
+  QCOMPARE(ReadFile(*scratch_ / "conf/NEW.CONF.bak"), std::string("precious"));
   QCOMPARE(ReadFile(*scratch_ / "conf/NEW.CONF"), std::string("n: 1\r\n"));
 }
 

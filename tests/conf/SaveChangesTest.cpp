@@ -110,7 +110,8 @@ TEST(SaveWarnings, CountWhatTheUserShouldKnow) {
   const SaveChanges changes = ListSaveChanges("// x\r\n// y\r\n//a: 1\r\n", lines, bytes, kSeries);
   const Language language;
   EXPECT_EQ(ToUtf8(WarningText(
-                ListSaveWarnings(settings, distribution, changes, bytes, ConfCharset::kWindows1252),
+                ListSaveWarnings(settings, distribution, changes,
+                                 CharsetWarning(bytes, ConfCharset::kWindows1252, language)),
                 language)),
             "Values that will be read back otherwise: 1\r\n"
             "Comment lines that will be lost: 2\r\n"

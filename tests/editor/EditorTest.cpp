@@ -229,6 +229,12 @@ class EditorTest : public QObject {
     const Path file = editor.folder / "conf" / "a.conf";
     editor.ClickCell(1, 1);
     QTest::keyClicks(editor.T(), "0");
+    WriteFile(file, "theirs: 1\r\n");
+    editor.messages.Answer({Button::kNo});
+    editor.Press("Command3");
+    QVERIFY(editor.messages.Details().contains("- theirs: 1"));  // the list is of the disk
+    WriteFile(file, kServer);
+    editor.messages.Take();
     editor.messages.Answer({Button::kNo, Button::kYes});
     editor.Press("Command3");
     QCOMPARE(ReadFile(file), std::string(kServer));
