@@ -71,6 +71,7 @@ void MainTest::CheckChangesCopiesWhatTheServerLacks() {
   std::filesystem::remove(*scratch_ / "conf/NEW.CONF");
 #endif
   // What is begun from the distribution's file costs no copy of an earlier one.
+  WriteFile(*scratch_ / "dist/NEW.CONF", "// x\r\nn: 1\r\n");
   WriteFile(*scratch_ / "conf/NEW.CONF.bak", "precious");
   messages_.Answer({Button::kYes, Button::kYes});
   const auto apply = [](QWidget* window) { window->findChild<QPushButton*>("cmdApply")->click(); };
@@ -80,6 +81,16 @@ void MainTest::CheckChangesCopiesWhatTheServerLacks() {
 }
 
 void MainTest::CommandsOpenTheirWindows() {
+#ifndef Q_OS_WIN
+  // A server's file that is the distribution's by a link must not be written.
+  std::filesystem::rename(*scratch_ / "conf/a.conf", *scratch_ / "conf/kept");
+  std::filesystem::create_symlink("../dist/a.conf", *scratch_ / "conf/a.conf");
+  OpenOnFolders();
+  Choose("a.conf");
+  Get<QPushButton>("Command3")->click();
+  QCOMPARE(messages_.Take(), QStringList("[0] Please, don't select the same folder."));
+  std::filesystem::rename(*scratch_ / "conf/kept", *scratch_ / "conf/a.conf");
+#endif
   OpenOnFolders();
   Choose("a.conf");
   QVERIFY(PressAndClose("Command3").startsWith("Editing a.conf"));
