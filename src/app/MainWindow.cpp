@@ -75,25 +75,25 @@ void Main::CreateControls() {
 }
 
 void Main::SetCaptions() {
-  setWindowTitle(Text(LNG1));
-  frame_->setTitle(Caption(LNG2));
-  distributionLabel_->setText(Caption(LNG3));
-  serverLabel_->setText(Caption(LNG4));
-  filesLabel_->setText(Caption(LNG5));
-  // The sort check box bears LNG10 and not LNG7: translations are made for this pairing.
-  sort_->setText(Caption(LNG10));
-  edit_->setText(Caption(LNG8));
-  checkChanges_->setText(Caption(LNG6));
-  close_->setText(Caption(LNG9));
-  for (auto [button, key] :
-       {std::pair(browseDistribution_, LNG3), std::pair(browseServer_, LNG4)}) {
+  setWindowTitle(Text(Message::kWindowTitle));
+  frame_->setTitle(Caption(Message::kPath));
+  distributionLabel_->setText(Caption(Message::kDistributionFolder));
+  serverLabel_->setText(Caption(Message::kServerFolder));
+  filesLabel_->setText(Caption(Message::kConfigFile));
+  // The check box that sorts has this caption and not `kSortParameterList`: translations expect it.
+  sort_->setText(Caption(Message::kSelectFile));
+  edit_->setText(Caption(Message::kEdit));
+  checkChanges_->setText(Caption(Message::kCheckChanges));
+  close_->setText(Caption(Message::kClose));
+  for (auto [button, key] : {std::pair(browseDistribution_, Message::kDistributionFolder),
+                             std::pair(browseServer_, Message::kServerFolder)}) {
     button->setText("...");
     button->setAccessibleName(Text(key) + " ...");
     button->setToolTip(Text(key));
   }
-  distribution_->setAccessibleName(Text(LNG3));
-  server_->setAccessibleName(Text(LNG4));
-  files_->setAccessibleName(Text(LNG5));
+  distribution_->setAccessibleName(Text(Message::kDistributionFolder));
+  server_->setAccessibleName(Text(Message::kServerFolder));
+  files_->setAccessibleName(Text(Message::kConfigFile));
 }
 
 void Main::LayOut() {
@@ -132,8 +132,10 @@ void Main::LayOut() {
 }
 
 void Main::Connect() {
-  connect(browseDistribution_, &QPushButton::clicked, this, [this] { Pick(*distribution_, LNG3); });
-  connect(browseServer_, &QPushButton::clicked, this, [this] { Pick(*server_, LNG4); });
+  connect(browseDistribution_, &QPushButton::clicked, this,
+          [this] { Pick(*distribution_, Message::kDistributionFolder); });
+  connect(browseServer_, &QPushButton::clicked, this,
+          [this] { Pick(*server_, Message::kServerFolder); });
   connect(this, &Main::Activated, this, &Main::Reread, Qt::QueuedConnection);
   for (FolderBox* const box : {distribution_, server_}) {
     connect(box, &FolderBox::FolderChanged, this, [this, box] { Judge(*box); });
@@ -240,7 +242,7 @@ void Main::CompleteBoxes() {
   server_->Complete();
 }
 
-void Main::Pick(FolderBox& box, MessageKey title) {
+void Main::Pick(FolderBox& box, Message title) {
   QString folder;
   {
     const QScopedValueRollback busy(busy_, true);
@@ -277,8 +279,8 @@ void Main::Edit() {
   const auto file = ChosenFile();
   if (!file) return;
   if (!Exists(FileIn(*server_, *file))) {
-    ShowMessage(messages_, String(language_.Text(LNG11)), message_style::kOk,
-                {*file, language_.Text(LNG6)});
+    ShowMessage(messages_, String(language_.Text(Message::kNotOnServer)), message_style::kOk,
+                {*file, language_.Text(Message::kCheckChanges)});
     return;
   }
   std::optional<ShownCursor> busy(Qt::WaitCursor);
@@ -299,7 +301,7 @@ void Main::CheckChanges() {
   if (!file) return;
   bool begun = false;
   if (!Exists(FileIn(*server_, *file))) {
-    if (ShowMessage(messages_, String(language_.Text(LNG14)),
+    if (ShowMessage(messages_, String(language_.Text(Message::kCopyNewFile)),
                     message_style::kYesNo | message_style::kQuestion, {*file}) != Button::kYes) {
       return;
     }
@@ -333,7 +335,7 @@ bool Main::CopyToServer(const String& file) {
 
 std::optional<String> Main::ChosenFile() {
   if (files_->currentIndex() >= 0) return FromQString(files_->currentText());
-  ShowMessage(messages_, String(language_.Text(LNG10)), message_style::kOk);
+  ShowMessage(messages_, String(language_.Text(Message::kSelectFile)), message_style::kOk);
   return std::nullopt;
 }
 
@@ -344,7 +346,7 @@ Path Main::FileIn(const FolderBox& box, const String& file) {
 std::optional<FileContext> Main::Read(const String& file) {
   const Path serverFile = FileIn(*server_, file);
   if (IsSame(FileIn(*distribution_, file), serverFile)) {
-    ShowMessage(messages_, String(language_.Text(LNG16)), message_style::kOk);
+    ShowMessage(messages_, String(language_.Text(Message::kSameFolder)), message_style::kOk);
     return std::nullopt;
   }
   ConfDocuments documents;
@@ -366,8 +368,8 @@ std::optional<FileContext> Main::Read(const String& file) {
       OpenedFile{serverFile, std::move(server.bytes), CharsetForSaving(server, distribution)}};
 }
 
-QString Main::Caption(MessageKey key) const { return ToCaption(language_.Text(key)); }
+QString Main::Caption(Message key) const { return ToCaption(language_.Text(key)); }
 
-QString Main::Text(MessageKey key) const { return ToQString(language_.Text(key)); }
+QString Main::Text(Message key) const { return ToQString(language_.Text(key)); }
 
 }  // namespace quenmar

@@ -77,7 +77,7 @@ class Main : public QWidget {
   void Refuse(FolderBox& box, const FolderCheck& check);
   /// Judges what was typed and not judged yet.
   void CompleteBoxes();
-  void Pick(FolderBox& box, MessageKey title);
+  void Pick(FolderBox& box, Message title);
   void Store(FolderBox& box, const QString& folder);
 
   /// Runs a command; when an answer ends the application on the way, ends it.
@@ -93,8 +93,8 @@ class Main : public QWidget {
   [[nodiscard]] bool CopyToServer(const String& file);
   /// Reads both files. @return nothing when a reading failed or was declined, which was told.
   [[nodiscard]] std::optional<FileContext> Read(const String& file);
-  [[nodiscard]] QString Caption(MessageKey key) const;  ///< to be shown
-  [[nodiscard]] QString Text(MessageKey key) const;     ///< to be read out, or passed on
+  [[nodiscard]] QString Caption(Message key) const;  ///< to be shown
+  [[nodiscard]] QString Text(Message key) const;     ///< to be read out, or passed on
 
   Registry& registry_;
   const Language& language_;

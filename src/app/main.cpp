@@ -41,7 +41,8 @@ int main(int argc, char** argv) {
     quenmar::Complain(quenmar::ToQString(trouble));
   }
   const auto language = quenmar::Language::LoadLanguage(*registry);
-  quenmar::QtMessageBoxes messages(quenmar::ToQString(language.Text(quenmar::LNG1)));
+  quenmar::QtMessageBoxes messages(
+      quenmar::ToQString(language.Text(quenmar::Message::kWindowTitle)));
   quenmar::Main window(*registry, language, messages, quenmar::PlatformFolderPicker(),
                        arguments.folders);
   window.show();

@@ -167,7 +167,7 @@ class Examination {
     AddMissingSeries(*distribution.series, *server.series);
     const SeriesGroups groups(*server.series);
     if (groups.GroupCount() > SeriesGroups::kMostGroups) {
-      tell(context_.language.Text(LNG22));
+      tell(context_.language.Text(Message::kTooManySeries));
       return;
     }
     const ConfWriter writer(context_.options, context_.language, context_.messages);

@@ -78,7 +78,7 @@ class Merge {
       throw CommandTrouble(ToUtf8(PathText(distributionFile_)) + ": no such file");
     }
     if (IsSame(distributionFile_, serverFile_)) {
-      throw CommandTrouble(ToUtf8(context_.language.Text(LNG16)));
+      throw CommandTrouble(ToUtf8(context_.language.Text(Message::kSameFolder)));
     }
     if (IsMissing(serverFile_)) StartWithTheDistributionsFile();
     if (!Read()) return kTrouble;
@@ -98,7 +98,7 @@ class Merge {
     serverSource_ = distributionFile_;
     if (!WritesServerFile()) return;
     const Button answer =
-        ShowMessage(context_.messages, String(context_.language.Text(LNG14)),
+        ShowMessage(context_.messages, String(context_.language.Text(Message::kCopyNewFile)),
                     message_style::kYesNo | message_style::kQuestion, {FromUtf8(arguments_.file)});
     if (answer != Button::kYes) throw CommandTrouble(kDeclined);
   }
@@ -209,7 +209,8 @@ class Merge {
     try {
       return writer.EncodeLines(lines, charset);
     } catch (const RuntimeError& error) {
-      const String unchanged = FinishedText(context_.language.Text(LNG50), {PathText(serverFile_)});
+      const String unchanged =
+          FinishedText(context_.language.Text(Message::kFileUnchanged), {PathText(serverFile_)});
       throw CommandTrouble(error.what() + ("\n" + ToUtf8(unchanged)));
     }
   }

@@ -109,7 +109,7 @@ SeriesGroups ChangeComparison::FillSeries(MessageBoxes& messages, const Language
   documents_.server->Fields().Sort(true);
   SeriesGroups groups(*documents_.serverSeries);
   if (groups.GroupCount() > SeriesGroups::kMostGroups) {
-    ShowMessage(messages, String(language.Text(LNG22)), message_style::kCritical);
+    ShowMessage(messages, String(language.Text(Message::kTooManySeries)), message_style::kCritical);
     throw EndApplication();
   }
   return groups;
@@ -139,7 +139,7 @@ int ChangeComparison::Remove(const std::vector<String>& names, MessageBoxes& mes
   std::vector<String> agreed;
   for (const String& name : names) {
     if (IsMandatory(name)) {
-      const Button answer = ShowMessage(messages, String(language.Text(LNG25)),
+      const Button answer = ShowMessage(messages, String(language.Text(Message::kRemoveMandatory)),
                                         kYesNoCancel | kQuestion | kDefaultButton2, {name});
       if (answer == Button::kCancel) break;
       if (answer != Button::kYes) continue;

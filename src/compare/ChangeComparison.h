@@ -38,8 +38,8 @@ class ChangeComparison {
 
   /// Offers the distribution's missing series entries in the shared server series document as
   /// commented-out ones, sorts the shared server settings document, and makes the check lists.
-  /// With an eleventh kind of series, shows LNG22 and throws `EndApplication`: no part of such a
-  /// file may be saved.
+  /// With an eleventh kind of series, shows Message::kTooManySeries and throws `EndApplication`: no
+  /// part of such a file may be saved.
   [[nodiscard]] SeriesGroups FillSeries(MessageBoxes& messages, const Language& language);
 
   [[nodiscard]] const Document& NewFields() const { return newFields_; }
@@ -66,8 +66,8 @@ class ChangeComparison {
   int Add(const std::vector<String>& names);
 
   /// Moves fields from `ActualFields` to the end of `DeletedFields`. Before a mandatory one goes,
-  /// asks LNG25 (Yes, No, Cancel; No is the default): No keeps it, Cancel keeps all further ones
-  /// too.
+  /// asks Message::kRemoveMandatory (Yes, No, Cancel; No is the default): No keeps it, Cancel keeps
+  /// all further ones too.
   /// @return how many fields were moved.
   int Remove(const std::vector<String>& names, MessageBoxes& messages, const Language& language);
 

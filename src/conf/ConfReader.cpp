@@ -125,7 +125,8 @@ class Reading {
     std::string bytes = ReadBytes(context_.path);
     std::optional<ConfText> decoded = DecodeConfText(bytes);
     if (!decoded) {
-      throw RuntimeError(0, u"ConfReader", FinishedText(context_.language.Text(LNG53)));
+      throw RuntimeError(0, u"ConfReader",
+                         FinishedText(context_.language.Text(Message::kUtf16Text)));
     }
     if (notes_) notes_->Begin(*decoded, std::move(bytes));
     Restart(std::move(decoded->text));
@@ -158,7 +159,7 @@ class Reading {
   [[nodiscard]] bool WantsRepair() {
     if (context_.bareLineFeeds != BareLineFeeds::kAsk) return true;
     const Button answer =
-        ShowMessage(context_.messages, context_.language.Text(LNG43) + u"\\n%1",
+        ShowMessage(context_.messages, context_.language.Text(Message::kFixLineEnds) + u"\\n%1",
                     message_style::kYesNo | message_style::kQuestion, {PathText(context_.path)});
     if (answer == Button::kNo) throw EndApplication();
     return answer == Button::kYes;
@@ -172,12 +173,13 @@ class Reading {
     }
     String text;
     if (!ReadTextFile(context_.path, text)) {
-      trouble_ = FinishedText(context_.language.Text(LNG44), {PathText(context_.path)});
+      trouble_ =
+          FinishedText(context_.language.Text(Message::kCannotRead), {PathText(context_.path)});
       context_.messages.Show(trouble_, message_style::kOk);
       return false;
     }
     if (!WriteTextFile(context_.path, RepairLineEnds(text))) {
-      trouble_ = FinishedText(context_.language.Text(LNG45));
+      trouble_ = FinishedText(context_.language.Text(Message::kLineEndsNotFixed));
       context_.messages.Show(trouble_, message_style::kCritical);
       return false;
     }
@@ -239,7 +241,8 @@ class Reading {
 
   bool AcceptsDuplicate(StringView name) {
     if (context_.options.alwaysIgnoreDupParam) return true;
-    return ShowMessage(context_.messages, String(context_.language.Text(LNG46)),
+    return ShowMessage(context_.messages,
+                       String(context_.language.Text(Message::kDuplicateSetting)),
                        message_style::kYesNo | message_style::kQuestion,
                        {name, PathText(context_.path)}) == Button::kYes;
   }
@@ -326,7 +329,8 @@ bool ConfReader::LoadConfFile(const Path& path, std::shared_ptr<Document>& setti
   } catch (const DocError& error) {
     line = reading.LineNumber();
     trouble = error.Description();
-    about = FinishedText(language_.Text(LNG55), {about, ToText(line), reading.Line()});
+    about =
+        FinishedText(language_.Text(Message::kPlaceInFile), {about, ToText(line), reading.Line()});
     if (notes != nullptr) {
       notes->findings.push_back({line, Finding::Kind::kRejectedName, String(reading.Line())});
     }

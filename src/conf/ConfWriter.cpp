@@ -66,9 +66,9 @@ bool ConfWriter::SaveConfFile(OpenedFile& file, const Document& settings,
     TellFailure(file.path, error);
     return false;
   }
-  ShowMessage(messages_, String(language_.Text(LNG41)), message_style::kInformation);
+  ShowMessage(messages_, String(language_.Text(Message::kSaved)), message_style::kInformation);
   if (!copyTrouble.empty()) {
-    ShowMessage(messages_, String(language_.Text(LNG52)), message_style::kOk,
+    ShowMessage(messages_, String(language_.Text(Message::kNoCopy)), message_style::kOk,
                 {PathText(CopyOf(file.path)), copyTrouble});
   }
   return true;
@@ -89,14 +89,15 @@ bool ConfWriter::MayReplace(const OpenedFile& file,
                             const std::optional<std::string>& onDisk) const {
   using namespace message_style;
   return onDisk == file.bytes ||
-         ShowMessage(messages_, language_.Text(LNG49) + u"\\n%1",
+         ShowMessage(messages_, language_.Text(Message::kChangedOnDisk) + u"\\n%1",
                      kYesNo | kQuestion | kDefaultButton2, {PathText(file.path)}) == Button::kYes;
 }
 
 void ConfWriter::TellFailure(const Path& path, const std::exception& error) const {
   const bool damaged = dynamic_cast<const FileDamaged*>(&error) != nullptr;
   ShowError(messages_, language_, DescriptionOf(error),
-            FinishedText(language_.Text(damaged ? LNG51 : LNG50), {PathText(path)}));
+            FinishedText(language_.Text(damaged ? Message::kFileDamaged : Message::kFileUnchanged),
+                         {PathText(path)}));
 }
 
 std::vector<String> ConfWriter::ConfFileLines(const Document& settings,
@@ -126,9 +127,9 @@ std::string ConfWriter::EncodeLines(const std::vector<String>& lines, ConfCharse
       const ConfLine parsed = ParseConfLine(line);
       const StringView name = parsed.text.substr(0, parsed.text.find(u':'));
       const bool series = IsRepeatable(name, options_.series);
-      throw RuntimeError(
-          0, u"ConfWriter",
-          FinishedText(language_.Text(LNG54), {series ? parsed.text : name, CharsetName(charset)}));
+      throw RuntimeError(0, u"ConfWriter",
+                         FinishedText(language_.Text(Message::kCharacterLacking),
+                                      {series ? parsed.text : name, CharsetName(charset)}));
     }
     bytes.append(*encoded).append("\r\n");
   }

@@ -31,13 +31,13 @@ bool AreSame(StringView one, StringView other) {
 FolderCheck CheckDistributionFolder(StringView distribution, StringView server) {
   FolderCheck check;
   if (!HasConfEntry(FolderOf(distribution))) {
-    check.message = LNG15;
+    check.message = Message::kSelectDistributionFolder;
     check.commands = FolderCheck::Commands::kDisabled;
     return check;
   }
   if (HasConfEntry(FolderOf(server))) {
     if (AreSame(distribution, server)) {
-      check.message = LNG16;
+      check.message = Message::kSameFolder;
       check.commands = FolderCheck::Commands::kDisabled;
       check.files.emplace();
       return check;
@@ -46,7 +46,7 @@ FolderCheck CheckDistributionFolder(StringView distribution, StringView server) 
   }
   check.files = FilesIn(distribution);
   if (check.files->empty()) {
-    check.message = LNG17;
+    check.message = Message::kNoConfFiles;
     check.placeholder = JoinPath(distribution, kPattern);
     check.commands = FolderCheck::Commands::kDisabled;
   }
@@ -56,14 +56,14 @@ FolderCheck CheckDistributionFolder(StringView distribution, StringView server) 
 FolderCheck CheckServerFolder(StringView distribution, StringView server) {
   FolderCheck check;
   if (ListConfFiles(FolderOf(server)).empty()) {
-    check.message = LNG18;
+    check.message = Message::kSelectServerFolder;
     check.commands = FolderCheck::Commands::kDisabled;
     return check;
   }
   std::vector<String> files = FilesIn(distribution);
   if (files.empty()) return check;
   if (AreSame(distribution, server)) {
-    check.message = LNG19;
+    check.message = Message::kSelectDifferentFolder;
     check.commands = FolderCheck::Commands::kDisabled;
   } else {
     check.commands = FolderCheck::Commands::kEnabled;

@@ -65,7 +65,7 @@ Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
 
 void ShowError(MessageBoxes& messages, const Language& language, StringView description,
                StringView about) {
-  ShowMessage(messages, language.Text(LNG42) + u"%1\\n%2", message_style::kOk,
+  ShowMessage(messages, language.Text(Message::kError) + u"%1\\n%2", message_style::kOk,
               {description, about});
 }
 

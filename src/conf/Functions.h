@@ -45,7 +45,7 @@ Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
 Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
                    std::initializer_list<StringView> placeholders = {}, const String& details = {});
 
-/// Shows "Error: " (LNG42) with a description and, on a line of its own, what failed.
+/// Shows "Error: " (`Message::kError`) with a description and, on a line of its own, what failed.
 /// @param about a path, or a place in a file
 void ShowError(MessageBoxes& messages, const Language& language, StringView description,
                StringView about);

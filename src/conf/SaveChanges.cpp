@@ -173,9 +173,10 @@ SaveChanges ListSaveChanges(std::string_view oldBytes, const std::vector<String>
 
 std::vector<String> WholeFileEffects(const SaveChanges& changes, const Language& language) {
   std::vector<String> effects;
-  for (const auto& [holds, key] :
-       {std::pair(changes.reordered, LNG60), std::pair(changes.reformatted, LNG61),
-        std::pair(changes.otherLineEnds, LNG62), std::pair(changes.markGoes, LNG63)}) {
+  for (const auto& [holds, key] : {std::pair(changes.reordered, Message::kOrderChanges),
+                                   std::pair(changes.reformatted, Message::kLinesReformatted),
+                                   std::pair(changes.otherLineEnds, Message::kLineEndsChange),
+                                   std::pair(changes.markGoes, Message::kMarkGoes)}) {
     if (holds) effects.push_back(FinishedText(language.Text(key)));
   }
   return effects;

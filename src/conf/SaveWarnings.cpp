@@ -40,7 +40,8 @@ std::optional<ConfCharset> OtherCharset(std::string_view bytes, ConfCharset char
 
 String CharsetWarning(std::string_view bytes, ConfCharset charset, const Language& language) {
   const auto other = OtherCharset(bytes, charset);
-  return other ? FinishedText(language.Text(LNG64), {CharsetName(*other)}) : String();
+  return other ? FinishedText(language.Text(Message::kReadAsOtherCharset), {CharsetName(*other)})
+               : String();
 }
 
 SaveWarnings ListSaveWarnings(const Document& settings, const Document& distribution,
@@ -63,8 +64,10 @@ String WarningText(const SaveWarnings& warnings, const Language& language) {
     text += sentence;
   };
   for (const auto& [count, key] :
-       {std::pair(warnings.otherValues, LNG56), std::pair(warnings.lostCommentLines, LNG57),
-        std::pair(warnings.activated, LNG58), std::pair(warnings.missingMandatory, LNG59)}) {
+       {std::pair(warnings.otherValues, Message::kValuesReadBack),
+        std::pair(warnings.lostCommentLines, Message::kCommentsLost),
+        std::pair(warnings.activated, Message::kSettingsActivated),
+        std::pair(warnings.missingMandatory, Message::kMandatoryMissing)}) {
     if (count > 0) add(FinishedText(language.Text(key), {ToText(count)}));
   }
   if (!warnings.charset.empty()) add(warnings.charset);

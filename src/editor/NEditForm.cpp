@@ -87,20 +87,20 @@ void NEditForm::SetUpGrid() {
   grid.SetCols(kColumns);
   for (const int col : {kName, kOriginalValue, kType}) grid.SetReadOnly(col, true);
   grid.SetColType(kActualValue, u"0");
-  grid.SetFormatString(Context().language.Text(LNG23));
+  grid.SetFormatString(Context().language.Text(Message::kGridColumns));
   xEDG_->Reload();
 }
 
 void NEditForm::SetCaptions() {
-  const auto naming = [this](MessageKey key) {
+  const auto naming = [this](Message key) {
     return ReplaceAll(Context().language.Text(key), u"%1", Context().fileName);
   };
-  SetTitle(naming(LNG13) + u" - " + Context().serverFolder);
-  frame_->setTitle(ToCaption(naming(LNG12)));
-  apply_->setText(Caption(LNG24));
-  close_->setText(Caption(LNG9));
-  xEDG_->setAccessibleName(Text(LNG38));
-  xEDG_->SetWarning(Context().language.Text(LNG65));
+  SetTitle(naming(Message::kEditingTitle) + u" - " + Context().serverFolder);
+  frame_->setTitle(ToCaption(naming(Message::kEditingFrame)));
+  apply_->setText(Caption(Message::kApply));
+  close_->setText(Caption(Message::kClose));
+  xEDG_->setAccessibleName(Text(Message::kParameters));
+  xEDG_->SetWarning(Context().language.Text(Message::kReadBackAs));
 }
 
 void NEditForm::AddClipboardActions() {
@@ -248,7 +248,8 @@ void NEditForm::LoadGrid() {
     grid.SetCellValue(row, kName, field->Name());
     grid.SetCellValue(row, kActualValue, field->Value());
     grid.SetCellValue(row, kOriginalValue, original->Value());
-    grid.SetCellValue(row, kType, Context().language.Text(mandatory ? LNG47 : LNG48));
+    grid.SetCellValue(
+        row, kType, Context().language.Text(mandatory ? Message::kMandatory : Message::kOptional));
   }
   xEDG_->Reload();
   xEDG_->show();
@@ -260,7 +261,7 @@ bool NEditForm::LoadSeries() {
   AddMissingSeries(*Context().documents.distributionSeries, serverSeries);
   const SeriesGroups groups(serverSeries);
   if (groups.GroupCount() > SeriesGroups::kMostGroups) {
-    ShowMessage(Context().messages, String(Context().language.Text(LNG22)),
+    ShowMessage(Context().messages, String(Context().language.Text(Message::kTooManySeries)),
                 message_style::kOk | message_style::kCritical);
     return false;
   }

@@ -63,10 +63,12 @@ void frmUpdaterX::ConnectControls() {
   for (const int k : {kNew, kDeleted}) {
     connect(selectAlls_[k], &QPushButton::clicked, this, [this, k] { SelectAll(k); });
   }
-  connect(helps_[0], &QPushButton::clicked, this, [this] { Ask(LNG26, kInformation); });
-  connect(helps_[1], &QPushButton::clicked, this, [this] { Ask(LNG27, kInformation); });
+  connect(helps_[0], &QPushButton::clicked, this,
+          [this] { Ask(Message::kNewSettingsHelp, kInformation); });
+  connect(helps_[1], &QPushButton::clicked, this,
+          [this] { Ask(Message::kObsoleteSettingsHelp, kInformation); });
   for (ValueEdit* const editor : {originalValue_, actualValue_}) {
-    editor->SetWarning(Context().language.Text(LNG65));
+    editor->SetWarning(Context().language.Text(Message::kReadBackAs));
   }
   connect(originalValue_, &QLineEdit::textChanged, this, [this](const QString& text) {
     const auto name = lists_[kNew]->CurrentName();
@@ -129,7 +131,8 @@ void frmUpdaterX::ShowHints() {
     const Language& language = Context().language;
     hints_[page]->clear();
     if (!name) continue;
-    const String& state = language.Text(comparison_.IsMandatory(*name) ? LNG47 : LNG48);
+    const String& state =
+        language.Text(comparison_.IsMandatory(*name) ? Message::kMandatory : Message::kOptional);
     hints_[page]->setText(ToQString(u" [" + state + u"]"));
   }
 }
@@ -152,8 +155,8 @@ void frmUpdaterX::UpdateChangesPage() {
 void frmUpdaterX::UndoTick(QListWidgetItem* item) {
   lists_[kNew]->SetTicked(item, comparison_.IsMandatory(FromQString(item->text())));
   const Language& language = Context().language;
-  checkHint_->setText(
-      ToQString(u"Checked: " + language.Text(LNG47) + u", Unchecked: " + language.Text(LNG48)));
+  checkHint_->setText(ToQString(u"Checked: " + language.Text(Message::kMandatory) +
+                                u", Unchecked: " + language.Text(Message::kOptional)));
 }
 
 void frmUpdaterX::SelectAll(int list) {

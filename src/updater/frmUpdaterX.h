@@ -53,8 +53,7 @@ class frmUpdaterX : public FileWindow {
   void BuildWindow();
   void OrderTabs();
   void ConnectControls();
-  QGroupBox* MakeFrame(int list, MessageKey caption, QPushButton* help,
-                       const QList<QWidget*>& below);
+  QGroupBox* MakeFrame(int list, Message caption, QPushButton* help, const QList<QWidget*>& below);
 
   /// Fills the lists, and then ticks further items of each by their names.
   void FillListsTicking(const std::array<std::vector<String>, 3>& ticked);

@@ -53,21 +53,22 @@ QVBoxLayout* MakeButtonColumn(const QList<QPushButton*>& buttons) {
 }  // namespace
 
 void frmUpdaterX::MakeControls() {
-  const auto button = [this](MessageKey key) {
+  const auto button = [this](Message key) {
     auto* const made = new QPushButton(Caption(key));
     made->setAutoDefault(false);
     return made;
   };
   for (ParameterList*& list : lists_) list = new ParameterList;
-  moves_ = {button(LNG32), button(LNG35), button(LNG36)};
-  selectAlls_ = {button(LNG34), nullptr, button(LNG34)};
-  helps_ = {button(LNG31), button(LNG31)};
-  apply_ = button(LNG24);
-  close_ = button(LNG9);
+  moves_ = {button(Message::kAdd), button(Message::kRemove), button(Message::kRestore)};
+  selectAlls_ = {button(Message::kSelectAll), nullptr, button(Message::kSelectAll)};
+  helps_ = {button(Message::kHelp), button(Message::kHelp)};
+  apply_ = button(Message::kApply);
+  close_ = button(Message::kClose);
   for (QLabel*& hint : hints_) {
     hint = MakePlainLabel();
     const QFontMetrics metrics = hint->fontMetrics();
-    for (const MessageKey key : {LNG47, LNG48}) {  // so that neighbours do not move to and fro
+    for (const Message key :
+         {Message::kMandatory, Message::kOptional}) {  // so that neighbours do not move to and fro
       const QString text = ToQString(u" [" + Context().language.Text(key) + u"]");
       hint->setMinimumWidth(std::max(hint->minimumWidth(), metrics.horizontalAdvance(text)));
     }
@@ -92,7 +93,8 @@ void frmUpdaterX::NameControls() {
     control->setAccessibleName(spoken);
   };
   setObjectName("frmUpdaterX");
-  const std::array<MessageKey, 3> titles{LNG28, LNG38, LNG33};
+  const std::array<Message, 3> titles{Message::kNewSettings, Message::kParameters,
+                                      Message::kObsoleteSettings};
   for (int k = 0; k < 3; ++k) {
     const QString title = Text(titles[k]);
     name(lists_[k], QString("lstParameters%1").arg(k), title);
@@ -103,22 +105,22 @@ void frmUpdaterX::NameControls() {
     selectAlls_[k]->setAccessibleDescription(title);
   }
   name(helps_[0], "cmdHelp0");
-  helps_[0]->setAccessibleDescription(Text(LNG28));
+  helps_[0]->setAccessibleDescription(Text(Message::kNewSettings));
   name(helps_[1], "cmdHelp1");
-  helps_[1]->setAccessibleDescription(Text(LNG33));
+  helps_[1]->setAccessibleDescription(Text(Message::kObsoleteSettings));
   for (QLabel* const hint : hints_) name(hint, "lblHint");
   name(checkHint_, "lblCheckHint");
-  name(originalValue_, "txtOriginalValue", Text(LNG29));
-  name(actualValue_, "txtActualValue", Text(LNG30));
-  name(value_, "txtValue", Text(LNG37));
+  name(originalValue_, "txtOriginalValue", Text(Message::kOriginalValue));
+  name(actualValue_, "txtActualValue", Text(Message::kActualValue));
+  name(value_, "txtValue", Text(Message::kValue));
   name(comments_, "txtComments");
   name(apply_, "cmdApply");
   name(close_, "cmdClose");
-  name(tabLists_, "tabLists", Text(LNG38));
+  name(tabLists_, "tabLists", Text(Message::kParameters));
 }
 
 /// Puts a list with its buttons beside it, and what belongs below it, into a frame.
-QGroupBox* frmUpdaterX::MakeFrame(int list, MessageKey caption, QPushButton* help,
+QGroupBox* frmUpdaterX::MakeFrame(int list, Message caption, QPushButton* help,
                                   const QList<QWidget*>& below) {
   auto* const frame = new QGroupBox(Caption(caption));
   auto* const withHint = new QVBoxLayout;
@@ -138,10 +140,11 @@ void frmUpdaterX::BuildChangesPage() {
   auto* const splitter = new QSplitter(Qt::Vertical);
   splitter->setChildrenCollapsible(false);
   auto* const original = new QWidget;
-  original->setLayout(MakeRow({MakeLabel(Caption(LNG29), originalValue_), originalValue_}));
+  original->setLayout(
+      MakeRow({MakeLabel(Caption(Message::kOriginalValue), originalValue_), originalValue_}));
   original->layout()->setContentsMargins({});
-  splitter->addWidget(MakeFrame(kNew, LNG28, helps_[0], {original}));
-  splitter->addWidget(MakeFrame(kDeleted, LNG33, helps_[1], {}));
+  splitter->addWidget(MakeFrame(kNew, Message::kNewSettings, helps_[0], {original}));
+  splitter->addWidget(MakeFrame(kDeleted, Message::kObsoleteSettings, helps_[1], {}));
 
   // Both frames' buttons stand below each other.
   const QList<QPushButton*> buttons = {moves_[kNew],     selectAlls_[kNew],     helps_[0],
@@ -155,8 +158,9 @@ void frmUpdaterX::BuildChangesPage() {
   page->setObjectName("pageChanges");
   auto* const column = new QVBoxLayout(page);
   column->addWidget(splitter, 1);
-  column->addLayout(MakeRow({MakeLabel(Caption(LNG37), value_), hints_[kChangesPage], value_}));
-  tabLists_->addTab(page, Caption(LNG39));
+  column->addLayout(
+      MakeRow({MakeLabel(Caption(Message::kValue), value_), hints_[kChangesPage], value_}));
+  tabLists_->addTab(page, Caption(Message::kChanges));
 }
 
 void frmUpdaterX::BuildCurrentPage() {
@@ -166,11 +170,11 @@ void frmUpdaterX::BuildCurrentPage() {
   row->addWidget(lists_[kActual], 1);
   row->addLayout(MakeButtonColumn({moves_[kActual]}));
   auto* const column = new QVBoxLayout(page);
-  column->addWidget(MakeLabel(Caption(LNG38), lists_[kActual]));
+  column->addWidget(MakeLabel(Caption(Message::kParameters), lists_[kActual]));
   column->addLayout(row, 1);
-  column->addLayout(
-      MakeRow({MakeLabel(Caption(LNG30), actualValue_), actualValue_, hints_[kCurrentPage]}));
-  tabLists_->addTab(page, Caption(LNG40));
+  column->addLayout(MakeRow({MakeLabel(Caption(Message::kActualValue), actualValue_), actualValue_,
+                             hints_[kCurrentPage]}));
+  tabLists_->addTab(page, Caption(Message::kCurrentFields));
 }
 
 void frmUpdaterX::BuildWindow() {
@@ -196,7 +200,7 @@ void frmUpdaterX::BuildWindow() {
   column->addLayout(buttons);
 
   setSizeGripEnabled(true);
-  SetTitle(Context().language.Text(LNG6) + u" - " + Context().fileName);
+  SetTitle(Context().language.Text(Message::kCheckChanges) + u" - " + Context().fileName);
   const QFontMetrics metrics = fontMetrics();
   resize(metrics.averageCharWidth() * 145, metrics.height() * 46);
   new WindowGeometry(this, "frmUpdaterX");

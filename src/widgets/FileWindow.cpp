@@ -23,7 +23,9 @@ FileWindow::FileWindow(FileContext context, QWidget* parent)
 }
 
 void FileWindow::reject() {
-  if (changed_ > 0 && Ask(LNG21, kYesNo | kQuestion | kDefaultButton2) != Button::kYes) return;
+  if (changed_ > 0 &&
+      Ask(Message::kIgnoreChanges, kYesNo | kQuestion | kDefaultButton2) != Button::kYes)
+    return;
   QDialog::reject();
 }
 
@@ -64,15 +66,15 @@ void FileWindow::Save(const Document& settings, const SeriesView& series) {
   } catch (const RuntimeError&) {
     // What cannot be encoded or read has no list; saving tells it.
   }
-  if (ShowMessage(context_.messages, context_.language.Text(LNG20) + u"%1", kYesNo | kQuestion,
-                  {warnings.empty() ? warnings : u"\r\n\r\n" + warnings},
+  if (ShowMessage(context_.messages, context_.language.Text(Message::kApplyChanges) + u"%1",
+                  kYesNo | kQuestion, {warnings.empty() ? warnings : u"\r\n\r\n" + warnings},
                   details) != Button::kYes) {
     return;
   }
   if (writer.SaveConfFile(context_.server, settings, series)) SetChanged(0);
 }
 
-Button FileWindow::Ask(MessageKey key, int style) {
+Button FileWindow::Ask(Message key, int style) {
   return ShowMessage(context_.messages, String(context_.language.Text(key)), style);
 }
 
@@ -84,8 +86,8 @@ void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String commen
   if (raw != shown) box->setPlainText(shown);
 }
 
-QString FileWindow::Caption(MessageKey key) const { return ToCaption(context_.language.Text(key)); }
+QString FileWindow::Caption(Message key) const { return ToCaption(context_.language.Text(key)); }
 
-QString FileWindow::Text(MessageKey key) const { return ToQString(context_.language.Text(key)); }
+QString FileWindow::Text(Message key) const { return ToQString(context_.language.Text(key)); }
 
 }  // namespace quenmar

@@ -41,13 +41,13 @@ class FileWindow : public QDialog {
   void Save(const Document& settings, const SeriesView& series);
 
   /// Shows a message. @return the pressed button.
-  Button Ask(MessageKey key, int style);
+  Button Ask(Message key, int style);
 
   /// Shows the comment of the setting or series entry of that name, by which the box is read out.
   static void ShowComment(QPlainTextEdit* box, StringView name, String comment);
 
-  [[nodiscard]] QString Caption(MessageKey key) const;  ///< to be shown
-  [[nodiscard]] QString Text(MessageKey key) const;     ///< to be read out
+  [[nodiscard]] QString Caption(Message key) const;  ///< to be shown
+  [[nodiscard]] QString Text(Message key) const;     ///< to be read out
 
  private:
   FileContext context_;

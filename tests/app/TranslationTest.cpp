@@ -114,9 +114,9 @@ void TranslationTest::TheSampleTranslatesAllThatIsVisible() {
   const Language spanish = Language::LoadLanguage(FileRegistry(file));
   const Language english;
   QStringList lacking;
-  for (int key = LNG1; key <= kLastMessage; ++key) {
-    const String& text = spanish.Text(static_cast<MessageKey>(key));
-    const String& original = english.Text(static_cast<MessageKey>(key));
+  for (size_t number = 0; number < kMessages; ++number) {
+    const String& text = spanish.Text(static_cast<Message>(number));
+    const String& original = english.Text(static_cast<Message>(number));
     bool same = text == original;
     for (const StringView mark : {u"%1", u"%2", u"\\n", u"->", u"<-"}) {
       same = same || Contains(text, mark) != Contains(original, mark);
@@ -124,7 +124,7 @@ void TranslationTest::TheSampleTranslatesAllThatIsVisible() {
     // Their blanks give the grid's columns their widths.
     same =
         same || text.find(u'|') != original.find(u'|') || text.rfind(u'|') != original.rfind(u'|');
-    if (same) lacking << QString("LNG%1").arg(key);
+    if (same) lacking << QString("LNG%1").arg(number + 1);
   }
   const Texts before = Shown(english);
   const Texts after = Shown(spanish);
@@ -132,8 +132,8 @@ void TranslationTest::TheSampleTranslatesAllThatIsVisible() {
   for (auto text = before.begin(); text != before.end(); ++text) {
     const QString& translated = after[text.key()];
     const bool same = translated == *text && !text->isEmpty() && *text != "...";
-    const bool sortList = text->contains(ToQString(english.Text(LNG7))) ||
-                          translated.contains(ToQString(spanish.Text(LNG7)));
+    const bool sortList = text->contains(ToQString(english.Text(Message::kSortParameterList))) ||
+                          translated.contains(ToQString(spanish.Text(Message::kSortParameterList)));
     if (same || sortList) lacking << text.key() + " = " + *text;
   }
   QVERIFY2(lacking.empty(), qPrintable(lacking.join('\n')));

@@ -409,8 +409,9 @@ void UpdaterTest::HelpExplainsTheLists() {
   Open();
   Press("cmdHelp0");
   Press("cmdHelp1");
-  QCOMPARE(messages_.Take(), (QStringList{"[64] " + ToQString(language_.Text(LNG26)),
-                                          "[64] " + ToQString(language_.Text(LNG27))}));
+  QCOMPARE(messages_.Take(),
+           (QStringList{"[64] " + ToQString(language_.Text(Message::kNewSettingsHelp)),
+                        "[64] " + ToQString(language_.Text(Message::kObsoleteSettingsHelp))}));
   QCOMPARE(window_->Changed(), 0);
 }
 
