@@ -80,12 +80,11 @@ struct Trees {
 /// Everything that a tree of settings or series entries holds, as one text.
 String Content(const Document& tree) {
   String content;
-  for (int i = 0; i < tree.Fields().Count(); ++i) {
-    const auto field = tree.Fields().Field(i);
-    content += field->Name() + u"\n" + field->Value() + u"\n";
-    for (int k = 0; k < field->Parameters().Count(); ++k) {
-      const auto parameter = field->Parameters().Parameter(k);
-      content += u"\t" + parameter->Name() + u"\t" + parameter->Value() + u"\n";
+  for (const Field& field : tree.Fields()) {
+    content.append(field.Name()).append(u"\n").append(field.Value()).append(u"\n");
+    for (const Parameter& parameter : field.Parameters()) {
+      content.append(u"\t").append(parameter.Name());
+      content.append(u"\t").append(parameter.Value()).append(u"\n");
     }
   }
   return content;
@@ -96,16 +95,15 @@ String Content(const Document& tree) {
 std::vector<std::pair<String, String>> FirstOfEachName(const Document& tree) {
   std::vector<std::pair<String, String>> settings;
   std::set<String> seen;
-  for (int i = 0; i < tree.Fields().Count(); ++i) {
-    const auto field = tree.Fields().Field(i);
-    if (seen.insert(field->Name()).second) settings.emplace_back(field->Name(), field->Value());
+  for (const Field& field : tree.Fields()) {
+    if (seen.emplace(field.Name()).second) settings.emplace_back(field.Name(), field.Value());
   }
   return settings;
 }
 
 std::set<String> Names(const Document& tree) {
   std::set<String> names;
-  for (int i = 0; i < tree.Fields().Count(); ++i) names.insert(tree.Fields().Field(i)->Name());
+  for (const Field& field : tree.Fields()) names.emplace(field.Name());
   return names;
 }
 
@@ -113,7 +111,7 @@ std::set<String> Names(const Document& tree) {
 std::vector<String> SomeNames(const Document& tree, int step) {
   std::vector<String> names;
   for (int i = 0; i < tree.Fields().Count(); i += step) {
-    names.push_back(tree.Fields().Field(i)->Name());
+    names.emplace_back(tree.Fields().Field(i)->Name());
   }
   return names;
 }

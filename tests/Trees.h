@@ -15,13 +15,12 @@ namespace quenmar {
 /// @return the fields of a tree, one a line: name=value{parameter=value;...}, CR LF shown as "~".
 inline std::string Fields1252(const Document& tree) {
   std::string text;
-  for (int i = 0; i < tree.Fields().Count(); ++i) {
-    const auto field = tree.Fields().Field(i);
-    text += ToWindows1252(field->Name() + u"=" + field->Value() + u"{").value();
-    for (int k = 0; k < field->Parameters().Count(); ++k) {
-      const auto parameter = field->Parameters().Parameter(k);
-      const String value = ReplaceAll(parameter->Value(), u"\r\n", u"~");
-      text += ToWindows1252(parameter->Name() + u"=" + value + u";").value();
+  const auto bytes = [](StringView view) { return ToWindows1252(view).value(); };
+  for (const Field& field : tree.Fields()) {
+    text += bytes(field.Name()) + "=" + bytes(field.Value()) + "{";
+    for (const Parameter& parameter : field.Parameters()) {
+      const String value = ReplaceAll(parameter.Value(), u"\r\n", u"~");
+      text += bytes(parameter.Name()) + "=" + bytes(value) + ";";
     }
     text += "}\n";
   }
@@ -31,9 +30,8 @@ inline std::string Fields1252(const Document& tree) {
 /// @return "name=value" for each field, joined by blanks.
 inline std::string Values(const Document& tree) {
   std::string text;
-  for (int i = 0; i < tree.Fields().Count(); ++i) {
-    const auto field = tree.Fields().Field(i);
-    text += (text.empty() ? "" : " ") + ToUtf8(field->Name() + u"=" + field->Value());
+  for (const Field& field : tree.Fields()) {
+    text += (text.empty() ? "" : " ") + ToUtf8(field.Name()) + "=" + ToUtf8(field.Value());
   }
   return text;
 }

@@ -11,11 +11,9 @@
 #include <QScopedValueRollback>
 #include <utility>
 
-#include "conf/ConfReader.h"
 #include "conf/EndApplication.h"
 #include "conf/Functions.h"
 #include "editor/NEditForm.h"
-#include "files/FileError.h"
 #include "files/Folder.h"
 #include "updater/frmUpdaterX.h"
 #include "widgets/FolderBox.h"
@@ -231,8 +229,7 @@ void Main::ListFiles(const std::vector<String>& files) {
 
 void Main::Refuse(FolderBox& box, const FolderCheck& check) {
   if (!check.message) return;
-  ShowMessage(messages_, String(language_.Text(*check.message)), message_style::kOk,
-              {check.placeholder});
+  ShowMessage(messages_, language_.Text(*check.message), message_style::kOk, {check.placeholder});
   // Else it may have gone to "Close", with the buttons before it disabled.
   box.setFocus();
 }
@@ -279,21 +276,18 @@ void Main::Edit() {
   const auto file = ChosenFile();
   if (!file) return;
   if (!Exists(FileIn(*server_, *file))) {
-    ShowMessage(messages_, String(language_.Text(Message::kNotOnServer)), message_style::kOk,
+    ShowMessage(messages_, language_.Text(Message::kNotOnServer), message_style::kOk,
                 {*file, language_.Text(Message::kCheckChanges)});
     return;
   }
   std::optional<ShownCursor> busy(Qt::WaitCursor);
-  const std::optional<FileContext> context = Read(*file);
-  if (!context) return;
-  context->documents.distributionSeries->Fields().Sort(true);
-  context->documents.serverSeries->Fields().Sort(true);
-  if (sort_->isChecked()) context->documents.server->Fields().Sort(true);
-  NEditForm window(*context, this);
+  const auto merge = Open(*file, FileMerge::Purpose::kEdit);
+  if (!merge) return;
+  NEditForm window(ContextOf(*merge, *file), this);
   window.LoadGrid();
-  const bool complete = window.LoadSeries();
+  window.LoadSeries();
   busy.reset();
-  if (complete) window.exec();
+  window.exec();
 }
 
 void Main::CheckChanges() {
@@ -301,41 +295,28 @@ void Main::CheckChanges() {
   if (!file) return;
   bool begun = false;
   if (!Exists(FileIn(*server_, *file))) {
-    if (ShowMessage(messages_, String(language_.Text(Message::kCopyNewFile)),
+    if (ShowMessage(messages_, language_.Text(Message::kCopyNewFile),
                     message_style::kYesNo | message_style::kQuestion, {*file}) != Button::kYes) {
       return;
     }
-    if (!CopyToServer(*file)) return;
+    if (!FileMerge::CopyToServer(FileIn(*distribution_, *file), FileIn(*server_, *file), With())) {
+      return;
+    }
     begun = true;
   }
   std::optional<ShownCursor> busy(Qt::WaitCursor);
-  std::optional<FileContext> context = Read(*file);
-  if (!context) return;
-  // A copy of what the distribution has anyway would cost one that the user may need.
-  context->server.copied = begun;
-  frmUpdaterX window(*context, this);
+  const auto merge = Open(*file, FileMerge::Purpose::kCompare, begun);
+  if (!merge) return;
+  frmUpdaterX window(ContextOf(*merge, *file), this);
   window.FillLists();
   window.FillSeries();
   busy.reset();
   window.exec();
 }
 
-bool Main::CopyToServer(const String& file) {
-  Path place = FileIn(*distribution_, file);
-  try {
-    const std::string bytes = ReadBytes(place);
-    place = FileIn(*server_, file);
-    ReplaceBytes(place, bytes);
-    return true;
-  } catch (const FileError& error) {
-    ShowError(messages_, language_, error.Description(), PathText(place));
-    return false;
-  }
-}
-
 std::optional<String> Main::ChosenFile() {
   if (files_->currentIndex() >= 0) return FromQString(files_->currentText());
-  ShowMessage(messages_, String(language_.Text(Message::kSelectFile)), message_style::kOk);
+  ShowMessage(messages_, language_.Text(Message::kSelectFile), message_style::kOk);
   return std::nullopt;
 }
 
@@ -343,29 +324,21 @@ Path Main::FileIn(const FolderBox& box, const String& file) {
   return PathFromText(JoinPath(FromQString(box.Folder()), file));
 }
 
-std::optional<FileContext> Main::Read(const String& file) {
-  const Path serverFile = FileIn(*server_, file);
-  if (IsSame(FileIn(*distribution_, file), serverFile)) {
-    ShowMessage(messages_, String(language_.Text(Message::kSameFolder)), message_style::kOk);
-    return std::nullopt;
+std::unique_ptr<FileMerge> Main::Open(const String& file, FileMerge::Purpose purpose, bool begun) {
+  FileMerge::Request request;
+  request.distribution = FileIn(*distribution_, file);
+  request.server = FileIn(*server_, file);
+  request.purpose = purpose;
+  request.begun = begun;
+  if (IsSame(request.distribution, request.server)) {
+    ShowMessage(messages_, language_.Text(Message::kSameFolder), message_style::kOk);
+    return nullptr;
   }
-  ConfDocuments documents;
-  ConfNotes distribution;
-  ConfNotes server;
-  const ConfReader reader(options_, language_, messages_);
-  if (!reader.LoadConfFile(FileIn(*distribution_, file), documents.distribution,
-                           documents.distributionSeries, &distribution) ||
-      !reader.LoadConfFile(serverFile, documents.server, documents.serverSeries, &server)) {
-    return std::nullopt;
-  }
-  return FileContext{
-      options_,
-      language_,
-      messages_,
-      documents,
-      FromQString(server_->Folder()),
-      file,
-      OpenedFile{serverFile, std::move(server.bytes), CharsetForSaving(server, distribution)}};
+  return FileMerge::Open(request, With());
+}
+
+FileContext Main::ContextOf(FileMerge& merge, const String& file) const {
+  return {merge, With(), FromQString(server_->Folder()), file};
 }
 
 QString Main::Caption(Message key) const { return ToCaption(language_.Text(key)); }

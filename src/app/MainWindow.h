@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -88,11 +89,13 @@ class Main : public QWidget {
   /// @return the chosen file; when there is none, tells so and returns nothing.
   [[nodiscard]] std::optional<String> ChosenFile();
   [[nodiscard]] static Path FileIn(const FolderBox& box, const String& file);
-  /// Begins the server's file as a copy of the distribution's. @return false when that failed,
-  /// which was told.
-  [[nodiscard]] bool CopyToServer(const String& file);
-  /// Reads both files. @return nothing when a reading failed or was declined, which was told.
-  [[nodiscard]] std::optional<FileContext> Read(const String& file);
+  [[nodiscard]] MergeContext With() const { return {options_, language_, messages_}; }
+  /// Reads both versions of a file.
+  /// @param begun see `FileMerge::Request`
+  /// @return nothing when a reading failed or was declined, which was told.
+  [[nodiscard]] std::unique_ptr<FileMerge> Open(const String& file, FileMerge::Purpose purpose,
+                                                bool begun = false);
+  [[nodiscard]] FileContext ContextOf(FileMerge& merge, const String& file) const;
   [[nodiscard]] QString Caption(Message key) const;  ///< to be shown
   [[nodiscard]] QString Text(Message key) const;     ///< to be read out, or passed on
 

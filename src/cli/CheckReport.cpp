@@ -4,7 +4,10 @@
 #include <array>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "cli/ChangesText.h"
 #include "cli/Printable.h"
 #include "text/Charset.h"
 
@@ -45,8 +48,9 @@ class Lines {
          << '\n';
   }
 
-  void PrintSeries(const char* colour, const char* kind, const std::vector<SeriesEntry>& entries) {
-    for (const SeriesEntry& entry : entries) {
+  void PrintSeries(const char* colour, const char* kind,
+                   const std::vector<ReportedEntry>& entries) {
+    for (const ReportedEntry& entry : entries) {
       const String line = entry.type + u": " + entry.name;
       Print(colour, kind, line, {});
     }
@@ -67,22 +71,65 @@ void PrintCounts(const FileReport& report, std::ostream& out) {
   out << report.fresh.size() << " new (" << report.MandatoryCount() << " mandatory), "
       << report.changed.size() << " changed, " << report.obsolete.size() << " obsolete";
   if (!report.inactive.empty()) out << ", " << report.inactive.size() << " inactive";
-  if (!report.freshSeries.empty() || !report.obsoleteSeries.empty()) {
-    out << "; series: " << report.freshSeries.size() << " new, " << report.obsoleteSeries.size()
+  if (!report.newSeries.empty() || !report.obsoleteSeries.empty()) {
+    out << "; series: " << report.newSeries.size() << " new, " << report.obsoleteSeries.size()
         << " only on the server";
   }
   out << '\n';
 }
 
-Json SeriesJson(const std::vector<SeriesEntry>& entries) {
+Json SeriesJson(const std::vector<ReportedEntry>& entries) {
   Json list = Json::array();
-  for (const SeriesEntry& entry : entries) {
+  for (const ReportedEntry& entry : entries) {
     list.push_back({{"type", ToUtf8(entry.type)}, {"name", ToUtf8(entry.name)}});
   }
   return list;
 }
 
-String PlaceAndText(const FileFinding& finding) {
+/// A finding as it is shown.
+struct ShownFinding {
+  const char* kind;  ///< "error", "line-feed", "duplicate", "name", "charset", "bytes" or "save"
+  String path;       ///< of the version that it is about; empty for what a save would change
+  int line;          ///< counted from 1; 0 for the file as a whole
+  String text;
+};
+
+ShownFinding Show(const ReportedFinding& reported) {
+  using Kind = Finding::Kind;
+  const Finding& finding = reported.finding;
+  const auto as = [&](const char* kind, String text) {
+    return ShownFinding{kind, PathText(reported.path), finding.line, std::move(text)};
+  };
+  switch (finding.kind) {
+    case Kind::kBareLineFeed:
+      return as("line-feed", u"this is the first line that ends in a bare line feed");
+    case Kind::kDuplicate:
+      return as("duplicate", u"the setting " + finding.text + u" has been set before");
+    case Kind::kRejectedName:
+      return as("name", reported.trouble + u": " + finding.text);
+    case Kind::kUtf8:
+      return as("charset", u"the file is UTF-8 text");
+    case Kind::kNoText:
+      return as("bytes", u"this is the first line with bytes that are no UTF-8 text");
+    case Kind::kUnreadable:
+      return as("error", finding.text);
+  }
+  return {};
+}
+
+/// @return the findings, then what a save would change.
+std::vector<ShownFinding> ShownFindings(const FileReport& report, const Language& language) {
+  std::vector<ShownFinding> shown;
+  for (const ReportedFinding& finding : report.findings) shown.push_back(Show(finding));
+  for (const std::string& effect : EffectsOf(report.save, language)) {
+    shown.push_back({"save", {}, 0, FromUtf8(effect)});
+  }
+  const char* const kind = report.status == FileStatus::kFailed ? "error" : "save";
+  for (const String& remark : report.remarks) shown.push_back({kind, {}, 0, remark});
+  return shown;
+}
+
+String PlaceAndText(const ShownFinding& finding) {
   if (finding.path.empty()) return finding.text;
   const String line = finding.line > 0 ? u", line " + ToText(finding.line) : String();
   return finding.path + line + u": " + finding.text;
@@ -90,34 +137,15 @@ String PlaceAndText(const FileFinding& finding) {
 
 }  // namespace
 
-bool FileReport::HasDifferences() const {
-  return !fresh.empty() || !changed.empty() || !obsolete.empty() || !freshSeries.empty() ||
-         !obsoleteSeries.empty() || !inactive.empty();
-}
-
-size_t FileReport::MandatoryCount() const {
-  return static_cast<size_t>(
-      std::count_if(fresh.begin(), fresh.end(), [](const FreshSetting& s) { return s.mandatory; }));
-}
-
-std::vector<SeriesEntry> SeriesEntriesOf(const Document& series) {
-  std::vector<SeriesEntry> entries;
-  for (int i = 0; i < series.Fields().Count(); ++i) {
-    const auto entry = series.Fields().Field(i);
-    entries.push_back({entry->Parameters().Parameter(0)->Value(), entry->Name()});
-  }
-  return entries;
-}
-
-Json ReportJson(const FileReport& report) {
+Json ReportJson(const FileReport& report, const Language& language) {
   Json fresh = Json::array();
-  for (const FreshSetting& setting : report.fresh) {
+  for (const NewSetting& setting : report.fresh) {
     fresh.push_back({{"name", ToUtf8(setting.name)},
                      {"value", ToUtf8(setting.value)},
                      {"mandatory", setting.mandatory}});
   }
   Json obsolete = Json::array();
-  for (const ObsoleteSetting& setting : report.obsolete) {
+  for (const ServerSetting& setting : report.obsolete) {
     obsolete.push_back({{"name", ToUtf8(setting.name)}, {"value", ToUtf8(setting.value)}});
   }
   Json changed = Json::array();
@@ -127,11 +155,11 @@ Json ReportJson(const FileReport& report) {
                        {"original", ToUtf8(setting.original)}});
   }
   Json inactive = Json::array();
-  for (const InactiveSetting& setting : report.inactive) {
+  for (const ServerSetting& setting : report.inactive) {
     inactive.push_back({{"name", ToUtf8(setting.name)}, {"value", ToUtf8(setting.value)}});
   }
   Json findings = Json::array();
-  for (const FileFinding& finding : report.findings) {
+  for (const ShownFinding& finding : ShownFindings(report, language)) {
     const String path = finding.path.empty() ? String() : finding.path + u": ";
     findings.push_back(
         {{"line", finding.line}, {"kind", finding.kind}, {"text", ToUtf8(path + finding.text)}});
@@ -144,11 +172,12 @@ Json ReportJson(const FileReport& report) {
       {"changed", std::move(changed)},
       {"inactive", std::move(inactive)},
       {"series",
-       {{"new", SeriesJson(report.freshSeries)}, {"obsolete", SeriesJson(report.obsoleteSeries)}}},
+       {{"new", SeriesJson(report.newSeries)}, {"obsolete", SeriesJson(report.obsoleteSeries)}}},
       {"findings", std::move(findings)}};
 }
 
-void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
+void PrintReport(const FileReport& report, const Language& language, std::ostream& out,
+                 bool colours) {
   out << Printable(report.file) << ": ";
   if (report.status == FileStatus::kFailed) {
     out << "could not be read\n";
@@ -159,7 +188,7 @@ void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
     PrintCounts(report, out);
   }
   Lines lines(report, out, colours);
-  for (const FreshSetting& setting : report.fresh) {
+  for (const NewSetting& setting : report.fresh) {
     const char* const kind = setting.mandatory ? "new [x] " : "new [ ] ";
     lines.Print(kGreen, kind, setting.name, OrQuotes(setting.value));
   }
@@ -168,15 +197,15 @@ void PrintReport(const FileReport& report, std::ostream& out, bool colours) {
         OrQuotes(setting.actual) + u"  (distribution: " + OrQuotes(setting.original) + u")";
     lines.Print(kYellow, "changed ", setting.name, values);
   }
-  for (const InactiveSetting& setting : report.inactive) {
+  for (const ServerSetting& setting : report.inactive) {
     lines.Print(kYellow, "inactive", setting.name, OrQuotes(setting.value));
   }
-  for (const ObsoleteSetting& setting : report.obsolete) {
+  for (const ServerSetting& setting : report.obsolete) {
     lines.Print(kRed, "obsolete", setting.name, OrQuotes(setting.value));
   }
-  lines.PrintSeries(kGreen, "new     ", report.freshSeries);
+  lines.PrintSeries(kGreen, "new     ", report.newSeries);
   lines.PrintSeries(kPlain, "own     ", report.obsoleteSeries);
-  for (const FileFinding& finding : report.findings) {
+  for (const ShownFinding& finding : ShownFindings(report, language)) {
     const bool save = std::string_view(finding.kind) == "save";
     lines.Print(kPlain, save ? "save    " : "note    ", PlaceAndText(finding), {});
   }

@@ -16,8 +16,8 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context) {
   } else {
     // In the file's own character set, which has every character of it.
     Document& tree = arguments.xml == "settings" ? *settings : *series;
-    if (notes.charset == ConfCharset::kUtf8) tree.SetEncoding(u"UTF-8");
-    out << EncodeConfText(tree.XMLExport(), notes.charset).value();
+    if (notes.file.Charset() == ConfCharset::kUtf8) tree.SetEncoding(u"UTF-8");
+    out << EncodeConfText(tree.XMLExport(), notes.file.Charset()).value();
   }
   return complete ? kNothingToDo : kTrouble;
 }

@@ -6,15 +6,13 @@
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
 #include "cli/Printable.h"
-#include "compare/ChangeComparison.h"
 #include "conf/ConfFolder.h"
 #include "conf/ConfLine.h"
 #include "conf/ConfWriter.h"
 #include "conf/Functions.h"
-#include "conf/SaveChanges.h"
-#include "conf/SaveWarnings.h"
 #include "files/FileError.h"
 #include "files/Folder.h"
+#include "merge/FileMerge.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -42,9 +40,9 @@ void RequireNames(const std::vector<String>& names, const Document& list, const 
 /// may stand twice.
 std::vector<String> EachOccurrence(const std::vector<String>& names, const Document& list) {
   std::vector<String> found;
-  for (int i = 0; i < list.Fields().Count(); ++i) {
-    const String& name = list.Fields().Field(i)->Name();
-    if (std::find(names.begin(), names.end(), name) != names.end()) found.push_back(name);
+  for (const Field& field : list.Fields()) {
+    const auto hit = std::find(names.begin(), names.end(), field.Name());
+    if (hit != names.end()) found.push_back(*hit);
   }
   return found;
 }
@@ -68,8 +66,7 @@ class Merge {
       : arguments_(arguments),
         context_(context),
         distributionFile_(FileIn(arguments.distribution, ArgumentPath(arguments.file))),
-        serverFile_(FileIn(arguments.server, ArgumentPath(arguments.file))),
-        serverSource_(serverFile_) {}
+        serverFile_(FileIn(arguments.server, ArgumentPath(arguments.file))) {}
 
   int Run() {
     RequireFolder(arguments_.distribution);
@@ -80,67 +77,67 @@ class Merge {
     if (IsSame(distributionFile_, serverFile_)) {
       throw CommandTrouble(ToUtf8(context_.language.Text(Message::kSameFolder)));
     }
-    if (IsMissing(serverFile_)) StartWithTheDistributionsFile();
-    if (!Read()) return kTrouble;
-    ChangeComparison comparison(documents_, context_.options.IsSorted());
-    comparison.FillResultTrees();
-    const SeriesGroups series = comparison.FillSeries(context_.messages, context_.language);
-    ApplyRequests(comparison);
-    return Save(comparison.ActualFields(), series) ? kNothingToDo : kTrouble;
+    lacking_ = IsMissing(serverFile_);
+    if (lacking_ && WritesServerFile()) AskToBegin();
+    merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
+    if (!merge_) return kTrouble;
+    ApplyRequests();
+    return Save() ? kNothingToDo : kTrouble;
   }
 
  private:
+  using List = FileMerge::List;
+
   [[nodiscard]] bool WritesServerFile() const { return !arguments_.dryRun && !arguments_.output; }
 
-  /// A file that the server lacks starts with what the distribution's file has, which is read in
-  /// its place.
-  void StartWithTheDistributionsFile() {
-    serverSource_ = distributionFile_;
-    if (!WritesServerFile()) return;
+  /// Throws `CommandTrouble` when the user does not want a file that the server lacks.
+  void AskToBegin() const {
     const Button answer =
-        ShowMessage(context_.messages, String(context_.language.Text(Message::kCopyNewFile)),
+        ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
                     message_style::kYesNo | message_style::kQuestion, {FromUtf8(arguments_.file)});
     if (answer != Button::kYes) throw CommandTrouble(kDeclined);
   }
 
-  bool Read() {
-    const bool mayRepair = !arguments_.dryRun;
-    return ReadConfFile(distributionFile_, documents_.distribution, documents_.distributionSeries,
-                        context_, &distributionNotes_, mayRepair) &&
-           ReadConfFile(serverSource_, documents_.server, documents_.serverSeries, context_,
-                        &serverNotes_, mayRepair);
+  [[nodiscard]] FileMerge::Request Request() const {
+    FileMerge::Request request;
+    request.distribution = distributionFile_;
+    request.server = serverFile_;
+    request.bareLineFeeds = context_.BareLineFeeds(!arguments_.dryRun);
+    request.comments = ConfReader::Comments::kLeftOut;
+    request.reading = [this](const Path& file) { context_.messages.SetSubject(file); };
+    return request;
   }
 
   /// Throws `CommandTrouble` for a name out of place and when the user declines.
-  void ApplyRequests(ChangeComparison& comparison) const {
+  void ApplyRequests() {
     const auto restored = ToTexts(arguments_.restore);
-    RequireNames(restored, comparison.DeletedFields(), "obsolete");
-    comparison.Restore(EachOccurrence(restored, comparison.DeletedFields()));
+    RequireNames(restored, merge_->Tree(List::kDeleted), "obsolete");
+    merge_->Restore(EachOccurrence(restored, merge_->Tree(List::kDeleted)));
 
     const auto added = ToTexts(arguments_.add);
-    RequireNames(added, comparison.NewFields(), "new");
-    comparison.Add(EachOccurrence(added, comparison.NewFields()));
-    if (arguments_.addMandatory || arguments_.addAll) comparison.Add(FurtherNames(comparison));
+    RequireNames(added, merge_->Tree(List::kNew), "new");
+    merge_->Add(EachOccurrence(added, merge_->Tree(List::kNew)));
+    if (arguments_.addMandatory || arguments_.addAll) merge_->Add(FurtherNames());
 
     const auto removed = ToTexts(arguments_.remove);
-    RequireNames(removed, comparison.ActualFields(), "kept");
-    const auto leaving = EachOccurrence(removed, comparison.ActualFields());
-    const int left = comparison.Remove(leaving, context_.messages, context_.language);
+    RequireNames(removed, merge_->Tree(List::kActual), "kept");
+    const auto leaving = EachOccurrence(removed, merge_->Tree(List::kActual));
+    const int left = merge_->Remove(leaving);
     if (left < static_cast<int>(leaving.size())) throw CommandTrouble(kDeclined);
-    for (const std::string& request : arguments_.set) SetValue(request, comparison);
+    for (const std::string& request : arguments_.set) SetValue(request);
   }
 
-  [[nodiscard]] std::vector<String> FurtherNames(const ChangeComparison& comparison) const {
+  [[nodiscard]] std::vector<String> FurtherNames() const {
     std::vector<String> names;
-    const Fields& fresh = comparison.NewFields().Fields();
-    for (int i = 0; i < fresh.Count(); ++i) {
-      const String& name = fresh.Field(i)->Name();
-      if (arguments_.addAll || comparison.IsMandatory(name)) names.push_back(name);
+    for (const Field& field : merge_->Tree(List::kNew).Fields()) {
+      if (arguments_.addAll || merge_->IsMandatory(field.Name())) {
+        names.emplace_back(field.Name());
+      }
     }
     return names;
   }
 
-  void SetValue(const std::string& request, ChangeComparison& comparison) const {
+  void SetValue(const std::string& request) {
     const size_t equals = request.find('=');
     if (equals == std::string::npos) throw CommandTrouble("--set " + request + ": no = in it");
     if (!IsUtf8(request)) {
@@ -151,8 +148,8 @@ class Merge {
     if (value.find_first_of(u"\r\n") != String::npos) {
       throw CommandTrouble("--set " + ToUtf8(name) + ": a value is one line");
     }
-    RequireNames({name}, comparison.ActualFields(), "kept");
-    comparison.SetActualValue(name, value);
+    RequireNames({name}, merge_->Tree(List::kActual), "kept");
+    merge_->SetValue(List::kActual, name, value);
     const String readBack = ReadBackValue(value);
     if (readBack != value) {
       context_.streams.err << "quenmarctl: --set " << Printable(name)
@@ -161,39 +158,42 @@ class Merge {
     }
   }
 
-  bool Save(const Document& settings, const SeriesGroups& series) {
-    const ConfWriter writer(context_.options, context_.language, context_.messages);
-    const ConfCharset charset = CharsetForSaving(serverNotes_, distributionNotes_);
-    const std::vector<String> lines = writer.ConfFileLines(settings, series);
-    const std::string bytes = Encode(writer, lines, charset);
-    WarnOfCharset(bytes, charset);
+  bool Save() {
+    OpenedFile target = Target();
+    const SavePlan plan = MakePlan({target.path, target.bytes.value_or(std::string())});
+    if (!plan.warnings.charset.empty()) {
+      context_.streams.err << "quenmarctl: " << Printable(plan.warnings.charset) << '\n';
+    }
     if (arguments_.dryRun) {
-      PrintChanges(ChangesOf(ServerBytes(), lines, bytes), context_.language, context_.streams.out);
+      PrintChanges(plan.changes, context_.language, context_.streams.out);
       return true;
     }
     if (arguments_.output == "-") {
-      context_.streams.out << bytes;
+      context_.streams.out << plan.bytes;
       return true;
     }
-    OpenedFile target = Target();
-    target.charset = charset;
     context_.messages.SetSubject(target.path);
-    const std::string summary =
-        SummaryOf(ChangesOf(target.bytes.value_or(std::string()), lines, bytes), context_.language);
-    if (!writer.SaveConfFile(target, settings, series)) return false;
-    context_.streams.err << Printable(PathText(target.path)) << ": " << summary << '\n';
+    const ConfWriter writer(context_.options, context_.language, context_.messages);
+    if (WritesServerFile() ? !merge_->Save(plan) : !writer.SaveBytes(target, plan.bytes)) {
+      return false;
+    }
+    context_.streams.err << Printable(PathText(target.path)) << ": "
+                         << SummaryOf(plan.changes, context_.language) << '\n';
     return true;
   }
 
   /// @return the file to be written. The server's file must still be what was read.
   [[nodiscard]] OpenedFile Target() const {
-    const Path output = WritesServerFile() ? serverFile_ : ArgumentPath(*arguments_.output);
-    if (WritesServerFile() || IsSame(output, serverFile_)) {
+    OpenedFile server{serverFile_};
+    if (!lacking_) server.bytes = merge_->ServerNotes().file.Bytes();
+    if (arguments_.dryRun || arguments_.output == "-") return server;
+    if (arguments_.output) server.path = ArgumentPath(*arguments_.output);
+    if (WritesServerFile() || IsSame(server.path, serverFile_)) {
       // The server's folder may well be one below the distribution's.
-      RefuseDistribution(IsDistributionFile(output), output);
-      if (serverSource_ != serverFile_) return {output};
-      return {output, serverNotes_.bytes};
+      RefuseDistribution(IsDistributionFile(server.path), server.path);
+      return server;
     }
+    const Path& output = server.path;
     RefuseDistribution(IsDistributionFile(output) || IsWithin(output, arguments_.distribution),
                        output);
     try {
@@ -203,26 +203,15 @@ class Merge {
     }
   }
 
-  /// @return the lines in the character set; throws `CommandTrouble` where it lacks a character.
-  [[nodiscard]] std::string Encode(const ConfWriter& writer, const std::vector<String>& lines,
-                                   ConfCharset charset) const {
+  /// Throws `CommandTrouble` where the character set lacks a character.
+  [[nodiscard]] SavePlan MakePlan(const ConfFile& before) const {
     try {
-      return writer.EncodeLines(lines, charset);
+      return merge_->PlanOver(before);
     } catch (const RuntimeError& error) {
       const String unchanged =
           FinishedText(context_.language.Text(Message::kFileUnchanged), {PathText(serverFile_)});
       throw CommandTrouble(error.what() + ("\n" + ToUtf8(unchanged)));
     }
-  }
-
-  /// @return what the server's file held when it was read; nothing where the server lacks it.
-  [[nodiscard]] std::string ServerBytes() const {
-    return serverSource_ == serverFile_ ? serverNotes_.bytes : std::string();
-  }
-
-  [[nodiscard]] SaveChanges ChangesOf(const std::string& before, const std::vector<String>& lines,
-                                      const std::string& after) const {
-    return ListSaveChanges(before, lines, after, context_.options.series);
   }
 
   /// @return whether the path is another name of a file of the distribution.
@@ -238,19 +227,12 @@ class Merge {
     throw CommandTrouble(ToUtf8(PathText(target)) + ": this is inside the distribution's folder");
   }
 
-  void WarnOfCharset(const std::string& bytes, ConfCharset charset) const {
-    const String text = CharsetWarning(bytes, charset, context_.language);
-    if (!text.empty()) context_.streams.err << "quenmarctl: " << Printable(text) << '\n';
-  }
-
   const MergeArguments& arguments_;
   const CommandContext& context_;
   Path distributionFile_;
   Path serverFile_;
-  Path serverSource_;  // what is read in the server file's place
-  ConfDocuments documents_;
-  ConfNotes distributionNotes_;
-  ConfNotes serverNotes_;
+  bool lacking_ = false;  // the server has no such file yet
+  std::unique_ptr<FileMerge> merge_;
 };
 
 }  // namespace

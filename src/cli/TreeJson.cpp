@@ -12,9 +12,8 @@ namespace {
 
 void SetParameters(Json& list, const Parameters& parameters) {
   list.clear();
-  for (int i = 0; i < parameters.Count(); ++i) {
-    const auto parameter = parameters.Parameter(i);
-    list.push_back({{"name", ToUtf8(parameter->Name())}, {"value", ToUtf8(parameter->Value())}});
+  for (const Parameter& parameter : parameters) {
+    list.push_back({{"name", ToUtf8(parameter.Name())}, {"value", ToUtf8(parameter.Value())}});
   }
 }
 
@@ -29,12 +28,12 @@ void PrintTreesJson(std::ostream& out, std::initializer_list<NamedTree> trees) {
   const char* separator = "{\n";
   for (const auto& [key, tree] : trees) {
     out << std::exchange(separator, ",\n") << Json(key).dump() << ": [";
-    for (int i = 0; i < tree->Fields().Count(); ++i) {
-      const auto field = tree->Fields().Field(i);
-      name = ToUtf8(field->Name());
-      value = ToUtf8(field->Value());
-      SetParameters(parameters, field->Parameters());
-      out << (i == 0 ? "\n " : ",\n ") << object.dump();
+    const char* start = "\n ";
+    for (const Field& field : tree->Fields()) {
+      name = ToUtf8(field.Name());
+      value = ToUtf8(field.Value());
+      SetParameters(parameters, field.Parameters());
+      out << std::exchange(start, ",\n ") << object.dump();
     }
     out << ']';
   }

@@ -2,13 +2,12 @@
 
 #include <utility>
 
+#include "conf/ConfSetting.h"
 #include "conf/EndApplication.h"
 
 namespace quenmar {
 
 namespace {
-
-constexpr int kDisabled = 1;  // position of the "Disabled" parameter
 
 /// An unnamed field counts as absent.
 bool Has(const Document& tree, StringView name) {
@@ -16,40 +15,50 @@ bool Has(const Document& tree, StringView name) {
 }
 
 /// Appends a copy of `field` with all its parameters.
-void AppendCopy(const Field& field, Document& target) {
+/// @return its index.
+int AppendCopy(const Field& field, Document& target) {
   const int index = target.Fields().AddField(field.Name(), field.Value());
   Parameters& copies = target.Fields().Field(index)->Parameters();
-  for (int i = 0; i < field.Parameters().Count(); ++i) {
-    const auto parameter = field.Parameters().Parameter(i);
-    copies.AddParameter(parameter->Name(), parameter->Value());
+  for (const Parameter& parameter : field.Parameters()) {
+    copies.AddParameter(parameter.Name(), parameter.Value());
   }
+  return index;
 }
 
 /// Appends to `target` name and value of each field of `first` that `second` lacks.
 void AppendDifference(const Document& first, const Document& second, Document& target) {
-  for (int i = 0; i < first.Fields().Count(); ++i) {
-    const auto field = first.Fields().Field(i);
-    if (!Has(second, field->Name())) target.Fields().AddField(field->Name(), field->Value());
+  for (const Field& field : first.Fields()) {
+    if (!Has(second, field.Name())) target.Fields().AddField(field.Name(), field.Value());
   }
 }
 
 /// The same for series entries, which keep their parameters.
 void AppendSeriesDifference(const Document& first, const Document& second, Document& target) {
-  for (int i = 0; i < first.Fields().Count(); ++i) {
-    const auto entry = first.Fields().Field(i);
-    if (!Has(second, entry->Name())) AppendCopy(*entry, target);
+  for (const Field& entry : first.Fields()) {
+    if (!Has(second, entry.Name())) AppendCopy(entry, target);
   }
 }
 
-bool SetValue(Document& tree, StringView name, StringView value) {
+bool SetValue(Document& tree, StringView name, const SharedText& value) {
   bool found = false;
-  for (int i = 0; i < tree.Fields().Count(); ++i) {
-    const auto field = tree.Fields().Field(i);
-    if (field->Name().empty() || field->Name() != name) continue;
-    field->SetValue(value);
+  for (Field& field : tree.Fields()) {
+    if (field.Name().empty() || field.Name() != name) continue;
+    field.SetValue(value);
     found = true;
   }
   return found;
+}
+
+ChangeComparison::Values ValuesOf(const Document& tree) {
+  ChangeComparison::Values values;
+  for (const Field& field : tree.Fields()) values.emplace_back(field.Name(), field.Value());
+  return values;
+}
+
+void SetValues(Document& tree, const ChangeComparison::Values& values) {
+  Fields& fields = tree.Fields();
+  while (fields.Count() > 0) fields.RemoveField(fields.Count() - 1);
+  for (const auto& [name, value] : values) fields.AddField(name, value);
 }
 
 }  // namespace
@@ -66,26 +75,22 @@ void ChangeComparison::FillNewFields() {
 }
 
 void ChangeComparison::FillActualFields() {
-  const Fields& distribution = documents_.distribution->Fields();
   const Fields& server = documents_.server->Fields();
-  for (int i = 0; i < distribution.Count(); ++i) {
-    const auto found = server.Field(distribution.Field(i)->Name());
+  for (const Field& offered : documents_.distribution->Fields()) {
+    const auto found = server.Field(offered.Name());
     if (!found->Name().empty()) actualFields_.Fields().AddField(found->Name(), found->Value());
   }
 
-  const Fields& offered = documents_.distributionSeries->Fields();
-  for (int i = 0; i < offered.Count(); ++i) {
-    AppendCopy(*offered.Field(i), actualSeries_);
-    actualSeries_.Fields().Field(i)->Parameters().Parameter(kDisabled)->SetValue(u"0");
+  for (const Field& offered : documents_.distributionSeries->Fields()) {
+    const int index = AppendCopy(offered, actualSeries_);
+    SetActive(*actualSeries_.Fields().Field(index), false);
   }
-  const Fields& present = documents_.serverSeries->Fields();
-  for (int i = 0; i < present.Count(); ++i) {
-    const auto entry = present.Field(i);
-    const auto known = actualSeries_.Fields().Field(entry->Name());
+  for (const Field& entry : documents_.serverSeries->Fields()) {
+    const auto known = actualSeries_.Fields().Field(entry.Name());
     if (known->Name().empty()) {
-      AppendCopy(*entry, actualSeries_);
+      AppendCopy(entry, actualSeries_);
     } else {
-      known->Parameters().Parameter(kDisabled)->SetValue(u"1");
+      SetActive(*known, true);
     }
   }
 }
@@ -109,7 +114,7 @@ SeriesGroups ChangeComparison::FillSeries(MessageBoxes& messages, const Language
   documents_.server->Fields().Sort(true);
   SeriesGroups groups(*documents_.serverSeries);
   if (groups.GroupCount() > SeriesGroups::kMostGroups) {
-    ShowMessage(messages, String(language.Text(Message::kTooManySeries)), message_style::kCritical);
+    ShowMessage(messages, language.Text(Message::kTooManySeries), message_style::kCritical);
     throw EndApplication();
   }
   return groups;
@@ -120,13 +125,7 @@ bool ChangeComparison::HasListChanges() const {
 }
 
 bool ChangeComparison::IsMandatory(StringView name) const {
-  const auto field = documents_.distribution->Fields().Field(name);
-  return field->Parameters().Parameter(kDisabled)->Value() == u"1";
-}
-
-bool ChangeComparison::StartsChecked(StringView name) const {
-  const auto field = documents_.distribution->Fields().Field(name);
-  return ToInteger(field->Parameters().Parameter(kDisabled)->Value()) > 0;
+  return quenmar::IsMandatory(*documents_.distribution, name);
 }
 
 int ChangeComparison::Add(const std::vector<String>& names) {
@@ -139,7 +138,7 @@ int ChangeComparison::Remove(const std::vector<String>& names, MessageBoxes& mes
   std::vector<String> agreed;
   for (const String& name : names) {
     if (IsMandatory(name)) {
-      const Button answer = ShowMessage(messages, String(language.Text(Message::kRemoveMandatory)),
+      const Button answer = ShowMessage(messages, language.Text(Message::kRemoveMandatory),
                                         kYesNoCancel | kQuestion | kDefaultButton2, {name});
       if (answer == Button::kCancel) break;
       if (answer != Button::kYes) continue;
@@ -178,6 +177,16 @@ bool ChangeComparison::SetNewValue(StringView name, StringView value) {
 
 bool ChangeComparison::SetActualValue(StringView name, StringView value) {
   return SetValue(actualFields_, name, value);
+}
+
+ChangeComparison::Lists ChangeComparison::CaptureLists() const {
+  return {ValuesOf(newFields_), ValuesOf(actualFields_), ValuesOf(deletedFields_)};
+}
+
+void ChangeComparison::SetLists(const Lists& lists) {
+  SetValues(newFields_, lists.newFields);
+  SetValues(actualFields_, lists.actualFields);
+  SetValues(deletedFields_, lists.deletedFields);
 }
 
 }  // namespace quenmar

@@ -2,6 +2,7 @@
 /// under the user's control. Runs without any user interface; windows and console share it.
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "conf/ConfDocuments.h"
@@ -52,12 +53,8 @@ class ChangeComparison {
   /// @return whether there is anything to move: `NewFields` or `DeletedFields` holds a field.
   [[nodiscard]] bool HasListChanges() const;
 
-  /// @return whether the distribution's setting of that name stands active ("Disabled" is exactly
-  /// "1"); false for a setting that the distribution lacks.
+  /// @return whether the server needs the setting of that name; see `quenmar::IsMandatory`.
   [[nodiscard]] bool IsMandatory(StringView name) const;
-
-  /// @return whether a new setting starts with a check mark: its flag is a number above 0.
-  [[nodiscard]] bool StartsChecked(StringView name) const;
 
   /// Moves fields from `NewFields` to the end of `ActualFields`, with their values there. Names
   /// that `NewFields` lacks are passed over, here as in the other moves; afterwards the three trees
@@ -83,6 +80,18 @@ class ChangeComparison {
   /// The same for `ActualFields`.
   /// @return false when there is no such field.
   bool SetActualValue(StringView name, StringView value);
+
+  /// The names and values of a tree.
+  using Values = std::vector<std::pair<SharedText, SharedText>>;
+
+  /// What the moves and values change.
+  struct Lists {
+    Values newFields;
+    Values actualFields;
+    Values deletedFields;
+  };
+  [[nodiscard]] Lists CaptureLists() const;
+  void SetLists(const Lists& lists);
 
  private:
   int Move(const std::vector<String>& names, Document& from, Document& to);

@@ -1,8 +1,8 @@
 #include "conf/ConfLine.h"
 
 #include <algorithm>
+#include <array>
 
-#include "conf/Functions.h"
 #include "docmodel/XmlText.h"
 #include "text/CaseFolding.h"
 
@@ -10,38 +10,98 @@ namespace quenmar {
 
 namespace {
 
-constexpr StringView kSlashes = u"//";
+bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
-}  // namespace
+bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
-ConfLine ParseConfLine(StringView line) {
-  ConfLine parsed;
-  parsed.slashes = line.starts_with(kSlashes);
-  parsed.text = parsed.slashes ? line.substr(kSlashes.size()) : line;
-  const size_t colon = parsed.text.find(u':');
-  if (colon == StringView::npos || !IsLetter(parsed.text)) return parsed;
+char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-  parsed.commented = parsed.slashes;
-  // Never empty: the text begins with a letter.
-  const StringView name = parsed.text.substr(0, colon);
-  if (Contains(name, u" ")) return parsed;
-  parsed.setting = true;
-  parsed.name = name;
-  parsed.value = Trim(parsed.text.substr(colon + 1));
-  return parsed;
+bool EqualsIgnoringCase(std::string_view name, std::string_view lower) {
+  return std::equal(name.begin(), name.end(), lower.begin(), lower.end(),
+                    [](char own, char other) { return AsciiLower(own) == other; });
 }
 
+/// @return `value` before the first `mark`, trimmed; `value` as it is when it has none.
 StringView CutBefore(StringView value, StringView mark) {
   const size_t hit = value.find(mark);
   return hit == StringView::npos ? value : Trim(value.substr(0, hit));
 }
 
-StringView EffectiveValue(StringView value) { return CutBefore(CutBefore(value, kSlashes), u"\t"); }
+/// @param matches whether the name equals a part of the option that is as long as it
+template <class Matches>
+bool IsListed(size_t nameSize, StringView series, Matches matches) {
+  // Finds "{name}" without building it: every line of a file asks.
+  for (size_t open = series.find(u'{'); open != StringView::npos;
+       open = series.find(u'{', open + 1)) {
+    const StringView listed = series.substr(open + 1);
+    if (listed.size() > nameSize && listed[nameSize] == u'}' && matches(listed)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string_view BytesOf(LineEnd end) {
+  constexpr std::array<std::string_view, 4> kEnds = {"", "\r", "\r\n", "\n"};
+  return kEnds.at(static_cast<size_t>(end));
+}
+
+std::string_view TrimBytes(std::string_view line) {
+  const size_t first = line.find_first_not_of(' ');
+  if (first == std::string_view::npos) return line.substr(line.size());
+  return line.substr(first, line.find_last_not_of(' ') - first + 1);
+}
+
+ConfLine ConfGrammar::Parse(std::string_view line) const {
+  ConfLine parsed;
+  parsed.bytes = line;
+  parsed.text = line;
+  if (line.empty()) return parsed;
+  parsed.kind = ConfLine::Kind::kComment;
+  const bool slashes = line.starts_with("//");
+  if (slashes) parsed.text.remove_prefix(2);
+  if (parsed.text.empty() || !IsLetter(parsed.text.front())) return parsed;
+  const size_t colon = parsed.text.find(':');
+  if (colon == std::string_view::npos) return parsed;
+  const std::string_view name = parsed.text.substr(0, colon);
+  if (name.find(' ') != std::string_view::npos) return parsed;
+
+  parsed.commented = slashes;
+  parsed.name = name;
+  parsed.written = TrimBytes(parsed.text.substr(colon + 1));
+  parsed.value = parsed.written;
+  const size_t remark = parsed.value.find("//");
+  parsed.hasRemark = remark != std::string_view::npos;
+  if (parsed.hasRemark) parsed.value = TrimBytes(parsed.value.substr(0, remark));
+  const size_t tab = parsed.value.find('\t');
+  parsed.hasTab = tab != std::string_view::npos;
+  if (parsed.hasTab) parsed.value = TrimBytes(parsed.value.substr(0, tab));
+
+  if (Repeats(name)) {
+    parsed.kind = ConfLine::Kind::kSeriesEntry;
+  } else if (slashes && (EqualsIgnoringCase(name, "note") || EqualsIgnoringCase(name, "example"))) {
+    parsed.kind = ConfLine::Kind::kRemark;
+  } else {
+    parsed.kind = ConfLine::Kind::kSetting;
+  }
+  return parsed;
+}
+
+bool ConfGrammar::Repeats(std::string_view name) const {
+  if (!std::all_of(name.begin(), name.end(), IsAscii)) {
+    return IsRepeatable(DecodeConfText(name, charset_), series_);
+  }
+  return IsListed(name.size(), series_, [name](StringView listed) {
+    return std::equal(name.begin(), name.end(), listed.begin(), [](char own, char16_t stored) {
+      return static_cast<char16_t>(AsciiLower(own)) == stored;
+    });
+  });
+}
 
 String ReadBackValue(StringView value) {
   String written(value);
   XmlUnescape(XmlEscape(written));  // as a Field holds it; folding it again on reading adds nothing
-  return String(EffectiveValue(Trim(written)));
+  return String(CutBefore(CutBefore(Trim(written), u"//"), u"\t"));
 }
 
 bool IsRemarkName(StringView name) {
@@ -49,34 +109,37 @@ bool IsRemarkName(StringView name) {
 }
 
 bool IsRepeatable(StringView name, StringView series) {
-  // Finds "{name}" without building it: every line of a file asks.
-  for (size_t open = series.find(u'{'); open != StringView::npos;
-       open = series.find(u'{', open + 1)) {
-    const StringView listed = series.substr(open + 1);
-    if (listed.size() > name.size() && listed[name.size()] == u'}' &&
-        std::equal(name.begin(), name.end(), listed.begin(),
-                   [](char16_t own, char16_t stored) { return ToLower(own) == stored; })) {
-      return true;
-    }
-  }
-  return false;
+  return IsListed(name.size(), series, [name](StringView listed) {
+    return std::equal(name.begin(), name.end(), listed.begin(),
+                      [](char16_t own, char16_t stored) { return ToLower(own) == stored; });
+  });
 }
 
-bool ConfLines::Next(StringView& line) {
-  if (rest_.empty()) return false;
-  const bool lineFeedEnds = lineFeed_ == LineFeed::kEndsLine;
-  const auto* const end = std::find_if(rest_.begin(), rest_.end(), [lineFeedEnds](char16_t c) {
-    return c == u'\r' || (c == u'\n' && lineFeedEnds);
-  });
-  line = rest_.substr(0, static_cast<size_t>(end - rest_.begin()));
-  rest_.remove_prefix(line.size());
-  end_ = End::kNone;
-  if (rest_.starts_with(kLineEnd)) {
-    end_ = End::kCrLf;
-  } else if (!rest_.empty()) {
-    end_ = rest_.front() == u'\r' ? End::kCr : End::kLf;
+ConfLines::ConfLines(std::string_view bytes, LineFeed lineFeed)
+    : bytes_(bytes),
+      lineFeedEnds_(lineFeed == LineFeed::kEndsLine),
+      nextCr_(Find('\r')),
+      nextLf_(lineFeedEnds_ ? Find('\n') : bytes.size()) {}
+
+size_t ConfLines::Find(char end) const {
+  return std::min(bytes_.find(end, position_), bytes_.size());
+}
+
+bool ConfLines::Next(std::string_view& line) {
+  if (position_ == bytes_.size()) return false;
+  if (nextCr_ < position_) nextCr_ = Find('\r');
+  if (nextLf_ < position_) nextLf_ = Find('\n');
+  const size_t lineEnd = std::min(nextCr_, nextLf_);
+  line = bytes_.substr(position_, lineEnd - position_);
+  position_ = lineEnd;
+  end_ = LineEnd::kNone;
+  if (lineEnd == nextCr_ && lineEnd < bytes_.size()) {
+    const bool pair = lineEnd + 1 < bytes_.size() && bytes_[lineEnd + 1] == '\n';
+    end_ = pair ? LineEnd::kCrLf : LineEnd::kCr;
+  } else if (lineEnd < bytes_.size()) {
+    end_ = LineEnd::kLf;
   }
-  rest_.remove_prefix(end_ == End::kCrLf ? kLineEnd.size() : end_ == End::kNone ? 0 : 1);
+  position_ += BytesOf(end_).size();
   ++number_;
   return true;
 }

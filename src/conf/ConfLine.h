@@ -1,28 +1,66 @@
-/// The grammar of one line of a configuration file.
+/// The grammar of one line of a configuration file. It is told by characters below 128, which are
+/// the same bytes in every character set that a file may have, so lines are taken apart as bytes.
 #pragma once
 
+#include <cstdint>
+#include <string_view>
+
+#include "conf/ConfText.h"
 #include "text/String.h"
 
 namespace quenmar {
 
-/// One line taken apart; the views point into the line.
+/// How a line of a file ends.
+enum class LineEnd : std::uint8_t { kNone, kCr, kCrLf, kLf };
+
+/// @return the bytes of a line end.
+[[nodiscard]] std::string_view BytesOf(LineEnd end);
+
+/// One line taken apart; all views point into the line.
 struct ConfLine {
-  StringView text;         ///< the line without its leading slashes
-  bool slashes = false;    ///< the line began with "//"
-  bool commented = false;  ///< behind the slashes stands what looks like a setting
-  bool setting = false;    ///< the line is a setting, active or commented out
-  StringView name;         ///< of a setting: the text before the first ":"
-  StringView value;        ///< of a setting: the text behind it, trimmed, remarks still in it
+  enum class Kind : std::uint8_t {
+    kBlank,
+    kComment,
+    kRemark,       ///< a commented-out "note" or "example": comment text by convention
+    kSetting,      ///< active or commented out
+    kSeriesEntry,  ///< a line of a repeatable setting, active or commented out
+  };
+
+  std::string_view bytes;    ///< the whole line without its end
+  std::string_view text;     ///< the line without blanks around it and without leading slashes
+  std::string_view name;     ///< the text before the first ":"; empty for blank lines and comments
+  std::string_view value;    ///< behind the ":", before a "//" remark and before a tab, trimmed
+  std::string_view written;  ///< behind the ":", trimmed; remark and tabs are still in it
+  Kind kind = Kind::kBlank;
+  bool commented = false;  ///< commented out: "//" is directly before the name
+  bool hasRemark = false;  ///< "//" follows the ":"
+  bool hasTab = false;     ///< a tab follows the ":", before a remark
+  LineEnd end = LineEnd::kNone;
+  int number = 0;  ///< in its file, from 1
+
+  [[nodiscard]] bool IsEntry() const { return kind >= Kind::kSetting; }
 };
 
-/// @param line one line without its end.
-[[nodiscard]] ConfLine ParseConfLine(StringView line);
+/// Takes lines of one file apart.
+class ConfGrammar {
+ public:
+  /// @param series the option that names the repeatable settings; outlives this object
+  /// @param charset of the file
+  ConfGrammar(StringView series, ConfCharset charset) : series_(series), charset_(charset) {}
 
-/// @return `value` before the first `mark`, trimmed; `value` as it is when it has none.
-[[nodiscard]] StringView CutBefore(StringView value, StringView mark);
+  /// @param line one line without its end and without blanks around it: leading blanks make a
+  /// comment of it
+  [[nodiscard]] ConfLine Parse(std::string_view line) const;
 
-/// @return the part of a setting's value that counts: before a "//" remark, then before a tab.
-[[nodiscard]] StringView EffectiveValue(StringView value);
+ private:
+  [[nodiscard]] bool Repeats(std::string_view name) const;
+
+  StringView series_;
+  ConfCharset charset_;
+};
+
+/// @return the line without its leading and trailing blanks (U+0020).
+[[nodiscard]] std::string_view TrimBytes(std::string_view line);
 
 /// What a value that somebody gives to a setting will be when the saved file is read again. It
 /// differs from `Trim(value)` where a part would be taken for a remark or an entity form would
@@ -36,11 +74,11 @@ struct ConfLine {
 /// "example" in any case.
 [[nodiscard]] bool IsRemarkName(StringView name);
 
-/// @return whether the setting `name` may stand in a file many times: its small form in braces
-/// occurs in `series` (such as "{map}{npc}"), which is therefore held in small letters.
+/// @return whether the setting `name` may occur in a file many times: its small form in braces
+/// is part of `series` (such as "{map}{npc}"), which is therefore held in small letters.
 [[nodiscard]] bool IsRepeatable(StringView name, StringView series);
 
-/// Hands out the lines of a text one by one. CR and CR LF end a line; a last line without an end is
+/// Hands out the lines of a file one by one. CR and CR LF end a line; a last line without an end is
 /// a line. A lone LF stays inside the line, or ends it as well.
 class ConfLines {
  public:
@@ -48,26 +86,29 @@ class ConfLines {
     kStays,     ///< a lone LF is a character like others
     kEndsLine,  ///< a lone LF is a line end
   };
-  enum class End { kNone, kCr, kCrLf, kLf };
 
-  /// @param text outlives this object and the lines that it hands out.
-  explicit ConfLines(StringView text, LineFeed lineFeed = LineFeed::kStays)
-      : rest_(text), lineFeed_(lineFeed) {}
+  /// @param bytes without a byte order mark; they outlive this object and the lines
+  explicit ConfLines(std::string_view bytes, LineFeed lineFeed = LineFeed::kEndsLine);
 
   /// @return whether there was a further line.
-  [[nodiscard]] bool Next(StringView& line);
+  [[nodiscard]] bool Next(std::string_view& line);
 
   /// @return the number of the line that was handed out last; the first one is 1.
   [[nodiscard]] int Number() const { return number_; }
 
   /// @return how that line ended.
-  [[nodiscard]] End LineEnd() const { return end_; }
+  [[nodiscard]] LineEnd End() const { return end_; }
 
  private:
-  StringView rest_;
-  LineFeed lineFeed_;
+  [[nodiscard]] size_t Find(char end) const;
+
+  std::string_view bytes_;
+  bool lineFeedEnds_;
+  size_t position_ = 0;
+  size_t nextCr_ = 0;  // where the next one is; found once, however many lines come before it
+  size_t nextLf_ = 0;
   int number_ = 0;
-  End end_ = End::kNone;
+  LineEnd end_ = LineEnd::kNone;
 };
 
 }  // namespace quenmar

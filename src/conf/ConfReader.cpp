@@ -4,7 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include "conf/ConfLine.h"
+#include "conf/ConfSetting.h"
 #include "conf/EndApplication.h"
 #include "conf/Functions.h"
 #include "docmodel/DocError.h"
@@ -14,144 +14,127 @@ namespace quenmar {
 
 namespace {
 
-constexpr StringView kActive = u"1";
-constexpr StringView kCommentedOut = u"0";
+using BareLineFeeds = ConfReader::BareLineFeeds;
 
-/// @return comment text as the trees hold it, without tabs and "//".
-String ForComments(StringView text) {
-  String plain(text);
-  std::replace(plain.begin(), plain.end(), u'\t', u' ');
-  return Contains(plain, u"//") ? ReplaceAll(plain, u"//", u" ") : plain;
-}
-
-void AppendComment(String& block, StringView line) {
-  if (!block.empty()) block += kLineEnd;
-  block += ForComments(line);
-}
-
-/// Collects what is worth telling about the lines of one text.
-class NoteTaker {
+/// The comment lines since the last blank line or setting. Their text is made when a setting takes
+/// it, so that a file of comments costs no second copy of itself.
+class CommentBlock {
  public:
-  explicit NoteTaker(ConfNotes& notes) : notes_(notes) {}
+  [[nodiscard]] bool Empty() const { return before_.empty() && lines_.empty(); }
 
-  void Begin(const ConfText& text, std::string bytes) {
-    notes_ = ConfNotes();
-    notes_.bytes = std::move(bytes);
-    notes_.charset = text.charset;
-    notes_.ascii = text.ascii;
-    marked_ = text.mark;
-    noted_.clear();
+  void Clear() { Begin({}); }
+
+  /// Begins with a block that is text already.
+  void Begin(SharedText before) {
+    before_ = std::move(before);
+    lines_.clear();
   }
 
-  void TakeLine(StringView line, const ConfLines& lines) {
-    using Kind = Finding::Kind;
-    const auto is = [line](auto test) { return std::any_of(line.begin(), line.end(), test); };
-    const bool utf8 = notes_.charset == ConfCharset::kUtf8;
-    if (utf8 && (marked_ || is([](char16_t c) { return c > 0x7F; }))) Once(Kind::kUtf8, lines);
-    if (marked_ && is(IsEscapedByte)) Once(Kind::kNoText, lines);
-    if (lines.LineEnd() == ConfLines::End::kLf) Once(Kind::kBareLineFeed, lines);
+  /// Appends a line of the file; an empty one does not begin a block.
+  void Append(std::string_view line) {
+    if (!line.empty() || !Empty()) lines_.push_back(line);
   }
 
-  void TakeActiveSetting(StringView name, int line) {
-    if (!notes_.activeNames.emplace(name).second) {
-      notes_.findings.push_back({line, Finding::Kind::kDuplicate, String(name)});
+  /// @return the block as the trees hold it.
+  [[nodiscard]] SharedText Text(const ConfFile& file) const {
+    if (lines_.empty()) return before_;
+    size_t size = 0;
+    for (const std::string_view line : lines_) size += line.size() + kLineEnd.size();
+    std::string bytes;
+    bytes.reserve(size);
+    for (const std::string_view line : lines_) {
+      if (!bytes.empty() || !before_.empty()) bytes += "\r\n";
+      AppendForComments(line, bytes);
+    }
+    const String text = file.Text(bytes);
+    return SharedText(before_.empty() ? text : String(before_) + text);
+  }
+
+  /// Appends a line as the trees hold comments: without tabs and "//".
+  static void AppendForComments(std::string_view line, std::string& bytes) {
+    for (size_t i = 0; i < line.size(); ++i) {
+      const bool slashes = line[i] == '/' && i + 1 < line.size() && line[i + 1] == '/';
+      bytes += slashes || line[i] == '\t' ? ' ' : line[i];
+      if (slashes) ++i;
     }
   }
 
  private:
-  void Once(Finding::Kind kind, const ConfLines& lines) {
-    if (noted_.insert(kind).second) notes_.findings.push_back({lines.Number(), kind, {}});
-  }
+  SharedText before_;
+  std::vector<std::string_view> lines_;
+};
 
-  ConfNotes& notes_;
-  bool marked_ = false;
-  std::set<Finding::Kind> noted_;
+/// What one reading works with. All references outlive it.
+struct Context {
+  const Path& path;
+  const Options& options;
+  const Language& language;
+  MessageBoxes& messages;
+  BareLineFeeds bareLineFeeds;
+  ConfReader::Comments comments;
 };
 
 /// One reading of one file.
 class Reading {
  public:
-  struct Context {
-    const Path& path;
-    const Options& options;
-    const Language& language;
-    MessageBoxes& messages;
-    ConfReader::BareLineFeeds bareLineFeeds;
-  };
-
-  /// @param notes null when nobody asks for them
-  Reading(const Context& context, Document& settings, Document& series, ConfNotes* notes)
-      : context_(context), settings_(settings.Fields()), series_(series.Fields()) {
-    if (notes != nullptr) notes_.emplace(*notes);
-  }
+  Reading(const Context& context, Document& settings, Document& series, ConfNotes& notes)
+      : context_(context), settings_(settings), series_(series), notes_(notes) {}
 
   /// @return whether the file was read to its end.
   bool Run() {
     Open();
+    return TakeLines();
+  }
+
+  /// The same for a file that has been read.
+  bool RunOn(const ConfFile& file) {
+    file_ = &file;
+    Restart(file.Body());
+    return TakeLines();
+  }
+
+  /// @return the number of the current line; 0 before the first one.
+  [[nodiscard]] int LineNumber() const { return lines_.Number(); }
+  [[nodiscard]] String Line() const { return Text(TrimBytes(line_.bytes)); }
+
+ private:
+  [[nodiscard]] String Text(std::string_view part) const { return file_->Text(part); }
+
+  void Open() {
+    notes_ = ConfNotes();
+    notes_.file = ConfFile::Read(context_.path);
+    if (notes_.file.Encoding().utf16) {
+      throw RuntimeError(0, u"ConfReader",
+                         FinishedText(context_.language.Text(Message::kUtf16Text)));
+    }
+    file_ = &notes_.file;
+    Restart(file_->Body());
+  }
+
+  bool TakeLines() {
     const bool asks = context_.bareLineFeeds == BareLineFeeds::kAsk;
     const bool repairs = !asks && context_.bareLineFeeds != BareLineFeeds::kEndLines;
-    if (repairs && HasBareLineFeed() && !RepairFile()) return false;
-    StringView line;
-    while (NextLine(line)) {
-      line = Trim(line);
-      if (asks && Contains(line, u"\n")) {
+    if (repairs && file_->HasBareLineFeed() && !RepairFile()) return false;
+    std::string_view line;
+    while (lines_.Next(line)) {
+      line = TrimBytes(line);
+      if (asks && line.find('\n') != std::string_view::npos) {
         if (!RepairFile()) return false;
         // Kept: what was read before the question is read a second time, and the first line is
         // not trimmed then. What the windows show of such a file relies on it.
-        if (!NextLine(line)) return true;
+        if (!lines_.Next(line)) return true;
       }
       if (!TakeLine(line)) return false;
     }
     return true;
   }
 
-  /// @return the number of the current line; 0 before the first one.
-  [[nodiscard]] int LineNumber() const { return lines_.Number(); }
-  [[nodiscard]] StringView Line() const { return Trim(rawLine_); }
-
-  /// @return why a repair failed, which the user has been told; empty when none did.
-  [[nodiscard]] const String& Trouble() const { return trouble_; }
-
- private:
-  using BareLineFeeds = ConfReader::BareLineFeeds;
-
-  /// The current line's setting with its value cut to what counts.
-  struct Setting {
-    StringView name;
-    StringView value;
-  };
-
-  void Open() {
-    std::string bytes = ReadBytes(context_.path);
-    std::optional<ConfText> decoded = DecodeConfText(bytes);
-    if (!decoded) {
-      throw RuntimeError(0, u"ConfReader",
-                         FinishedText(context_.language.Text(Message::kUtf16Text)));
-    }
-    if (notes_) notes_->Begin(*decoded, std::move(bytes));
-    Restart(std::move(decoded->text));
-  }
-
-  void Restart(String text) {
-    text_ = std::move(text);
-    lines_ = ConfLines(text_, context_.bareLineFeeds == BareLineFeeds::kEndLines
+  /// @param bytes outlive the reading
+  void Restart(std::string_view bytes) {
+    grammar_.emplace(context_.options.series, file_->Charset());
+    lines_ = ConfLines(bytes, context_.bareLineFeeds == BareLineFeeds::kEndLines
                                   ? ConfLines::LineFeed::kEndsLine
                                   : ConfLines::LineFeed::kStays);
-  }
-
-  [[nodiscard]] bool HasBareLineFeed() const {
-    ConfLines lines(text_);
-    for (StringView line; lines.Next(line);) {
-      if (Contains(line, u"\n")) return true;
-    }
-    return false;
-  }
-
-  bool NextLine(StringView& line) {
-    if (!lines_.Next(line)) return false;
-    rawLine_ = line;
-    if (notes_) notes_->TakeLine(line, lines_);
-    return true;
   }
 
   /// @return whether the user wants bare LF line ends repaired. No ends the application; a closed
@@ -167,82 +150,101 @@ class Reading {
 
   bool RepairFile() {
     if (!WantsRepair()) return false;
+    comment_.Begin(comment_.Text(*file_));  // which goes on, but not the bytes that it is from
     if (context_.bareLineFeeds == BareLineFeeds::kRepairInMemory) {
-      Restart(RepairLineEnds(text_));
+      repaired_ = ToWindows1252(RepairLineEnds(FromWindows1252(file_->Body()))).value();
+      Restart(repaired_);
       return true;
     }
     String text;
     if (!ReadTextFile(context_.path, text)) {
-      trouble_ =
-          FinishedText(context_.language.Text(Message::kCannotRead), {PathText(context_.path)});
-      context_.messages.Show(trouble_, message_style::kOk);
+      Stop(FinishedText(context_.language.Text(Message::kCannotRead), {PathText(context_.path)}),
+           message_style::kOk);
       return false;
     }
     if (!WriteTextFile(context_.path, RepairLineEnds(text))) {
-      trouble_ = FinishedText(context_.language.Text(Message::kLineEndsNotFixed));
-      context_.messages.Show(trouble_, message_style::kCritical);
+      Stop(FinishedText(context_.language.Text(Message::kLineEndsNotFixed)),
+           message_style::kCritical);
       return false;
     }
     Open();
     return true;
   }
 
+  void Stop(String trouble, int style) {
+    notes_.trouble = std::move(trouble);
+    context_.messages.Show(notes_.trouble, style);
+  }
+
   /// @return false when the user declines to go on.
-  bool TakeLine(StringView line) {
-    if (line.empty()) {
-      comment_.clear();
-      carriedComment_.clear();
-      return true;
+  bool TakeLine(std::string_view line) {
+    line_ = grammar_->Parse(line);
+    switch (line_.kind) {
+      case ConfLine::Kind::kBlank:
+        comment_.Clear();
+        carriedComment_ = {};
+        return true;
+      case ConfLine::Kind::kComment:
+        AddToComment(TrimBytes(line_.text));
+        return true;
+      case ConfLine::Kind::kSeriesEntry:
+        AddCutLines();
+        TakeSeriesEntry();
+        return true;
+      case ConfLine::Kind::kRemark:
+      case ConfLine::Kind::kSetting:
+        AddCutLines();
+        return TakeSetting(Text(line_.name), Text(line_.value));
     }
-    line_ = ParseConfLine(line);
-    if (!line_.setting) {
-      AppendComment(comment_, Trim(line_.text));
-      return true;
-    }
-    const Setting setting{line_.name, CutValue()};
-    if (!IsRepeatable(setting.name, context_.options.series)) return TakeSetting(setting);
-    TakeSeriesEntry(setting);
     return true;
   }
 
-  /// Cuts the line's value before a "//" remark and then before a tab; each cut adds the line to
-  /// the comment block, so a line that has both is added twice.
-  StringView CutValue() {
-    StringView value = line_.value;
-    for (const StringView mark : {StringView(u"//"), StringView(u"\t")}) {
-      if (!Contains(value, mark)) continue;
-      AppendComment(comment_, line_.text);
-      value = CutBefore(value, mark);
-    }
-    return value;
+  void AddToComment(std::string_view line) {
+    if (context_.comments == ConfReader::Comments::kKept) comment_.Append(line);
   }
 
-  bool TakeSetting(const Setting& setting) {
-    if (notes_ && !line_.commented) notes_->TakeActiveSetting(setting.name, lines_.Number());
-    const int index = settings_.IndexOf(setting.name);
+  /// A line whose value was cut before a remark or a tab becomes part of the comment, one that was
+  /// cut twice twice.
+  void AddCutLines() {
+    if (line_.hasRemark) AddToComment(line_.text);
+    if (line_.hasTab) AddToComment(line_.text);
+  }
+
+  bool TakeSetting(StringView name, StringView value) {
+    Fields& fields = settings_.Fields();
+    const int index = fields.IndexOf(name);
+    const int first = index < 0 ? fields.Count() : index;
+    if (!line_.commented) NoteActiveLine(static_cast<size_t>(first), name);
     if (index < 0) {
-      AddUnlessRemark(setting, settings_.Count());
+      AddUnlessRemark(name, value, first);
       return true;
     }
-    const std::shared_ptr<Field> known = settings_.Field(index);
-    const std::shared_ptr<Parameter> disabled = known->Parameters().Parameter(1);
-    if (disabled->Value() == kActive && !line_.commented) {
-      if (!AcceptsDuplicate(setting.name)) return false;
-      disabled->SetValue(kCommentedOut);
+    const Ref<Field> known = fields.Field(index);
+    if (IsActive(*known) && !line_.commented) {
+      if (!AcceptsDuplicate(name)) return false;
+      SetActive(*known, false);
       override_ = true;
     }
-    if (disabled->Value() == kCommentedOut) {
-      Merge(setting, *known);
+    if (IsCommentedOut(*known)) {
+      Merge(value, *known);
     } else {
-      AddUnlessRemark(setting, index);
+      AddUnlessRemark(name, value, first);
     }
     return true;
+  }
+
+  /// @param first where the first field of that name is, or will be
+  void NoteActiveLine(size_t first, StringView name) {
+    if (first >= notes_.active.size()) notes_.active.resize(first + 1);
+    if (notes_.active[first]) {
+      notes_.findings.push_back({lines_.Number(), Finding::Kind::kDuplicate, String(name)});
+    }
+    notes_.active[first] = true;
   }
 
   bool AcceptsDuplicate(StringView name) {
     if (context_.options.alwaysIgnoreDupParam) return true;
-    return ShowMessage(context_.messages,
-                       String(context_.language.Text(Message::kDuplicateSetting)),
+    return ShowMessage(context_.messages, context_.language.Text(Message::kDuplicateSetting),
                        message_style::kYesNo | message_style::kQuestion,
                        {name, PathText(context_.path)}) == Button::kYes;
   }
@@ -250,99 +252,137 @@ class Reading {
   /// A setting that is not known yet, or a commented-out line of an active one. The latter becomes
   /// a second field of that name, while its parameters go to the first: what looks fields up by
   /// name must not see it.
-  /// @param first where the first field of that name stands, or will stand
-  void AddUnlessRemark(const Setting& setting, int first) {
-    if (line_.commented && IsRemarkName(setting.name)) {
-      if (comment_.empty()) comment_ = carriedComment_;
-      AppendComment(comment_, line_.text);
+  /// @param first where the first field of that name is, or will be
+  void AddUnlessRemark(StringView name, StringView value, int first) {
+    if (line_.kind == ConfLine::Kind::kRemark) {
+      if (comment_.Empty()) comment_.Begin(carriedComment_);
+      AddToComment(line_.text);
       return;
     }
-    if (!comment_.empty()) carriedComment_ = std::exchange(comment_, String());
-    settings_.AddField(setting.name, setting.value);
-    Parameters& parameters = settings_.Field(first)->Parameters();
-    parameters.AddParameter(u"Comments", carriedComment_);
-    parameters.AddParameter(u"Disabled", line_.commented ? kCommentedOut : kActive);
+    if (!comment_.Empty()) {
+      carriedComment_ = comment_.Text(*file_);
+      comment_.Clear();
+    }
+    settings_.Fields().AddField(name, value);
+    AddSettingParameters(*settings_.Fields().Field(first), carriedComment_, !line_.commented);
   }
 
   /// A further line of a setting whose first line was commented out or gave way to a duplicate.
-  void Merge(const Setting& setting, Field& known) {
-    if (!line_.slashes && !override_) known.SetValue(setting.value);
-    const std::shared_ptr<Parameter> comments = known.Parameters().Parameter(u"Comments");
-    const String added = line_.commented ? comment_ : ForComments(line_.text);
-    comments->SetValue(comments->Value() + String(kLineEnd) + added);
-    comment_.clear();
+  void Merge(StringView value, Field& known) {
+    if (!line_.commented && !override_) known.SetValue(value);
+    if (context_.comments == ConfReader::Comments::kLeftOut) return;
+    if (line_.commented) {
+      AppendToComment(known, comment_.Text(*file_));
+    } else {
+      std::string line;
+      CommentBlock::AppendForComments(line_.text, line);
+      AppendToComment(known, Text(line));
+    }
+    comment_.Clear();
   }
 
-  void TakeSeriesEntry(const Setting& setting) {
-    const std::shared_ptr<Field> known = series_.Field(setting.value);
+  void TakeSeriesEntry() {
+    const String name = Text(line_.value);
+    const Ref<Field> known = series_.Fields().Field(name);
     if (!known->Name().empty()) {
-      const std::shared_ptr<Parameter> disabled = known->Parameters().Parameter(1);
-      if (disabled->Value() == kCommentedOut && !line_.commented) disabled->SetValue(kActive);
+      if (IsCommentedOut(*known) && !line_.commented) SetActive(*known, true);
       return;
     }
-    const int index = series_.AddField(setting.value, {});
-    Parameters& parameters = series_.Field(index)->Parameters();
-    parameters.AddParameter(u"Type", setting.name);
-    parameters.AddParameter(u"Disabled", line_.commented ? kCommentedOut : kActive);
-    comment_.clear();
-    carriedComment_.clear();
+    AddSeriesEntry(series_, name, Text(line_.name), !line_.commented);
+    comment_.Clear();
+    carriedComment_ = {};
   }
 
   Context context_;
-  Fields& settings_;
-  Fields& series_;
-  std::optional<NoteTaker> notes_;
-  String text_;
-  ConfLines lines_{StringView()};
-  StringView rawLine_;
-  String trouble_;
+  Document& settings_;
+  Document& series_;
+  ConfNotes& notes_;
+  const ConfFile* file_ = nullptr;
+  std::string repaired_;  // what is read in the place of the file's bytes
+  std::optional<ConfGrammar> grammar_;
+  ConfLines lines_{{}};
   ConfLine line_;
-  String comment_;         // plain comment lines since the last blank line or setting
-  String carriedComment_;  // the block of the last setting, for those below it that have none
-  bool override_ = false;  // a duplicate was accepted; stays set for the rest of the file
+  CommentBlock comment_;
+  SharedText carriedComment_;  // the block of the last setting, for those below it that have none
+  bool override_ = false;      // a duplicate was accepted; stays set for the rest of the file
 };
+
+/// Stands in for a user where there is none: every question is answered with Yes.
+class NoUser final : public MessageBoxes {
+ public:
+  Button Show(const String& /*text*/, int style) override {
+    const bool question = (style & message_style::kButtons) != message_style::kOk;
+    return question ? Button::kYes : Button::kOk;
+  }
+};
+
+/// Puts what is worth telling about the bytes beside what the reading found, in the order of the
+/// lines and as far as the reading came.
+void AddFindingsOfBytes(ConfNotes& notes) {
+  std::vector<Finding> findings = notes.file.Findings();
+  if (notes.troubleLine > 0) {
+    std::erase_if(findings,
+                  [&](const Finding& finding) { return finding.line > notes.troubleLine; });
+  }
+  findings.insert(findings.end(), notes.findings.begin(), notes.findings.end());
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const Finding& one, const Finding& other) { return one.line < other.line; });
+  notes.findings = std::move(findings);
+}
 
 }  // namespace
 
-ConfCharset CharsetForSaving(const ConfNotes& server, const ConfNotes& distribution) {
-  return server.ascii ? distribution.charset : server.charset;
-}
-
 ConfReader::ConfReader(const Options& options, const Language& language, MessageBoxes& messages,
-                       BareLineFeeds bareLineFeeds)
-    : options_(options), language_(language), messages_(messages), bareLineFeeds_(bareLineFeeds) {}
+                       BareLineFeeds bareLineFeeds, Comments comments)
+    : options_(options),
+      language_(language),
+      messages_(messages),
+      bareLineFeeds_(bareLineFeeds),
+      comments_(comments) {}
 
 bool ConfReader::LoadConfFile(const Path& path, std::shared_ptr<Document>& settings,
                               std::shared_ptr<Document>& series, ConfNotes* notes) const {
   settings = std::make_shared<Document>();
   series = std::make_shared<Document>();
-  if (notes != nullptr) *notes = ConfNotes();
-  Reading reading({path, options_, language_, messages_, bareLineFeeds_}, *settings, *series,
-                  notes);
+  ConfNotes unasked;
+  ConfNotes& told = notes != nullptr ? *notes : unasked;
+  told = ConfNotes();
+  Reading reading({path, options_, language_, messages_, bareLineFeeds_, comments_}, *settings,
+                  *series, told);
   String about = PathText(path);
-  String trouble;
-  int line = 0;
+  bool complete = false;
   try {
-    const bool complete = reading.Run();
-    if (notes != nullptr) notes->trouble = reading.Trouble();
-    return complete;
+    complete = reading.Run();
   } catch (const DocError& error) {
-    line = reading.LineNumber();
-    trouble = error.Description();
-    about =
-        FinishedText(language_.Text(Message::kPlaceInFile), {about, ToText(line), reading.Line()});
-    if (notes != nullptr) {
-      notes->findings.push_back({line, Finding::Kind::kRejectedName, String(reading.Line())});
-    }
+    told.trouble = error.Description();
+    told.troubleLine = reading.LineNumber();
+    const String line = reading.Line();
+    about = FinishedText(language_.Text(Message::kPlaceInFile),
+                         {about, ToText(told.troubleLine), line});
+    told.findings.push_back({told.troubleLine, Finding::Kind::kRejectedName, line});
+    ShowError(messages_, language_, told.trouble, about);
   } catch (const std::exception& error) {
-    trouble = DescriptionOf(error);
+    told.trouble = DescriptionOf(error);
+    ShowError(messages_, language_, told.trouble, about);
   }
-  if (notes != nullptr) {
-    notes->trouble = trouble;
-    notes->troubleLine = line;
+  told.active.resize(static_cast<size_t>(settings->Fields().Count()));
+  if (notes != nullptr) AddFindingsOfBytes(told);
+  return complete;
+}
+
+bool ReadQuietly(const ConfFile& file, const Options& options, Document& settings, Document& series,
+                 ConfNotes* notes) {
+  NoUser nobody;
+  const Language language;
+  ConfNotes unasked;
+  Reading reading({file.FilePath(), options, language, nobody, BareLineFeeds::kEndLines,
+                   ConfReader::Comments::kLeftOut},
+                  settings, series, notes != nullptr ? *notes : unasked);
+  try {
+    return reading.RunOn(file);
+  } catch (const DocError&) {
+    return false;  // the result is the report
   }
-  ShowError(messages_, language_, trouble, about);
-  return false;
 }
 
 String RepairLineEnds(StringView text) { return ReplaceAll(text, u"\n", kLineEnd); }

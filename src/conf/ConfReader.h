@@ -1,19 +1,14 @@
 /// The only parser of configuration files: one file becomes a settings and a series tree.
 ///
-/// Settings tree: one `Field` per setting, named and valued as the file has it, with the parameters
-/// "Comments" (index 0: the comment block, lines joined by CR LF, tabs and "//" replaced by spaces)
-/// and "Disabled" (index 1). Series tree: one `Field` per value of a repeatable setting, named by
-/// the value, with the parameters "Type" (index 0: the setting's name) and "Disabled" (index 1).
-/// "Disabled" is "1" for a line that stands active and "0" for one that is commented out: the
-/// reverse of what it says, and everything that reads or writes the trees relies on it.
+/// `ConfSetting.h` describes what the fields of the trees hold. Settings tree: one `Field` per
+/// setting, in the order of their first lines. Series tree: one `Field` per value of a repeatable
+/// setting.
 #pragma once
 
 #include <memory>
-#include <set>
-#include <string>
 #include <vector>
 
-#include "conf/ConfText.h"
+#include "conf/ConfFile.h"
 #include "conf/MessageBoxes.h"
 #include "docmodel/Document.h"
 #include "registry/Language.h"
@@ -21,35 +16,17 @@
 
 namespace quenmar {
 
-/// Something in a file that is worth telling, though it may not keep the file from being read.
-struct Finding {
-  enum class Kind {
-    kBareLineFeed,  ///< from this line on lines end in a lone LF
-    kDuplicate,     ///< an active line of a setting that has had one before; `text` is its name
-    kRejectedName,  ///< the tree takes no such name: reading stopped; `text` is the line
-    kUtf8,          ///< the file is UTF-8 text; the line is the first one that shows it
-    kNoText,        ///< the line has bytes that are no UTF-8 in a file that is marked as UTF-8
-  };
-
-  int line;  ///< counted from 1
-  Kind kind;
-  String text;
-};
-
 /// What reading a file tells beside its trees.
 struct ConfNotes {
-  std::string bytes;  ///< the content of the file on the disk, after a repair in the file
-  ConfCharset charset = ConfCharset::kWindows1252;
-  bool ascii = true;              ///< the file fits every character set
-  std::vector<Finding> findings;  ///< in the order of the lines
-  std::set<String> activeNames;   ///< the settings that have an active line
+  ConfFile file;                  ///< as it is on the disk, after a repair in the file
+  std::vector<Finding> findings;  ///< in the order of the lines, as far as the file was read
   String trouble;       ///< why reading stopped; empty when the user declined or it did not
   int troubleLine = 0;  ///< the line at which it stopped; 0 where no line is to blame
-};
 
-/// @return the character set in which a server's file is saved: its own, or the distribution's
-/// where it is ASCII throughout.
-[[nodiscard]] ConfCharset CharsetForSaving(const ConfNotes& server, const ConfNotes& distribution);
+  /// For each field of the settings tree, by its index: whether any line of that name is active.
+  /// Only the first field of a name counts.
+  std::vector<bool> active;
+};
 
 /// Reads configuration files; keeps nothing between two calls.
 class ConfReader {
@@ -62,9 +39,15 @@ class ConfReader {
     kEndLines,        ///< the file is read as it is, and a lone LF ends a line
   };
 
+  enum class Comments {
+    kKept,     ///< every setting gets its comment block
+    kLeftOut,  ///< every comment is empty: for those who do not show any
+  };
+
   /// The arguments outlive the reader.
   ConfReader(const Options& options, const Language& language, MessageBoxes& messages,
-             BareLineFeeds bareLineFeeds = BareLineFeeds::kAsk);
+             BareLineFeeds bareLineFeeds = BareLineFeeds::kAsk,
+             Comments comments = Comments::kKept);
 
   /// Reads the file at `path`, asking about bare LF line ends and duplicates on the way. Failures
   /// are shown to the user here. Throws `EndApplication` when the user answers No to the repair;
@@ -81,7 +64,16 @@ class ConfReader {
   const Language& language_;
   MessageBoxes& messages_;
   BareLineFeeds bareLineFeeds_;
+  Comments comments_;
 };
+
+/// Reads a file that is in memory, without a user: a lone LF ends a line, duplicates are accepted,
+/// and comments are left out.
+/// @param settings, series empty trees; receive what was read, also when reading stopped
+/// @param notes receives the active lines and the duplicates, if given
+/// @return whether the file was read to its end; false where it has a name that a tree rejects.
+[[nodiscard]] bool ReadQuietly(const ConfFile& file, const Options& options, Document& settings,
+                               Document& series, ConfNotes* notes = nullptr);
 
 /// @return `text` with every LF replaced by CR LF; an LF that has its CR gets a second one.
 [[nodiscard]] String RepairLineEnds(StringView text);

@@ -8,8 +8,6 @@ namespace quenmar {
 
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
 bool IsAscii(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(),
                      [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
@@ -21,16 +19,17 @@ StringView CharsetName(ConfCharset charset) {
   return charset == ConfCharset::kUtf8 ? u"UTF-8" : u"Windows-1252";
 }
 
-std::optional<ConfText> DecodeConfText(std::string_view bytes) {
-  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return std::nullopt;
-  ConfText decoded;
-  decoded.mark = bytes.starts_with(kUtf8Mark);
-  decoded.ascii = !decoded.mark && IsAscii(bytes);
-  if (decoded.mark) bytes.remove_prefix(kUtf8Mark.size());
-  if (decoded.mark || (!decoded.ascii && IsUtf8(bytes))) decoded.charset = ConfCharset::kUtf8;
-  decoded.text =
-      decoded.charset == ConfCharset::kUtf8 ? FromUtf8KeepingBytes(bytes) : FromWindows1252(bytes);
-  return decoded;
+ConfEncoding EncodingOf(std::string_view bytes) {
+  ConfEncoding encoding;
+  encoding.utf16 = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+  encoding.mark = bytes.starts_with(kUtf8Mark);
+  encoding.ascii = IsAscii(bytes);
+  if (encoding.mark || (!encoding.ascii && IsUtf8(bytes))) encoding.charset = ConfCharset::kUtf8;
+  return encoding;
+}
+
+String DecodeConfText(std::string_view bytes, ConfCharset charset) {
+  return charset == ConfCharset::kUtf8 ? FromUtf8KeepingBytes(bytes) : FromWindows1252(bytes);
 }
 
 std::optional<std::string> EncodeConfText(StringView text, ConfCharset charset) {

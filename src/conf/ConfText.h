@@ -15,20 +15,24 @@ namespace quenmar {
 
 enum class ConfCharset { kWindows1252, kUtf8 };
 
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
 /// @return the name of the character set, for messages.
 [[nodiscard]] StringView CharsetName(ConfCharset charset);
 
-/// The text of one file.
-struct ConfText {
-  String text;  ///< without the byte order mark
+/// What the bytes of one file are.
+struct ConfEncoding {
   ConfCharset charset = ConfCharset::kWindows1252;
   bool mark = false;   ///< the file begins with the UTF-8 byte order mark
-  bool ascii = false;  ///< neither a mark nor a byte above 127: the file fits every character set
+  bool ascii = true;   ///< neither a mark nor a byte above 127: the file fits every character set
+  bool utf16 = false;  ///< the file begins with a byte order mark of UTF-16: no configuration text
 };
 
-/// @return the text; nothing for UTF-16, told by its byte order mark, which is no configuration
-/// text.
-[[nodiscard]] std::optional<ConfText> DecodeConfText(std::string_view bytes);
+[[nodiscard]] ConfEncoding EncodingOf(std::string_view bytes);
+
+/// @param bytes part of a file, cut at characters below 128
+/// @return the text of the part.
+[[nodiscard]] String DecodeConfText(std::string_view bytes, ConfCharset charset);
 
 /// @return the bytes, without a mark; nothing when the character set lacks a character.
 [[nodiscard]] std::optional<std::string> EncodeConfText(StringView text, ConfCharset charset);

@@ -1,6 +1,5 @@
 #include "conf/ConfWriter.h"
 
-#include "conf/ConfLine.h"
 #include "conf/Functions.h"
 #include "files/FileError.h"
 #include "files/Folder.h"
@@ -39,19 +38,27 @@ String KeepCopy(OpenedFile& file, const std::string& onDisk) {
 
 OpenedFile OpenedFile::FromDisk(const Path& path) {
   OpenedFile file{path, ContentOf(path)};
-  const auto decoded = DecodeConfText(file.bytes.value_or(std::string()));
-  if (decoded) file.charset = decoded->charset;
+  file.charset = EncodingOf(file.bytes.value_or(std::string())).charset;
   return file;
 }
 
 ConfWriter::ConfWriter(const Options& options, const Language& language, MessageBoxes& messages)
     : options_(options), language_(language), messages_(messages) {}
 
-bool ConfWriter::SaveConfFile(OpenedFile& file, const Document& settings,
+bool ConfWriter::SaveConfFile(const Path& path, const Document& settings,
                               const SeriesView& window) const {
+  try {
+    OpenedFile file = OpenedFile::FromDisk(path);
+    return SaveBytes(file, ConfFileBytes(settings, window, file.charset));
+  } catch (const std::exception& error) {
+    TellFailure(path, error);
+    return false;
+  }
+}
+
+bool ConfWriter::SaveBytes(OpenedFile& file, const std::string& bytes) const {
   String copyTrouble;
   try {
-    const std::string bytes = EncodeLines(ConfFileLines(settings, window), file.charset);
     const std::optional<std::string> onDisk = ContentOf(file.path);
     if (onDisk != bytes) {
       if (!MayReplace(file, onDisk)) return false;
@@ -66,23 +73,12 @@ bool ConfWriter::SaveConfFile(OpenedFile& file, const Document& settings,
     TellFailure(file.path, error);
     return false;
   }
-  ShowMessage(messages_, String(language_.Text(Message::kSaved)), message_style::kInformation);
+  ShowMessage(messages_, language_.Text(Message::kSaved), message_style::kInformation);
   if (!copyTrouble.empty()) {
-    ShowMessage(messages_, String(language_.Text(Message::kNoCopy)), message_style::kOk,
+    ShowMessage(messages_, language_.Text(Message::kNoCopy), message_style::kOk,
                 {PathText(CopyOf(file.path)), copyTrouble});
   }
   return true;
-}
-
-bool ConfWriter::SaveConfFile(const Path& path, const Document& settings,
-                              const SeriesView& window) const {
-  try {
-    OpenedFile file = OpenedFile::FromDisk(path);
-    return SaveConfFile(file, settings, window);
-  } catch (const FileError& error) {
-    TellFailure(path, error);
-    return false;
-  }
 }
 
 bool ConfWriter::MayReplace(const OpenedFile& file,
@@ -100,12 +96,20 @@ void ConfWriter::TellFailure(const Path& path, const std::exception& error) cons
                          {PathText(path)}));
 }
 
-std::vector<String> ConfWriter::ConfFileLines(const Document& settings,
-                                              const SeriesView& window) const {
-  std::vector<String> lines;
-  for (int i = 0; i < settings.Fields().Count(); ++i) {
-    const auto field = settings.Fields().Field(i);
-    lines.push_back(field->Name() + String(kSeparator) + field->Value());
+std::string ConfWriter::ConfFileBytes(const Document& settings, const SeriesView& window,
+                                      ConfCharset charset) const {
+  std::string bytes;
+  const auto add = [&](const String& line, StringView about) {
+    const auto encoded = EncodeConfText(line, charset);
+    if (!encoded) {
+      throw RuntimeError(
+          0, u"ConfWriter",
+          FinishedText(language_.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
+    }
+    bytes.append(*encoded).append("\r\n");
+  };
+  for (const Field& field : settings.Fields()) {
+    add(String(field.Name()).append(kSeparator).append(field.Value()), field.Name());
   }
   for (int group = 0; group < window.GroupCount(); ++group) {
     const String caption = window.TabCaption(group);
@@ -113,25 +117,9 @@ std::vector<String> ConfWriter::ConfFileLines(const Document& settings,
     for (int item = 0; item < window.ItemCount(group); ++item) {
       const bool checked = window.Selected(group, item);
       if (!checked && !options_.saveCommentedSeries) continue;
-      lines.push_back((checked ? start : u"//" + start) + window.List(group, item));
+      const String entry = start + window.List(group, item);
+      add(checked ? entry : u"//" + entry, entry);
     }
-  }
-  return lines;
-}
-
-std::string ConfWriter::EncodeLines(const std::vector<String>& lines, ConfCharset charset) const {
-  std::string bytes;
-  for (const String& line : lines) {
-    const auto encoded = EncodeConfText(line, charset);
-    if (!encoded) {
-      const ConfLine parsed = ParseConfLine(line);
-      const StringView name = parsed.text.substr(0, parsed.text.find(u':'));
-      const bool series = IsRepeatable(name, options_.series);
-      throw RuntimeError(0, u"ConfWriter",
-                         FinishedText(language_.Text(Message::kCharacterLacking),
-                                      {series ? parsed.text : name, CharsetName(charset)}));
-    }
-    bytes.append(*encoded).append("\r\n");
   }
   return bytes;
 }

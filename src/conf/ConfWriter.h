@@ -1,8 +1,8 @@
 #pragma once
 
+#include <exception>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "conf/ConfText.h"
 #include "conf/MessageBoxes.h"
@@ -35,35 +35,32 @@ class ConfWriter {
   /// The arguments outlive the writer.
   ConfWriter(const Options& options, const Language& language, MessageBoxes& messages);
 
-  /// Saves the file and shows "Saved!", or shows what went wrong, in which case the file is
-  /// unchanged.
-  ///
-  /// Everything is encoded before the file is touched. A file that already holds the bytes is left
-  /// alone. One that no longer holds what was read is saved only if the user agrees. Just before
-  /// the first save its old content is copied to PATH.bak; a copy that cannot be made is
-  /// told after "Saved!". Then the file is replaced wholly or not at all (`ReplaceBytes`).
-  /// @param file what is known of it; afterwards what this save has made of it
-  /// @return whether the file holds what was to be saved.
-  [[nodiscard]] bool SaveConfFile(OpenedFile& file, const Document& settings,
-                                  const SeriesView& window) const;
-
-  /// The same for a file of which nothing is known but its path.
+  /// Saves the file in its own character set; see `SaveBytes`.
   [[nodiscard]] bool SaveConfFile(const Path& path, const Document& settings,
                                   const SeriesView& window) const;
 
-  /// @return the lines that a save writes, without their ends.
-  [[nodiscard]] std::vector<String> ConfFileLines(const Document& settings,
-                                                  const SeriesView& window) const;
+  /// Gives the file its new content and shows "Saved!", or shows what went wrong, in which case the
+  /// file is unchanged.
+  ///
+  /// A file that already has the content is left alone. One that is no longer what was read is
+  /// saved only if the user agrees. Just before the first save its old content is copied to
+  /// PATH.bak; a copy that cannot be made is told after "Saved!". Then the file is replaced wholly
+  /// or not at all (`ReplaceBytes`).
+  /// @param file what is known of it; afterwards what this save has made of it
+  /// @return whether the file has the content.
+  [[nodiscard]] bool SaveBytes(OpenedFile& file, const std::string& bytes) const;
 
-  /// @return the bytes of those lines, each ended by CR LF. Throws `RuntimeError` naming the
-  /// setting whose characters the character set lacks.
-  [[nodiscard]] std::string EncodeLines(const std::vector<String>& lines,
-                                        ConfCharset charset) const;
+  /// @return the content that a save writes, every line ended by CR LF. Throws `RuntimeError` that
+  /// names the setting whose characters the character set lacks.
+  [[nodiscard]] std::string ConfFileBytes(const Document& settings, const SeriesView& window,
+                                          ConfCharset charset) const;
+
+  /// Shows that a file could not be saved.
+  void TellFailure(const Path& path, const std::exception& error) const;
 
  private:
   [[nodiscard]] bool MayReplace(const OpenedFile& file,
                                 const std::optional<std::string>& onDisk) const;
-  void TellFailure(const Path& path, const std::exception& error) const;
 
   const Options& options_;
   const Language& language_;

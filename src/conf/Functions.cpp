@@ -51,16 +51,11 @@ String FinishedText(StringView text, std::initializer_list<StringView> placehold
   return FillPlaceholders(ReplaceAll(text, u"\\n", kLineEnd), placeholders);
 }
 
-Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
+Button ShowMessage(MessageBoxes& messages, StringView text, int buttons,
                    std::initializer_list<StringView> placeholders, const String& details) {
-  text = FinishedText(text, placeholders);
-  if (details.empty()) return messages.Show(text, buttons);
-  return messages.ShowWithDetails(text, buttons, details);
-}
-
-Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
-                   std::initializer_list<StringView> placeholders, const String& details) {
-  return ShowMessage(messages, text, buttons, placeholders, details);
+  const String finished = FinishedText(text, placeholders);
+  if (details.empty()) return messages.Show(finished, buttons);
+  return messages.ShowWithDetails(finished, buttons, details);
 }
 
 void ShowError(MessageBoxes& messages, const Language& language, StringView description,

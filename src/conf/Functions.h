@@ -36,13 +36,10 @@ using CheckList = std::vector<CheckItem>;
 /// Shows a message. Every backslash followed by "n" in `text` becomes a line break; then "%1" and
 /// "%2" become the placeholders, which are not searched for breaks or for each other (a path may
 /// well hold a backslash before an "n", or "%2").
-/// @param text the message; holds what was shown afterwards
 /// @param buttons a sum of `message_style` numbers
 /// @param details what the user may look up before the answer; empty for none
 /// @return the pressed button.
-Button ShowMessage(MessageBoxes& messages, String& text, int buttons,
-                   std::initializer_list<StringView> placeholders = {}, const String& details = {});
-Button ShowMessage(MessageBoxes& messages, String&& text, int buttons,
+Button ShowMessage(MessageBoxes& messages, StringView text, int buttons,
                    std::initializer_list<StringView> placeholders = {}, const String& details = {});
 
 /// Shows "Error: " (`Message::kError`) with a description and, on a line of its own, what failed.

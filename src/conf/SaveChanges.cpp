@@ -1,13 +1,12 @@
 #include "conf/SaveChanges.h"
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <optional>
 #include <set>
 #include <utility>
 
-#include "conf/ConfLine.h"
-#include "conf/ConfText.h"
 #include "conf/Functions.h"
 #include "text/Charset.h"
 
@@ -18,22 +17,26 @@ namespace {
 using Kind = SaveChange::Kind;
 
 /// What makes two lines the same entry: the name, and for series entries the value that counts.
-using Key = std::pair<StringView, StringView>;
+using Key = std::pair<String, String>;
 
-/// A setting or series line of one of the two texts.
+/// A setting or series line of one of the two files.
 struct Entry {
   Key key;
-  StringView line;  // as it stands
-  StringView name;
-  StringView value;  // remarks included
+  String line;   // with its blanks
+  String value;  // remarks included
   bool commented;
-  bool repeatable;
+  bool series;
+
+  [[nodiscard]] const String& Name() const { return key.first; }
 };
 
-Entry ToEntry(StringView line, const ConfLine& parsed, StringView series) {
-  const bool repeatable = IsRepeatable(parsed.name, series);
-  const StringView entryValue = repeatable ? EffectiveValue(parsed.value) : StringView();
-  return {{parsed.name, entryValue}, line, parsed.name, parsed.value, parsed.commented, repeatable};
+Entry ToEntry(const ConfFile& file, const ConfLine& line) {
+  const bool series = line.kind == ConfLine::Kind::kSeriesEntry;
+  return {{file.Text(line.name), series ? file.Text(line.value) : String()},
+          file.Text(line.bytes),
+          file.Text(line.written),
+          line.commented,
+          series};
 }
 
 /// The lines of one key that wait for those which they become, as indexes in file order.
@@ -47,11 +50,9 @@ struct Waiting {
 
 class Comparison {
  public:
-  Comparison(StringView oldText, const std::vector<String>& newLines, StringView series)
-      : series_(series) {
-    TakeOld(oldText);
-    for (const String& line : newLines) new_.push_back(ToEntry(line, ParseConfLine(line), series));
-    for (const Entry& entry : new_) ++waiting_[entry.key].newLines;
+  Comparison(const ConfFile& before, const ConfFile& after, StringView series) {
+    after.ForEachLine(series, [&](const ConfLine& line) { TakeNew(after, line); });
+    before.ForEachLine(series, [&](const ConfLine& line) { TakeOld(before, line); });
     FindPartners();
   }
 
@@ -71,19 +72,27 @@ class Comparison {
   }
 
  private:
-  void TakeOld(StringView text) {
-    ConfLines lines(text, ConfLines::LineFeed::kEndsLine);
-    for (StringView line; lines.Next(line);) {
-      result_.otherLineEnds |= lines.LineEnd() != ConfLines::End::kCrLf;
-      const ConfLine parsed = ParseConfLine(Trim(line));
-      if (IsEntry(parsed)) {
-        old_.push_back(ToEntry(line, parsed, series_));
-        waiting_[old_.back().key].In(parsed.commented).push_back(old_.size() - 1);
-      } else if (Trim(line).empty()) {
-        result_.reformatted = true;
-      } else {
-        ++result_.lostCommentLines;
-      }
+  void TakeNew(const ConfFile& file, const ConfLine& line) {
+    if (line.IsEntry()) {
+      new_.push_back(ToEntry(file, line));
+      ++waiting_[new_.back().key].newLines;
+    } else if (line.kind != ConfLine::Kind::kBlank) {
+      ++newComments_[line.text];
+    }
+  }
+
+  void TakeOld(const ConfFile& file, const ConfLine& line) {
+    result_.otherLineEnds |= line.end != LineEnd::kCrLf;
+    if (line.IsEntry()) {
+      old_.push_back(ToEntry(file, line));
+      waiting_[old_.back().key].In(line.commented).push_back(old_.size() - 1);
+    } else if (line.kind == ConfLine::Kind::kBlank) {
+      result_.reformatted = true;
+    } else if (const auto same = newComments_.find(line.text);
+               same != newComments_.end() && same->second > 0) {
+      --same->second;
+    } else {
+      ++result_.lostCommentLines;
     }
   }
 
@@ -129,27 +138,21 @@ class Comparison {
     }
   }
 
-  /// A commented-out note or example is comment text, unless the option makes it a series entry.
-  [[nodiscard]] bool IsEntry(const ConfLine& line) const {
-    const bool remark = line.commented && IsRemarkName(line.name);
-    return line.setting && (!remark || IsRepeatable(line.name, series_));
-  }
-
   static Kind KindOfSwitch(const Entry& entry) {
-    if (!entry.repeatable) return Kind::kActivated;
+    if (!entry.series) return Kind::kActivated;
     return entry.commented ? Kind::kSwitchedOff : Kind::kSwitchedOn;
   }
 
   void Report(Kind kind, const Entry& entry, StringView oldValue, StringView newValue) {
     result_.changes.push_back(
-        {kind, String(entry.name), String(oldValue), String(newValue), entry.commented});
+        {kind, entry.Name(), String(oldValue), String(newValue), entry.commented});
   }
 
-  StringView series_;
   std::vector<Entry> old_;
   std::vector<Entry> new_;
   std::vector<std::optional<size_t>> partners_;  // of the new entries among the old ones
   std::map<Key, Waiting> waiting_;
+  std::map<std::string_view, int> newComments_;  // how many there are of each
   SaveChanges result_;
 };
 
@@ -160,13 +163,10 @@ bool SaveChanges::Empty() const {
          !markGoes;
 }
 
-SaveChanges ListSaveChanges(std::string_view oldBytes, const std::vector<String>& newLines,
-                            std::string_view newBytes, StringView series) {
-  if (oldBytes == newBytes) return {};
-  auto old = DecodeConfText(oldBytes);
-  if (!old) old = ConfText{FromWindows1252(oldBytes)};  // whatever it is, it goes
-  SaveChanges changes = Comparison(old->text, newLines, series).Result();
-  changes.markGoes = old->mark;
+SaveChanges ListSaveChanges(const ConfFile& before, const ConfFile& after, StringView series) {
+  if (before.Bytes() == after.Bytes()) return {};
+  SaveChanges changes = Comparison(before, after, series).Result();
+  changes.markGoes = before.Encoding().mark && !after.Encoding().mark;
   changes.reformatted |= changes.Empty();  // such as another character set
   return changes;
 }

@@ -1,9 +1,9 @@
-/// What a save would change in a file that stands on the disk.
+/// What a save would change in a file that is on the disk.
 #pragma once
 
-#include <string_view>
 #include <vector>
 
+#include "conf/ConfFile.h"
 #include "registry/Language.h"
 #include "text/String.h"
 
@@ -40,13 +40,11 @@ struct SaveChanges {
 };
 
 /// Compares texts, not trees, so that a value which reading cuts at a tab or a remark shows.
-/// @param oldBytes what the file holds now, in any character set and with any line ends
-/// @param newLines the lines that a save writes, see `ConfWriter::ConfFileLines`
-/// @param newBytes the same encoded
+/// @param before the file as it is, in any character set and with any line ends
+/// @param after the file as a save writes it
 /// @param series the option that names the repeatable settings
-[[nodiscard]] SaveChanges ListSaveChanges(std::string_view oldBytes,
-                                          const std::vector<String>& newLines,
-                                          std::string_view newBytes, StringView series);
+[[nodiscard]] SaveChanges ListSaveChanges(const ConfFile& before, const ConfFile& after,
+                                          StringView series);
 
 /// @return what changes in the file as a whole, each in a few words.
 [[nodiscard]] std::vector<String> WholeFileEffects(const SaveChanges& changes,

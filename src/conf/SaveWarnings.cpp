@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "conf/ConfLine.h"
+#include "conf/ConfSetting.h"
 #include "conf/Functions.h"
 
 namespace quenmar {
@@ -13,19 +14,16 @@ namespace {
 
 int CountOtherValues(const Fields& settings) {
   int count = 0;
-  for (int i = 0; i < settings.Count(); ++i) {
-    const String value = settings.Field(i)->Value();
-    count += ReadBackValue(value) != Trim(value) ? 1 : 0;
+  for (const Field& field : settings) {
+    count += ReadBackValue(field.Value()) != Trim(field.Value()) ? 1 : 0;
   }
   return count;
 }
 
 int CountMissingMandatory(const Fields& settings, const Fields& distribution) {
-  std::set<String> missing;
-  for (int i = 0; i < distribution.Count(); ++i) {
-    const auto field = distribution.Field(i);
-    const bool mandatory = field->Parameters().Parameter(1)->Value() == u"1";
-    if (mandatory && settings.IndexOf(field->Name()) < 0) missing.insert(field->Name());
+  std::set<StringView> missing;
+  for (const Field& field : distribution) {
+    if (IsActive(field) && settings.IndexOf(field.Name()) < 0) missing.insert(field.Name());
   }
   return static_cast<int>(missing.size());
 }
@@ -33,9 +31,9 @@ int CountMissingMandatory(const Fields& settings, const Fields& distribution) {
 }  // namespace
 
 std::optional<ConfCharset> OtherCharset(std::string_view bytes, ConfCharset charset) {
-  const auto readAgain = DecodeConfText(bytes);
-  const bool same = !readAgain || readAgain->ascii || readAgain->charset == charset;
-  return same ? std::nullopt : std::optional(readAgain->charset);
+  const ConfEncoding readAgain = EncodingOf(bytes);
+  const bool same = readAgain.utf16 || readAgain.ascii || readAgain.charset == charset;
+  return same ? std::nullopt : std::optional(readAgain.charset);
 }
 
 String CharsetWarning(std::string_view bytes, ConfCharset charset, const Language& language) {

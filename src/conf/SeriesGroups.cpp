@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "conf/ConfSetting.h"
+
 namespace quenmar {
 
 SeriesGroups::SeriesGroups(const Document& series) {
-  for (int i = 0; i < series.Fields().Count(); ++i) {
-    const auto entry = series.Fields().Field(i);
-    const bool active = entry->Parameters().Parameter(1)->Value() == u"1";
-    GroupOf(entry->Parameters().Parameter(0)->Value()).items.push_back({entry->Name(), active});
+  for (const Field& entry : series.Fields()) {
+    GroupOf(TypeOf(entry)).items.push_back({String(entry.Name()), IsActive(entry)});
   }
 }
 
@@ -33,13 +33,9 @@ SeriesGroups::Group& SeriesGroups::GroupOf(StringView type) {
 }
 
 void AddMissingSeries(const Document& distributionSeries, Document& serverSeries) {
-  for (int i = 0; i < distributionSeries.Fields().Count(); ++i) {
-    const auto offered = distributionSeries.Fields().Field(i);
-    if (!serverSeries.Fields().Field(offered->Name())->Name().empty()) continue;
-    const int index = serverSeries.Fields().AddField(offered->Name(), {});
-    Parameters& parameters = serverSeries.Fields().Field(index)->Parameters();
-    parameters.AddParameter(u"Type", offered->Parameters().Parameter(0)->Value());
-    parameters.AddParameter(u"Disabled", u"0");
+  for (const Field& offered : distributionSeries.Fields()) {
+    if (!serverSeries.Fields().Field(offered.Name())->Name().empty()) continue;
+    AddSeriesEntry(serverSeries, offered.Name(), TypeOf(offered), false);
   }
 }
 

@@ -10,16 +10,18 @@ namespace quenmar {
 
 /// The entries of a series document as check lists: one group per "Type", in order of first
 /// appearance, captioned with the type and the number of its items, as in "npc(3)". An item is
-/// checked when its entry's "Disabled" is "1", that is, when the line stands active.
+/// checked when its entry's "Disabled" is "1", that is, when the line is active.
 class SeriesGroups : public SeriesView {
  public:
-  /// So many groups the windows have tabs for.
+  /// How many groups the windows have tabs for.
   static constexpr int kMostGroups = 10;
 
   SeriesGroups() = default;
   explicit SeriesGroups(const Document& series);
 
   [[nodiscard]] int GroupCount() const override { return static_cast<int>(groups_.size()); }
+  /// @return the name of the repeatable setting.
+  [[nodiscard]] const String& Type(int group) const { return At(group).type; }
   [[nodiscard]] String TabCaption(int group) const override;
   [[nodiscard]] int ItemCount(int group) const override;
   [[nodiscard]] String List(int group, int item) const override;

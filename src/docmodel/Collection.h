@@ -4,23 +4,42 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "docmodel/DocError.h"
 #include "docmodel/ExchangeSort.h"
 #include "docmodel/NameOrIndex.h"
+#include "docmodel/Ref.h"
 
 namespace quenmar {
 
 /// @tparam Element `Document`, `Field` or `Parameter`.
+/// @tparam Reference a shared reference to an `Element`.
 ///
 /// A lookup that finds nothing returns a new, empty element that stands in no collection, never
 /// null: absence shows as an empty name, and writing to such an element changes nothing.
-template <class Element>
+template <class Element, class Reference>
 class Collection {
  public:
-  using Pointer = std::shared_ptr<Element>;
+  using Pointer = Reference;
+
+  /// Goes over the elements themselves, so that `for (const Field& field : fields)` reads well.
+  template <class Visited>
+  class Iterator {
+   public:
+    explicit Iterator(const Pointer* at) : at_(at) {}
+    Visited& operator*() const { return **at_; }
+    Iterator& operator++() {
+      ++at_;
+      return *this;
+    }
+    friend bool operator==(const Iterator&, const Iterator&) = default;
+
+   private:
+    const Pointer* at_;
+  };
 
   Collection() = default;
   Collection(const Collection&) = delete;
@@ -28,6 +47,12 @@ class Collection {
 
   /// @return how many elements the collection holds.
   [[nodiscard]] int Count() const { return static_cast<int>(elements_.size()); }
+
+  // Nothing may be added or removed while a loop goes over the elements.
+  [[nodiscard]] auto begin() const { return Iterator<const Element>(elements_.data()); }
+  [[nodiscard]] auto end() const { return Iterator<const Element>(elements_.data() + Count()); }
+  [[nodiscard]] auto begin() { return Iterator<Element>(elements_.data()); }
+  [[nodiscard]] auto end() { return Iterator<Element>(elements_.data() + Count()); }
 
  protected:
   static constexpr int kNone = -1;
@@ -56,8 +81,15 @@ class Collection {
 
   /// @return the element at `position`, or a new empty one for `kNone`.
   [[nodiscard]] Pointer At(int position) const {
-    return position == kNone ? std::make_shared<Element>()
-                             : elements_[static_cast<size_t>(position)];
+    return position == kNone ? MakeNew() : elements_[static_cast<size_t>(position)];
+  }
+
+  [[nodiscard]] static Pointer MakeNew() {
+    if constexpr (std::is_same_v<Pointer, std::shared_ptr<Element>>) {
+      return std::make_shared<Element>();
+    } else {
+      return MakeRef<Element>();
+    }
   }
 
   /// Orders the elements by name as `ExchangeSortOrder` describes.

@@ -13,7 +13,7 @@ constexpr StringView kWhiteSpace = u" \t\r\n";
 void Document::SetStopOnLoadError(bool stop) {
   if (stop == stopOnLoadError_) return;
   stopOnLoadError_ = stop;
-  for (int i = 0; i < childs_.Count(); ++i) childs_.Child(i)->SetStopOnLoadError(stop);
+  for (Document& child : childs_) child.SetStopOnLoadError(stop);
 }
 
 void Document::SetName(StringView name) {

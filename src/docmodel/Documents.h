@@ -7,7 +7,7 @@ namespace quenmar {
 class Document;
 
 /// The child nodes of a `Document`, in order.
-class Documents : public Collection<Document> {
+class Documents : public Collection<Document, std::shared_ptr<Document>> {
  public:
   /// @param nameOrIndex an index, or a name that is compared without regard to case
   /// @param occurrence with a name: how many matching children to pass over

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "text/CaseFolding.h"
 
@@ -83,13 +84,13 @@ Fields::Pointer Fields::Field(const NameOrIndex& nameOrIndex) const {
   return At(Find(nameOrIndex));
 }
 
-int Fields::AddField(StringView name, StringView value) {
+int Fields::AddField(SharedText name, SharedText value) {
   // Grow first, then name: callers that catch a rejected name find the unnamed element in place.
-  const Pointer added = elements_.emplace_back(std::make_shared<quenmar::Field>());
+  const Pointer added = elements_.emplace_back(MakeNew());
   hashes_.push_back(HashOf({}));
   added->owner_ = this;
-  added->SetName(name);
-  added->SetValue(value);
+  added->SetName(std::move(name));
+  added->SetValue(std::move(value));
   return Count() - 1;
 }
 
@@ -105,7 +106,7 @@ bool Fields::RemoveField(const NameOrIndex& nameOrIndex) {
 Fields::Pointer Fields::SearchField(StringView fieldName, bool ignoreCase) const {
   int last = kNone;
   for (int i = 0; i < Count(); ++i) {
-    const String& name = elements_[static_cast<size_t>(i)]->Name();
+    const StringView name = elements_[static_cast<size_t>(i)]->Name();
     if (ignoreCase ? EqualIgnoringCase(name, fieldName) : name == fieldName) last = i;
   }
   return At(last);

@@ -11,7 +11,7 @@ namespace quenmar {
 /// The named values of a `Document`, in order. A lookup by name is a linear scan; to make its step
 /// cheap, a 16-bit hash of each name stands in an array of its own, where one instruction compares
 /// eight of them.
-class Fields : public Collection<Field> {
+class Fields : public Collection<Field, Ref<Field>> {
  public:
   Fields() = default;
   Fields(const Fields&) = delete;
@@ -26,8 +26,9 @@ class Fields : public Collection<Field> {
 
   /// Appends; a name that stands already is accepted (the conf reader relies on it for repeated
   /// names). When the name is rejected (`DocError`), an unnamed field stays at the end.
+  /// A `SharedText`, such as the name of a field in another tree, is shared and not copied.
   /// @return the index of the new field.
-  int AddField(StringView name, StringView value);
+  int AddField(SharedText name, SharedText value);
 
   /// @return whether an element was removed.
   bool RemoveField(const NameOrIndex& nameOrIndex);

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "text/String.h"
+#include "text/SharedText.h"
 
 namespace quenmar {
 
@@ -13,6 +13,7 @@ class NameOrIndex {
   // Conversions are implicit so that callers write Child(u"map") and Child(0) alike.
   NameOrIndex(StringView name) : name_(name), isName_(true) {}          // NOLINT(*-explicit-*)
   NameOrIndex(const String& name) : NameOrIndex(StringView(name)) {}    // NOLINT(*-explicit-*)
+  NameOrIndex(const SharedText& name) : NameOrIndex(name.View()) {}     // NOLINT(*-explicit-*)
   NameOrIndex(const char16_t* name) : NameOrIndex(StringView(name)) {}  // NOLINT(*-explicit-*)
   NameOrIndex(std::int16_t index) : index_(index) {}                    // NOLINT(*-explicit-*)
   NameOrIndex(std::int32_t index) : index_(index) {}                    // NOLINT(*-explicit-*)

@@ -4,10 +4,10 @@
 
 namespace quenmar {
 
-void Parameter::SetName(StringView name) {
+void Parameter::SetName(SharedText name) {
   CheckName(name, {u"Name", u"Parameter Name don't allow spaces",
                    u"Illegal character in parameter name"});
-  name_ = name;
+  name_ = std::move(name);
 }
 
 }  // namespace quenmar

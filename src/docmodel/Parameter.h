@@ -1,24 +1,27 @@
 #pragma once
 
-#include "text/String.h"
+#include <utility>
+
+#include "docmodel/Ref.h"
+#include "text/SharedText.h"
 
 namespace quenmar {
 
 /// A named attribute of a `Document` or a `Field`.
-class Parameter {
+class Parameter : public Counted {
  public:
-  [[nodiscard]] const String& Name() const { return name_; }
+  [[nodiscard]] const SharedText& Name() const { return name_; }
 
   /// Throws `DocError` 32 or 33 and keeps the old name when `name` holds a blank, "<", ">" or a
   /// double quote.
-  void SetName(StringView name);
+  void SetName(SharedText name);
 
-  [[nodiscard]] const String& Value() const { return value_; }
-  void SetValue(StringView value) { value_ = value; }
+  [[nodiscard]] const SharedText& Value() const { return value_; }
+  void SetValue(SharedText value) { value_ = std::move(value); }
 
  private:
-  String name_;
-  String value_;
+  SharedText name_;
+  SharedText value_;
 };
 
 }  // namespace quenmar

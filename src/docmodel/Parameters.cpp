@@ -1,5 +1,7 @@
 #include "docmodel/Parameters.h"
 
+#include <utility>
+
 #include "text/CaseFolding.h"
 
 namespace quenmar {
@@ -15,12 +17,12 @@ Parameters::Pointer Parameters::Parameter(const NameOrIndex& nameOrIndex) const 
   return At(Find(nameOrIndex));
 }
 
-int Parameters::AddParameter(StringView name, StringView value) {
+int Parameters::AddParameter(SharedText name, SharedText value) {
   if (elements_.empty()) elements_.reserve(2);  // what every field of a configuration file has
   // Grow first, then name: callers that catch a rejected name find the unnamed element in place.
-  const Pointer added = elements_.emplace_back(std::make_shared<quenmar::Parameter>());
-  added->SetName(name);
-  added->SetValue(value);
+  const Pointer added = elements_.emplace_back(MakeNew());
+  added->SetName(std::move(name));
+  added->SetValue(std::move(value));
   return Count() - 1;
 }
 

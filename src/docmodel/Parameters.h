@@ -6,15 +6,16 @@
 namespace quenmar {
 
 /// The attributes of a `Document` or a `Field`, in order. Names compare without regard to case.
-class Parameters : public Collection<Parameter> {
+class Parameters : public Collection<Parameter, Ref<Parameter>> {
  public:
   /// @return the first parameter of that name, or the one at that index; see `Collection`.
   [[nodiscard]] Pointer Parameter(const NameOrIndex& nameOrIndex) const;
 
   /// Appends; a name that stands already is accepted. When the name is rejected (`DocError`), an
   /// unnamed parameter stays at the end.
+  /// A `SharedText` is shared and not copied.
   /// @return the index of the new parameter.
-  int AddParameter(StringView name, StringView value);
+  int AddParameter(SharedText name, SharedText value);
 
   /// @return whether an element was removed.
   bool RemoveParameter(const NameOrIndex& nameOrIndex);

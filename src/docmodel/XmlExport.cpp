@@ -14,9 +14,11 @@ String Indent(int depth) { return String(static_cast<size_t>(depth), u'\t'); }
 
 /// Attribute values are written as they stand, without any escaping.
 void AppendParameters(AppendString& text, const Parameters& parameters) {
-  for (int i = 0; i < parameters.Count(); ++i) {
-    const auto parameter = parameters.Parameter(i);
-    text.AddToString(u" " + parameter->Name() + u"=\"" + parameter->Value() + u"\"");
+  for (const Parameter& parameter : parameters) {
+    for (const StringView piece : {StringView(u" "), parameter.Name().View(), StringView(u"=\""),
+                                   parameter.Value().View(), StringView(u"\"")}) {
+      text.AddToString(piece);
+    }
   }
 }
 
@@ -54,9 +56,7 @@ String Document::ExportElement(int depth) {
 
   text.AddToString(u">\r\n");
   ExportFields(text, depth + 1);
-  for (int i = 0; i < childs_.Count(); ++i) {
-    text.AddToString(childs_.Child(i)->ExportElement(depth + 1));
-  }
+  for (Document& child : childs_) text.AddToString(child.ExportElement(depth + 1));
   text.AddToString(Indent(depth) + u"</" + name_ + u">\r\n");
   if (depth != 0) return text.ReturnString();
 
@@ -69,13 +69,12 @@ String Document::ExportElement(int depth) {
 
 void Document::ExportFields(AppendString& text, int depth) const {
   const String indent = Indent(depth);
-  for (int i = 0; i < fields_.Count(); ++i) {
-    const auto field = fields_.Field(i);
+  for (const Field& field : fields_) {
     text.AddToString(indent);
     text.AddToString(u"<");
-    text.AddToString(field->Name());
-    AppendParameters(text, field->Parameters());
-    String value = field->Value();
+    text.AddToString(field.Name());
+    AppendParameters(text, field.Parameters());
+    String value(field.Value());
     if (value.empty()) {
       text.AddToString(u"/>\r\n");
       continue;
@@ -83,7 +82,7 @@ void Document::ExportFields(AppendString& text, int depth) const {
     text.AddToString(u">");
     text.AddToString(XmlEscape(value));
     text.AddToString(u"</");
-    text.AddToString(field->Name());
+    text.AddToString(field.Name());
     text.AddToString(u">\r\n");
   }
 }

@@ -87,20 +87,20 @@ void NEditForm::SetUpGrid() {
   grid.SetCols(kColumns);
   for (const int col : {kName, kOriginalValue, kType}) grid.SetReadOnly(col, true);
   grid.SetColType(kActualValue, u"0");
-  grid.SetFormatString(Context().language.Text(Message::kGridColumns));
+  grid.SetFormatString(TheLanguage().Text(Message::kGridColumns));
   xEDG_->Reload();
 }
 
 void NEditForm::SetCaptions() {
   const auto naming = [this](Message key) {
-    return ReplaceAll(Context().language.Text(key), u"%1", Context().fileName);
+    return ReplaceAll(TheLanguage().Text(key), u"%1", FileName());
   };
-  SetTitle(naming(Message::kEditingTitle) + u" - " + Context().serverFolder);
+  SetTitle(naming(Message::kEditingTitle) + u" - " + ServerFolder());
   frame_->setTitle(ToCaption(naming(Message::kEditingFrame)));
   apply_->setText(Caption(Message::kApply));
   close_->setText(Caption(Message::kClose));
   xEDG_->setAccessibleName(Text(Message::kParameters));
-  xEDG_->SetWarning(Context().language.Text(Message::kReadBackAs));
+  xEDG_->SetWarning(TheLanguage().Text(Message::kReadBackAs));
 }
 
 void NEditForm::AddClipboardActions() {
@@ -120,7 +120,7 @@ void NEditForm::AddClipboardActions() {
     connect(box, &QWidget::customContextMenuRequested, this,
             [this, box](QPoint place) { ShowContextMenu(box, place); });
   }
-  xEDG_->TextEditor()->installEventFilter(this);
+  UndoInMerge(xEDG_->TextEditor());
   comments_->installEventFilter(this);
 }
 
@@ -157,16 +157,14 @@ void NEditForm::ShowContextMenu(QWidget* box, QPoint place) {
 void NEditForm::Connect() {
   connect(series_, &SeriesTabs::ItemChecked, this, &NEditForm::EditSeries);
   connect(series_, &SeriesTabs::ItemSelected, this, &NEditForm::ShowSeriesComment);
-  connect(apply_, &QPushButton::clicked, this,
-          [this] { Save(*Context().documents.server, series_->Groups()); });
+  connect(apply_, &QPushButton::clicked, this, &NEditForm::Save);
   connect(close_, &QPushButton::clicked, this, &NEditForm::reject);
 }
 
 void NEditForm::SetUpSize() {
-  using Layout = EditorLayout;
-  setMinimumSize(PixelsFor(Layout::kSmallestWindow.width),
-                 PixelsFor(Layout::kSmallestWindow.height));
-  const Layout empty = Layout::Of({}, 0, {}, {}, mode_);
+  setMinimumSize(PixelsFor(EditorLayout::kSmallestWindow.width),
+                 PixelsFor(EditorLayout::kSmallestWindow.height));
+  const EditorLayout empty = EditorLayout::Of({}, 0, {}, {}, mode_);
   const int besideGrid = PixelsFor(empty.window.width - empty.xEDG.width);
   resize(xEDG_->FullWidth() + besideGrid, kFirstHeight);
   new WindowGeometry(this, "NEditForm");
@@ -234,8 +232,8 @@ void NEditForm::LayOut() {
 }
 
 void NEditForm::LoadGrid() {
-  const Fields& fields = Context().documents.server->Fields();
-  const Fields& originals = Context().documents.distribution->Fields();
+  const Fields& fields = Merge().ServerSettings().Fields();
+  const Fields& originals = Merge().DistributionSettings().Fields();
   xEDG_->hide();
   xEditGrid& grid = xEDG_->Grid();
   grid.Clear();
@@ -244,63 +242,59 @@ void NEditForm::LoadGrid() {
   for (int row = 1; row < grid.Rows(); ++row) {
     const auto field = fields.Field(row - 1);
     const auto original = originals.Field(field->Name());
-    const bool mandatory = original->Parameters().Parameter(1)->Value() == u"1";
+    const bool mandatory = Merge().IsMandatory(field->Name());
     grid.SetCellValue(row, kName, field->Name());
     grid.SetCellValue(row, kActualValue, field->Value());
     grid.SetCellValue(row, kOriginalValue, original->Value());
-    grid.SetCellValue(
-        row, kType, Context().language.Text(mandatory ? Message::kMandatory : Message::kOptional));
+    grid.SetCellValue(row, kType,
+                      TheLanguage().Text(mandatory ? Message::kMandatory : Message::kOptional));
   }
   xEDG_->Reload();
   xEDG_->show();
   ShowSettingComment();
 }
 
-bool NEditForm::LoadSeries() {
-  Document& serverSeries = *Context().documents.serverSeries;
-  AddMissingSeries(*Context().documents.distributionSeries, serverSeries);
-  const SeriesGroups groups(serverSeries);
-  if (groups.GroupCount() > SeriesGroups::kMostGroups) {
-    ShowMessage(Context().messages, String(Context().language.Text(Message::kTooManySeries)),
-                message_style::kOk | message_style::kCritical);
-    return false;
-  }
-  series_->Load(groups);
-  mode_ = LayoutModeOf(groups.GroupCount() > 0, xEDG_->Grid().Rows());
+void NEditForm::LoadSeries() {
+  series_->Load(Merge().Series());
+  mode_ = LayoutModeOf(series_->UsedTabs() > 0, xEDG_->Grid().Rows());
   LayOut();
-  return true;
+}
+
+void NEditForm::ShowMerge() {
+  xEditGrid& grid = xEDG_->Grid();
+  for (int row = 1; row < grid.Rows(); ++row) {
+    grid.SetCellValue(row, kActualValue, SettingOf(row)->Value());
+  }
+  grid.MoveTo(grid.Row(), grid.Col());  // which closes the editor
+  xEDG_->Reload();
+  series_->ShowChecks(Merge().Series());
 }
 
 void NEditForm::Click() { ShowSettingComment(); }
 
 void NEditForm::RowColChange() { ShowSettingComment(); }
 
-void NEditForm::SureChange(bool& /*cancel*/, String& /*newValue*/, int& /*row*/, int& /*col*/) {
-  SetChanged(1);
-}
+void NEditForm::SureChange(bool& /*cancel*/, String& /*newValue*/, int& /*row*/, int& /*col*/) {}
 
 void NEditForm::Change(int& row, int& col) {
   if (col != kActualValue) return;
-  SettingOf(row)->SetValue(xEDG_->Grid().Text(row, kActualValue));
+  Merge().SetServerValue(row - 1, xEDG_->Grid().Text(row, kActualValue));
+  ShowChanged();
 }
 
-std::shared_ptr<Field> NEditForm::EntryOf(int group, int item) const {
-  const String name = series_->Groups().List(group, item);
-  return Context().documents.serverSeries->Fields().Field(name);
-}
+std::int16_t NEditForm::Changed() const { return Merge().IsModified() ? 1 : 0; }
 
 void NEditForm::EditSeries(int group, int item, bool checked) {
   if (series_->widget(group)->isHidden()) return;
-  EntryOf(group, item)->Parameters().Parameter(u"Disabled")->SetValue(checked ? u"1" : u"0");
+  Merge().SetEntry(group, item, checked);
   ShowSeriesComment(group, item);
-  SetChanged(1);
+  ShowChanged();
 }
 
 void NEditForm::ShowSeriesComment(int group, int item) {
   if (series_->widget(group)->isHidden()) return;
-  const auto entry = EntryOf(group, item);
-  String comment = entry->Parameters().Parameter(u"Comments")->Value();
-  ShowComment(comments_, entry->Name(), XmlUnescape(comment));
+  const String name = series_->Item(group, item);
+  ShowComment(comments_, name, {});  // series entries have none
 }
 
 void NEditForm::Copy() {
@@ -333,7 +327,7 @@ bool NEditForm::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
   }
-  return QDialog::eventFilter(watched, event);
+  return FileWindow::eventFilter(watched, event);
 }
 
 void NEditForm::resizeEvent(QResizeEvent* event) {
@@ -341,18 +335,16 @@ void NEditForm::resizeEvent(QResizeEvent* event) {
   LayOut();
 }
 
-std::shared_ptr<Field> NEditForm::SettingOf(int row) const {
+Fields::Pointer NEditForm::SettingOf(int row) const {
   // While the grid is filled anew, its current row may be the header.
-  if (row < 1) return std::make_shared<Field>();
-  return Context().documents.server->Fields().Field(row - 1);
+  if (row < 1) return MakeRef<Field>();
+  return Merge().ServerSettings().Fields().Field(row - 1);
 }
 
 void NEditForm::ShowSettingComment() {
   // By its name: of several settings with one name, the first has the comments of all.
-  const String name = SettingOf(xEDG_->Grid().Row())->Name();
-  const auto field = Context().documents.server->Fields().Field(name);
-  String comment = field->Parameters().Parameter(0)->Value();
-  ShowComment(comments_, name, XmlUnescape(comment));
+  const SharedText name = SettingOf(xEDG_->Grid().Row())->Name();
+  ShowComment(comments_, name, Merge().Comment(name));
 }
 
 }  // namespace quenmar

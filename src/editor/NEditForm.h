@@ -18,7 +18,7 @@ class SeriesTabs;
 
 /// The window in which the user edits one configuration file: its settings in a grid beside the
 /// distribution's, the comment of the current one, and its repeatable settings as check lists.
-/// Edits go straight into the shared documents; Apply writes the file.
+/// Edits go straight into the merge; Apply writes the file.
 class NEditForm : public FileWindow, private xEditGridEvents {
   Q_OBJECT
 
@@ -28,11 +28,11 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   /// Fills the grid: one row for each setting of the server.
   void LoadGrid();
 
-  /// Offers the server what series entries only the distribution has, and fills the tabs. The
-  /// series documents are in the order in which they shall be shown.
-  /// @return false when there are more kinds of series than tabs, which was told; a window without
-  ///   all of them must not be opened, since saving would lose the rest.
-  [[nodiscard]] bool LoadSeries();
+  /// Fills the series tabs.
+  void LoadSeries();
+
+  /// @return 1 when something is unsaved, else 0.
+  [[nodiscard]] std::int16_t Changed() const override;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -56,7 +56,8 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   /// Makes this the window's least height, as far as the screen has it.
   void WantHeight(int height);
 
-  [[nodiscard]] std::shared_ptr<Field> EntryOf(int group, int item) const;
+  void ShowMerge() override;
+
   /// Takes over the check mark of a series entry.
   void EditSeries(int group, int item, bool checked);
   void ShowSeriesComment(int group, int item);
@@ -65,7 +66,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
 
   /// @return the setting of a row: rows stand in the order of the fields, of which several may have
   /// one name.
-  [[nodiscard]] std::shared_ptr<Field> SettingOf(int row) const;
+  [[nodiscard]] Fields::Pointer SettingOf(int row) const;
   void ShowSettingComment();
   void TakeOver(QMenu& menu);
   void ShowContextMenu(QWidget* box, QPoint place);

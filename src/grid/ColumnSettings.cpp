@@ -43,7 +43,7 @@ ColumnSettings::Child ColumnSettings::FindOrAdd(int col) {
 
 String ColumnSettings::ParameterOf(int col, StringView name) const {
   const Child child = Find(col);
-  return child ? child->Parameters().Parameter(name)->Value() : String();
+  return child ? String(child->Parameters().Parameter(name)->Value()) : String();
 }
 
 void ColumnSettings::SetParameter(int col, StringView name, StringView value) {
@@ -78,7 +78,7 @@ std::vector<String> ColumnSettings::Labels(int col) const {
   const Child child = Find(col);
   if (!child) return labels;
   for (int i = kFirstEntry; i < child->Fields().Count(); ++i) {
-    labels.push_back(child->Fields().Field(i)->Name());
+    labels.emplace_back(child->Fields().Field(i)->Name());
   }
   return labels;
 }
@@ -86,7 +86,7 @@ std::vector<String> ColumnSettings::Labels(int col) const {
 String ColumnSettings::ValueOf(int col, StringView label) const {
   const Child child = Find(col);
   const int entry = child ? FindLabel(*child, label) : -1;
-  return entry < 0 ? String() : child->Fields().Field(entry)->Value();
+  return entry < 0 ? String() : String(child->Fields().Field(entry)->Value());
 }
 
 std::optional<String> ColumnSettings::LabelOf(int col, StringView value) const {
@@ -95,7 +95,7 @@ std::optional<String> ColumnSettings::LabelOf(int col, StringView value) const {
   const int entry =
       FindEntry(*child, [value](const Field& candidate) { return candidate.Value() == value; });
   if (entry < 0) return std::nullopt;
-  return child->Fields().Field(entry)->Name();
+  return String(child->Fields().Field(entry)->Name());
 }
 
 void ColumnSettings::AddEntry(int col, StringView label, StringView value) {

@@ -145,14 +145,16 @@ bool FitsWindows1252(StringView text) {
 
 bool IsEscapedByte(char16_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
 
-bool IsUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const Decoded decoded = DecodeUtf8(bytes);
-    if (!decoded.wellFormed) return false;
-    bytes.remove_prefix(decoded.length);
+size_t FindNonUtf8(std::string_view bytes) {
+  for (size_t position = 0; position < bytes.size();) {
+    const Decoded decoded = DecodeUtf8(bytes.substr(position));
+    if (!decoded.wellFormed) return position;
+    position += decoded.length;
   }
-  return true;
+  return std::string_view::npos;
 }
+
+bool IsUtf8(std::string_view bytes) { return FindNonUtf8(bytes) == std::string_view::npos; }
 
 String FromUtf8(std::string_view bytes) { return DecodeUtf8Text(bytes, false); }
 

@@ -28,6 +28,9 @@ namespace quenmar {
 /// @return the bytes; a surrogate that is not part of a pair becomes U+FFFD.
 [[nodiscard]] std::string ToUtf8(StringView text);
 
+/// @return where the first byte is that is not part of well-formed UTF-8, `npos` for none.
+[[nodiscard]] size_t FindNonUtf8(std::string_view bytes);
+
 /// @return whether `bytes` is well-formed UTF-8 throughout.
 [[nodiscard]] bool IsUtf8(std::string_view bytes);
 

@@ -19,11 +19,6 @@ using namespace message_style;
 
 namespace {
 
-// What `Changed` is set to.
-constexpr std::int16_t kMoved = 1;
-constexpr std::int16_t kValueEdited = 2;
-constexpr std::int16_t kSeriesTicked = 4;
-
 /// Gives an editor the value of its list's current item; without one it is empty and takes no keys.
 void LoadEditor(ValueEdit* editor, const ParameterList& list, StringView value) {
   const QSignalBlocker silence(editor);
@@ -35,8 +30,7 @@ void LoadEditor(ValueEdit* editor, const ParameterList& list, StringView value) 
 }  // namespace
 
 frmUpdaterX::frmUpdaterX(FileContext context, QWidget* parent)
-    : FileWindow(std::move(context), parent),
-      comparison_(Context().documents, Context().options.IsSorted()) {
+    : FileWindow(std::move(context), parent) {
   MakeControls();
   NameControls();
   BuildChangesPage();
@@ -44,7 +38,6 @@ frmUpdaterX::frmUpdaterX(FileContext context, QWidget* parent)
   BuildWindow();
   OrderTabs();
   ConnectControls();
-  comparison_.FillResultTrees();
   UpdateChangesPage();
 }
 
@@ -68,32 +61,38 @@ void frmUpdaterX::ConnectControls() {
   connect(helps_[1], &QPushButton::clicked, this,
           [this] { Ask(Message::kObsoleteSettingsHelp, kInformation); });
   for (ValueEdit* const editor : {originalValue_, actualValue_}) {
-    editor->SetWarning(Context().language.Text(Message::kReadBackAs));
+    editor->SetWarning(TheLanguage().Text(Message::kReadBackAs));
   }
   connect(originalValue_, &QLineEdit::textChanged, this, [this](const QString& text) {
     const auto name = lists_[kNew]->CurrentName();
-    if (!name || !comparison_.SetNewValue(*name, FromQString(text))) return;
+    if (!name || !Merge().SetValue(FileMerge::List::kNew, *name, FromQString(text))) return;
+    ShowChanged();
     LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
   });
   connect(actualValue_, &QLineEdit::textChanged, this, [this](const QString& text) {
     const auto name = lists_[kActual]->CurrentName();
-    if (!name || !comparison_.SetActualValue(*name, FromQString(text))) return;
-    SetChanged(kValueEdited);
+    if (!name || !Merge().SetValue(FileMerge::List::kActual, *name, FromQString(text))) return;
+    ShowChanged();
   });
+  for (ValueEdit* const editor : {originalValue_, actualValue_}) {
+    UndoInMerge(editor);
+    connect(editor, &QLineEdit::editingFinished, this, [this] { Merge().EndTyping(); });
+  }
   connect(tabLists_, &QTabWidget::currentChanged, this, &frmUpdaterX::ShowSelected);
-  connect(series_, &SeriesTabs::ItemChecked, this, [this] { SetChanged(kSeriesTicked); });
-  connect(apply_, &QPushButton::clicked, this,
-          [this] { Save(comparison_.ActualFields(), series_->Groups()); });
+  connect(series_, &SeriesTabs::ItemChecked, this, [this](int group, int item, bool checked) {
+    Merge().SetEntry(group, item, checked);
+    ShowChanged();
+  });
+  connect(apply_, &QPushButton::clicked, this, &frmUpdaterX::Save);
   connect(close_, &QPushButton::clicked, this, &frmUpdaterX::reject);
 }
 
 void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& ticked) {
   for (const int k : {kNew, kActual, kDeleted}) {
-    const Fields& fields = Tree(k).Fields();
     CheckList items;
-    for (int i = 0; i < fields.Count(); ++i) {
-      const String& name = fields.Field(i)->Name();
-      items.push_back({name, k == kNew && comparison_.StartsChecked(name)});
+    for (const Field& field : Tree(k).Fields()) {
+      const bool checked = k == kNew && Merge().IsMandatory(field.Name());
+      items.push_back({String(field.Name()), checked});
     }
     for (const String& name : ticked[k]) SelectListItem(name, items);
     lists_[k]->Fill(items);
@@ -107,7 +106,7 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
 }
 
 void frmUpdaterX::FillSeries() {
-  series_->Load(comparison_.FillSeries(Context().messages, Context().language));
+  series_->Load(Merge().Series());
   series_->setVisible(series_->UsedTabs() > 0);
 }
 
@@ -118,7 +117,7 @@ void frmUpdaterX::ShowSelected() {
   ShowHints();
   const auto name = lists_[ShownList()]->CurrentName();
   if (name) {
-    ShowComment(comments_, *name, Comment(*name));
+    ShowComment(comments_, *name, Merge().Comment(*name));
   } else {
     comments_->clear();
   }
@@ -128,11 +127,11 @@ void frmUpdaterX::ShowHints() {
   const std::array<int, 2> selected{changesList_, kActual};
   for (size_t page = 0; page < hints_.size(); ++page) {
     const auto name = lists_[selected[page]]->CurrentName();
-    const Language& language = Context().language;
+    const Language& language = TheLanguage();
     hints_[page]->clear();
     if (!name) continue;
     const String& state =
-        language.Text(comparison_.IsMandatory(*name) ? Message::kMandatory : Message::kOptional);
+        language.Text(Merge().IsMandatory(*name) ? Message::kMandatory : Message::kOptional);
     hints_[page]->setText(ToQString(u" [" + state + u"]"));
   }
 }
@@ -147,14 +146,14 @@ void frmUpdaterX::UpdateButtons() {
 }
 
 void frmUpdaterX::UpdateChangesPage() {
-  const bool changes = comparison_.HasListChanges();
+  const bool changes = Merge().Comparison().HasListChanges();
   tabLists_->setTabEnabled(kChangesPage, changes);
   if (!changes) tabLists_->setCurrentIndex(kCurrentPage);
 }
 
 void frmUpdaterX::UndoTick(QListWidgetItem* item) {
-  lists_[kNew]->SetTicked(item, comparison_.IsMandatory(FromQString(item->text())));
-  const Language& language = Context().language;
+  lists_[kNew]->SetTicked(item, Merge().IsMandatory(FromQString(item->text())));
+  const Language& language = TheLanguage();
   checkHint_->setText(ToQString(u"Checked: " + language.Text(Message::kMandatory) +
                                 u", Unchecked: " + language.Text(Message::kOptional)));
 }
@@ -168,23 +167,31 @@ void frmUpdaterX::Move(int index) {
   const bool hadFocus = moves_[index]->hasFocus();
   int moved = 0;
   if (index == kNew) {
-    if (const auto name = lists_[kNew]->CurrentName()) moved = comparison_.Add({*name});
+    if (const auto name = lists_[kNew]->CurrentName()) moved = Merge().Add({*name});
   } else if (index == kActual) {
-    moved =
-        comparison_.Remove(lists_[kActual]->TickedNames(), Context().messages, Context().language);
+    moved = Merge().Remove(lists_[kActual]->TickedNames());
   } else {
-    moved = comparison_.Restore(lists_[kDeleted]->TickedNames());
+    moved = Merge().Restore(lists_[kDeleted]->TickedNames());
   }
   if (moved == 0) return;
-  SetChanged(kMoved);
+  ShowChanged();
+  FillAgain(index);
+  // A button that has nothing left to do passes the focus on; it belongs beside that button.
+  if (hadFocus && !moves_[index]->hasFocus()) lists_[ShownList()]->setFocus();
+}
+
+void frmUpdaterX::FillAgain(std::optional<int> unticked) {
   std::array<std::vector<String>, 3> ticked;
   for (const int k : {kNew, kActual, kDeleted}) {
-    if (k != index) ticked[k] = lists_[k]->TickedNames();
+    if (k != unticked) ticked[k] = lists_[k]->TickedNames();
   }
   FillListsTicking(ticked);
   UpdateChangesPage();
-  // A button that has nothing left to do passes the focus on; it belongs beside that button.
-  if (hadFocus && !moves_[index]->hasFocus()) lists_[ShownList()]->setFocus();
+}
+
+void frmUpdaterX::ShowMerge() {
+  FillAgain({});
+  series_->ShowChecks(Merge().Series());
 }
 
 int frmUpdaterX::ShownList() const {
@@ -192,23 +199,12 @@ int frmUpdaterX::ShownList() const {
 }
 
 const Document& frmUpdaterX::Tree(int list) const {
-  if (list == kActual) return comparison_.ActualFields();
-  return list == kNew ? comparison_.NewFields() : comparison_.DeletedFields();
+  return Merge().Tree(static_cast<FileMerge::List>(list));
 }
 
 String frmUpdaterX::CurrentValue(int list) const {
   const auto name = lists_[list]->CurrentName();
-  return name ? Tree(list).Fields().Field(*name)->Value() : String();
-}
-
-/// @return what the distribution says about the setting, else what the server's file says.
-String frmUpdaterX::Comment(StringView name) const {
-  String comment;
-  for (const auto& tree : {Context().documents.distribution, Context().documents.server}) {
-    comment = tree->Fields().Field(name)->Parameters().Parameter(u"Comments")->Value();
-    if (!comment.empty()) break;
-  }
-  return comment;
+  return name ? String(Tree(list).Fields().Field(*name)->Value()) : String();
 }
 
 }  // namespace quenmar

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <vector>
 
-#include "compare/ChangeComparison.h"
 #include "widgets/FileWindow.h"
 
 class QGroupBox;
@@ -33,8 +33,7 @@ class frmUpdaterX : public FileWindow {
   /// Fills the three parameter lists from the result trees; only mandatory new settings are ticked.
   void FillLists() { FillListsTicking({}); }
 
-  /// Fills the series tabs, which changes the shared server documents. Throws `EndApplication`
-  /// after a message when there are more kinds of series than tabs.
+  /// Fills the series tabs.
   void FillSeries();
 
  private:
@@ -58,6 +57,11 @@ class frmUpdaterX : public FileWindow {
   /// Fills the lists, and then ticks further items of each by their names.
   void FillListsTicking(const std::array<std::vector<String>, 3>& ticked);
 
+  /// Fills the lists after a change; what is ticked stays ticked.
+  /// @param unticked but for this list, if given
+  void FillAgain(std::optional<int> unticked);
+  void ShowMerge() override;
+
   void ShowSelected();
   void ShowHints();
   void UpdateButtons();
@@ -70,9 +74,7 @@ class frmUpdaterX : public FileWindow {
   [[nodiscard]] int ShownList() const;
   [[nodiscard]] const Document& Tree(int list) const;
   [[nodiscard]] String CurrentValue(int list) const;
-  [[nodiscard]] String Comment(StringView name) const;
 
-  ChangeComparison comparison_;
   int changesList_ = 0;  // the list of the page "Changes" that the user turned to last
 
   QTabWidget* tabLists_ = nullptr;

@@ -69,7 +69,7 @@ void frmUpdaterX::MakeControls() {
     const QFontMetrics metrics = hint->fontMetrics();
     for (const Message key :
          {Message::kMandatory, Message::kOptional}) {  // so that neighbours do not move to and fro
-      const QString text = ToQString(u" [" + Context().language.Text(key) + u"]");
+      const QString text = ToQString(u" [" + TheLanguage().Text(key) + u"]");
       hint->setMinimumWidth(std::max(hint->minimumWidth(), metrics.horizontalAdvance(text)));
     }
   }
@@ -200,7 +200,7 @@ void frmUpdaterX::BuildWindow() {
   column->addLayout(buttons);
 
   setSizeGripEnabled(true);
-  SetTitle(Context().language.Text(Message::kCheckChanges) + u" - " + Context().fileName);
+  SetTitle(TheLanguage().Text(Message::kCheckChanges) + u" - " + FileName());
   const QFontMetrics metrics = fontMetrics();
   resize(metrics.averageCharWidth() * 145, metrics.height() * 46);
   new WindowGeometry(this, "frmUpdaterX");

@@ -1,10 +1,6 @@
 #pragma once
 
-#include "conf/ConfDocuments.h"
-#include "conf/ConfWriter.h"
-#include "conf/MessageBoxes.h"
-#include "registry/Language.h"
-#include "registry/Options.h"
+#include "merge/FileMerge.h"
 #include "text/String.h"
 
 namespace quenmar {
@@ -12,13 +8,10 @@ namespace quenmar {
 /// What the main window hands to the windows that it opens for one file. All references outlive
 /// those windows.
 struct FileContext {
-  const Options& options;
-  const Language& language;
-  MessageBoxes& messages;
-  ConfDocuments documents;  ///< both files, read to their ends
-  String serverFolder;      ///< as the server folder box has it
-  String fileName;          ///< of the configuration file, without a folder
-  OpenedFile server = {};   ///< the server's file, which Apply saves
+  FileMerge& merge;     ///< the file in both versions
+  MergeContext with;    ///< what the merge works with
+  String serverFolder;  ///< as the server folder box has it
+  String fileName;      ///< of the configuration file, without a folder
 };
 
 }  // namespace quenmar

@@ -1,15 +1,14 @@
 #include "widgets/FileWindow.h"
 
+#include <QAction>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextDocument>
 #include <utility>
 
-#include "conf/ConfWriter.h"
 #include "conf/Functions.h"
-#include "conf/SaveChanges.h"
-#include "conf/SaveWarnings.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -20,12 +19,39 @@ FileWindow::FileWindow(FileContext context, QWidget* parent)
     : QDialog(parent), context_(std::move(context)) {
   setModal(true);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
+  AddUndo();
+}
+
+void FileWindow::AddUndo() {
+  // In the toolkit's words, which it translates.
+  undo_ = new QAction(QLineEdit::tr("&Undo"), this);
+  redo_ = new QAction(QLineEdit::tr("&Redo"), this);
+  undo_->setObjectName("Undo");
+  redo_->setObjectName("Redo");
+  undo_->setShortcut(QKeySequence::Undo);
+  redo_->setShortcuts({QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")});
+  connect(undo_, &QAction::triggered, this, [this] { Step(&FileMerge::Undo); });
+  connect(redo_, &QAction::triggered, this, [this] { Step(&FileMerge::Redo); });
+  addActions({undo_, redo_});
+  ShowChanged();
+}
+
+void FileWindow::Step(void (FileMerge::*step)()) {
+  (context_.merge.*step)();
+  ShowMerge();
+  ShowChanged();
+}
+
+std::int16_t FileWindow::Changed() const {
+  const auto step = context_.merge.UnsavedStep();
+  return step ? static_cast<std::int16_t>(*step) : 0;
 }
 
 void FileWindow::reject() {
-  if (changed_ > 0 &&
-      Ask(Message::kIgnoreChanges, kYesNo | kQuestion | kDefaultButton2) != Button::kYes)
+  if (context_.merge.IsModified() &&
+      Ask(Message::kIgnoreChanges, kYesNo | kQuestion | kDefaultButton2) != Button::kYes) {
     return;
+  }
   QDialog::reject();
 }
 
@@ -38,9 +64,24 @@ void FileWindow::keyPressEvent(QKeyEvent* event) {
   if (auto* const button = qobject_cast<QPushButton*>(focusWidget())) button->click();
 }
 
-void FileWindow::SetChanged(std::int16_t changed) {
-  changed_ = changed;
-  setWindowModified(changed_ > 0);
+void FileWindow::ShowChanged() {
+  setWindowModified(context_.merge.IsModified());
+  undo_->setEnabled(context_.merge.CanUndo());
+  redo_->setEnabled(context_.merge.CanRedo());
+}
+
+void FileWindow::UndoInMerge(QWidget* control) { control->installEventFilter(this); }
+
+/// Leaves the shortcuts of undo and redo to the window's actions, which text controls would take.
+bool FileWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
+      event->ignore();
+      return true;
+    }
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 void FileWindow::SetTitle(const String& title) {
@@ -48,34 +89,28 @@ void FileWindow::SetTitle(const String& title) {
   setWindowTitle(ToQString(title).replace("[*]", "[*][*]") + "[*]");
 }
 
-void FileWindow::Save(const Document& settings, const SeriesView& series) {
-  const ConfWriter writer(context_.options, context_.language, context_.messages);
-  String warnings;
-  String details;
+void FileWindow::Save() {
+  SavePlan plan;
   try {
-    const std::vector<String> lines = writer.ConfFileLines(settings, series);
-    const std::string bytes = writer.EncodeLines(lines, context_.server.charset);
-    const std::string onDisk =
-        OpenedFile::FromDisk(context_.server.path).bytes.value_or(std::string());
-    const SaveChanges changes = ListSaveChanges(onDisk, lines, bytes, context_.options.series);
-    warnings = WarningText(
-        ListSaveWarnings(settings, *context_.documents.distribution, changes,
-                         CharsetWarning(bytes, context_.server.charset, context_.language)),
-        context_.language);
-    details = DiffText(changes, context_.language);
-  } catch (const RuntimeError&) {
-    // What cannot be encoded or read has no list; saving tells it.
-  }
-  if (ShowMessage(context_.messages, context_.language.Text(Message::kApplyChanges) + u"%1",
-                  kYesNo | kQuestion, {warnings.empty() ? warnings : u"\r\n\r\n" + warnings},
-                  details) != Button::kYes) {
+    plan = context_.merge.Plan();
+  } catch (const RuntimeError& error) {
+    if (AskToApply({}, {})) context_.merge.TellFailure(error);
     return;
   }
-  if (writer.SaveConfFile(context_.server, settings, series)) SetChanged(0);
+  const Language& language = context_.with.language;
+  if (!AskToApply(WarningText(plan.warnings, language), DiffText(plan.changes, language))) return;
+  if (context_.merge.Save(plan)) ShowChanged();
+}
+
+bool FileWindow::AskToApply(const String& warnings, const String& details) {
+  return ShowMessage(context_.with.messages,
+                     context_.with.language.Text(Message::kApplyChanges) + u"%1",
+                     kYesNo | kQuestion, {warnings.empty() ? warnings : u"\r\n\r\n" + warnings},
+                     details) == Button::kYes;
 }
 
 Button FileWindow::Ask(Message key, int style) {
-  return ShowMessage(context_.messages, String(context_.language.Text(key)), style);
+  return ShowMessage(context_.with.messages, context_.with.language.Text(key), style);
 }
 
 void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String comment) {
@@ -86,8 +121,10 @@ void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String commen
   if (raw != shown) box->setPlainText(shown);
 }
 
-QString FileWindow::Caption(Message key) const { return ToCaption(context_.language.Text(key)); }
+QString FileWindow::Caption(Message key) const {
+  return ToCaption(context_.with.language.Text(key));
+}
 
-QString FileWindow::Text(Message key) const { return ToQString(context_.language.Text(key)); }
+QString FileWindow::Text(Message key) const { return ToQString(context_.with.language.Text(key)); }
 
 }  // namespace quenmar

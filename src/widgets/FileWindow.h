@@ -3,23 +3,24 @@
 #include <QDialog>
 #include <cstdint>
 
-#include "conf/SeriesView.h"
 #include "widgets/FileContext.h"
 
+class QAction;
 class QPlainTextEdit;
 
 namespace quenmar {
 
-/// What the windows on one configuration file have in common: Apply, closing with and without
-/// unsaved changes, and that Enter presses no button but the one that has the focus.
+/// What the windows on one configuration file have in common: Apply, undo and redo, closing with
+/// and without unsaved changes, and that Enter presses no button but the one that has the focus.
 class FileWindow : public QDialog {
   Q_OBJECT
 
  public:
   FileWindow(FileContext context, QWidget* parent);
 
-  /// @return 0 when nothing is unsaved, else what was set last.
-  [[nodiscard]] std::int16_t Changed() const { return changed_; }
+  /// @return 0 when nothing is unsaved, else the number of what was done last; see
+  /// `FileMerge::Step`.
+  [[nodiscard]] virtual std::int16_t Changed() const;
 
   /// Closes the window unless the user keeps unsaved changes; Escape and the window's frame come
   /// here, too.
@@ -28,17 +29,31 @@ class FileWindow : public QDialog {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
 
-  [[nodiscard]] const FileContext& Context() const { return context_; }
-
-  /// Also shows or takes away the title's mark of unsaved changes.
-  void SetChanged(std::int16_t changed);
+  [[nodiscard]] FileMerge& Merge() const { return context_.merge; }
+  [[nodiscard]] const Options& TheOptions() const { return context_.with.options; }
+  [[nodiscard]] const Language& TheLanguage() const { return context_.with.language; }
+  [[nodiscard]] const String& ServerFolder() const { return context_.serverFolder; }
+  [[nodiscard]] const String& FileName() const { return context_.fileName; }
 
   /// Sets the title; names of files in it may hold anything.
   void SetTitle(const String& title);
 
+  /// Shows what the merge has after an undone or redone step.
+  virtual void ShowMerge() = 0;
+
+  /// Shows or takes away the title's mark of unsaved changes, and whether there is something to
+  /// undo or to redo. To be called after every change.
+  void ShowChanged();
+
+  /// Makes a text control leave undoing and redoing to the window, as far as what is typed in it
+  /// goes into the merge at once.
+  void UndoInMerge(QWidget* control);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
   /// What Apply does: asks, with the warnings in the question and the changes at hand, saves the
   /// server's file, and then has no unsaved changes.
-  void Save(const Document& settings, const SeriesView& series);
+  void Save();
 
   /// Shows a message. @return the pressed button.
   Button Ask(Message key, int style);
@@ -50,8 +65,13 @@ class FileWindow : public QDialog {
   [[nodiscard]] QString Text(Message key) const;     ///< to be read out
 
  private:
+  void AddUndo();
+  [[nodiscard]] bool AskToApply(const String& warnings, const String& details);
+  void Step(void (FileMerge::*step)());
+
   FileContext context_;
-  std::int16_t changed_ = 0;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
 };
 
 }  // namespace quenmar

@@ -29,7 +29,6 @@ void SeriesTabs::AddList(int index) {
   connect(list, &QListWidget::itemChanged, this, [this, index, list](QListWidgetItem* item) {
     if (loading_) return;
     const bool checked = item->checkState() == Qt::Checked;
-    groups_.SetSelected(index, list->row(item), checked);
     emit ItemChecked(index, list->row(item), checked);
   });
   connect(list, &QListWidget::currentRowChanged, this, [this, index](int row) {
@@ -43,7 +42,7 @@ void SeriesTabs::SetListSize(QSize size) {
 
 void SeriesTabs::Load(const SeriesGroups& groups) {
   loading_ = true;
-  groups_ = groups;
+  usedTabs_ = groups.GroupCount();
   for (int index = 0; index < static_cast<int>(lists_.size()); ++index) {
     QListWidget* const list = lists_[index];
     list->clear();
@@ -60,6 +59,21 @@ void SeriesTabs::Load(const SeriesGroups& groups) {
     if (used) list->setCurrentRow(0);
   }
   loading_ = false;
+}
+
+void SeriesTabs::ShowChecks(const SeriesGroups& groups) {
+  loading_ = true;
+  for (int group = 0; group < usedTabs_; ++group) {
+    for (int item = 0; item < groups.ItemCount(group); ++item) {
+      lists_[group]->item(item)->setCheckState(groups.Selected(group, item) ? Qt::Checked
+                                                                            : Qt::Unchecked);
+    }
+  }
+  loading_ = false;
+}
+
+String SeriesTabs::Item(int group, int item) const {
+  return FromQString(lists_[group]->item(item)->text());
 }
 
 }  // namespace quenmar

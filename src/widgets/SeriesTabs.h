@@ -20,14 +20,17 @@ class SeriesTabs : public QTabWidget {
   /// Shows at most ten groups; the first item of each list becomes current. Nothing is signalled.
   void Load(const SeriesGroups& groups);
 
-  /// @return the groups with the check marks as they stand on the screen.
-  [[nodiscard]] const SeriesGroups& Groups() const { return groups_; }
+  /// Shows other check marks for the groups that were loaded. Nothing is signalled.
+  void ShowChecks(const SeriesGroups& groups);
+
+  /// @return the text of an item.
+  [[nodiscard]] String Item(int group, int item) const;
 
   /// Makes every list so large, centred in its tab, or as large as the tab when that is smaller.
   void SetListSize(QSize size);
 
   /// @return how many tabs have items.
-  [[nodiscard]] int UsedTabs() const { return groups_.GroupCount(); }
+  [[nodiscard]] int UsedTabs() const { return usedTabs_; }
 
  signals:
   /// The user ticked or unticked an item.
@@ -39,7 +42,7 @@ class SeriesTabs : public QTabWidget {
  private:
   void AddList(int index);
 
-  SeriesGroups groups_;
+  int usedTabs_ = 0;
   QList<QListWidget*> lists_;
   bool loading_ = false;
 };

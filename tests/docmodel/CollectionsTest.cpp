@@ -177,7 +177,8 @@ TEST(Sorting, MovesEqualNamesAsExchangesDo) {
     childs.Sort(ascendent);
     for (int i = 0; i < fields.Count(); ++i) {
       const auto& wanted = expected[static_cast<size_t>(i)];
-      ASSERT_EQ(std::pair(fields.Field(i)->Name(), fields.Field(i)->Value()), wanted) << round;
+      const auto field = fields.Field(i);
+      ASSERT_TRUE(field->Name() == wanted.first && field->Value() == wanted.second) << round;
       ASSERT_EQ(std::pair(childs.Child(i)->Name(), childs.Child(i)->Version()), wanted) << round;
     }
   }

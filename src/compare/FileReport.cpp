@@ -1,0 +1,160 @@
+#include "compare/FileReport.h"
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <utility>
+
+#include "compare/ChangeComparison.h"
+#include "conf/ConfSetting.h"
+#include "conf/ConfWriter.h"
+#include "conf/NoUser.h"
+#include "conf/SavePlan.h"
+
+namespace quenmar {
+
+namespace {
+
+/// One version of a file.
+struct Version {
+  std::shared_ptr<Document> settings = std::make_shared<Document>();
+  std::shared_ptr<Document> series = std::make_shared<Document>();
+  ConfNotes notes;
+};
+
+std::vector<ReportedEntry> EntriesOf(const Document& series) {
+  std::vector<ReportedEntry> entries;
+  for (const Field& entry : series.Fields()) {
+    entries.push_back({String(TypeOf(entry)), String(entry.Name())});
+  }
+  return entries;
+}
+
+/// Compares the two versions of one file.
+class Examination {
+ public:
+  Examination(const Options& options, const Language& language,
+              ConfReader::BareLineFeeds bareLineFeeds)
+      : options_(options), language_(language), bareLineFeeds_(bareLineFeeds) {}
+
+  FileReport Run(const Path& distributionFile, const Path& serverFile) {
+    const bool lacking = IsMissing(serverFile);
+    const bool first = Read(distributionFile, distribution_);
+    if (!(lacking || Read(serverFile, server_)) || !first) {
+      report_.status = FileStatus::kFailed;
+      return std::move(report_);
+    }
+    Compare();
+    if (lacking) {
+      report_.status = FileStatus::kNew;
+    } else {
+      if (report_.HasDifferences()) report_.status = FileStatus::kDifferent;
+      ListWhatASaveChanges();
+    }
+    return std::move(report_);
+  }
+
+ private:
+  bool Read(const Path& path, Version& version) {
+    NoUser nobody;
+    const ConfReader reader(options_, language_, nobody, bareLineFeeds_,
+                            ConfReader::Comments::kLeftOut);
+    ConfNotes& notes = version.notes;
+    const bool complete = reader.LoadConfFile(path, version.settings, version.series, &notes);
+    for (const Finding& finding : notes.findings) {
+      report_.findings.push_back({path, finding, notes.trouble});
+    }
+    if (!complete && notes.troubleLine == 0) {
+      report_.findings.push_back({path, {0, Finding::Kind::kUnreadable, notes.trouble}, {}});
+    }
+    return complete;
+  }
+
+  void Compare() {
+    comparison_.emplace(ConfDocuments{distribution_.settings, server_.settings,
+                                      distribution_.series, server_.series},
+                        options_.IsSorted());
+    comparison_->FillResultTrees();
+    for (const Field& field : comparison_->NewFields().Fields()) {
+      const bool mandatory = comparison_->IsMandatory(field.Name());
+      report_.fresh.push_back({String(field.Name()), String(field.Value()), mandatory});
+    }
+    for (const Field& field : comparison_->DeletedFields().Fields()) {
+      report_.obsolete.push_back({String(field.Name()), String(field.Value())});
+    }
+    report_.newSeries = EntriesOf(comparison_->NewSeries());
+    report_.obsoleteSeries = EntriesOf(comparison_->DeletedSeries());
+    ListKept();
+  }
+
+  void ListKept() {
+    std::set<StringView> seen;
+    for (const Field& field : comparison_->ActualFields().Fields()) {
+      const StringView name = field.Name();
+      const auto original = distribution_.settings->Fields().Field(name);
+      if (field.Value() != original->Value()) {
+        report_.changed.push_back({String(name), String(field.Value()), String(original->Value())});
+      }
+      if (!seen.insert(name).second || !quenmar::IsActive(*original)) continue;
+      const int index = server_.settings->Fields().IndexOf(name);
+      if (!server_.notes.active[static_cast<size_t>(index)]) {
+        report_.inactive.push_back({String(name), String(field.Value())});
+      }
+    }
+  }
+
+  /// What a merge without any wish would change in the server's file.
+  void ListWhatASaveChanges() {
+    AddMissingSeries(*distribution_.series, *server_.series);
+    const SeriesGroups groups(*server_.series);
+    if (groups.GroupCount() > SeriesGroups::kMostGroups) {
+      report_.remarks.push_back(language_.Text(Message::kTooManySeries));
+      return;
+    }
+    NoUser nobody;
+    const ConfWriter writer(options_, language_, nobody);
+    const Document& settings = comparison_->ActualFields();
+    try {
+      SavePlan plan;
+      plan.charset =
+          CharsetForSaving(server_.notes.file.Encoding(), distribution_.notes.file.Encoding());
+      plan.bytes = writer.ConfFileBytes(settings, groups, plan.charset);
+      plan.Compare(server_.notes.file, settings, *distribution_.settings, options_, language_);
+      report_.save = std::move(plan.changes);
+      if (!plan.warnings.charset.empty()) report_.remarks.push_back(plan.warnings.charset);
+    } catch (const RuntimeError& error) {
+      report_.remarks.push_back(error.Description());
+    }
+  }
+
+  const Options& options_;
+  const Language& language_;
+  ConfReader::BareLineFeeds bareLineFeeds_;
+  Version distribution_;
+  Version server_;
+  std::optional<ChangeComparison> comparison_;
+  FileReport report_;
+};
+
+}  // namespace
+
+FileReport FileReport::Of(const Path& distributionFolder, const Path& serverFolder,
+                          const Path& name, const Options& options, const Language& language,
+                          ConfReader::BareLineFeeds bareLineFeeds) {
+  FileReport report = Examination(options, language, bareLineFeeds)
+                          .Run(distributionFolder / name, serverFolder / name);
+  report.file = PathText(name);
+  return report;
+}
+
+bool FileReport::HasDifferences() const {
+  return !fresh.empty() || !changed.empty() || !obsolete.empty() || !newSeries.empty() ||
+         !obsoleteSeries.empty() || !inactive.empty();
+}
+
+size_t FileReport::MandatoryCount() const {
+  return static_cast<size_t>(std::count_if(
+      fresh.begin(), fresh.end(), [](const NewSetting& setting) { return setting.mandatory; }));
+}
+
+}  // namespace quenmar

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "conf/ConfReader.h"
+#include "conf/SaveChanges.h"
+#include "files/Files.h"
+#include "registry/Language.h"
+#include "registry/Options.h"
+#include "text/String.h"
+
+namespace quenmar {
+
+enum class FileStatus {
+  kSame,       ///< nothing to tell
+  kDifferent,  ///< something is new, changed, obsolete or inactive
+  kNew,        ///< the server lacks the file
+  kFailed,     ///< one of its versions could not be read
+};
+
+/// A setting that only the distribution has.
+struct NewSetting {
+  String name;
+  String value;
+  bool mandatory;
+};
+
+/// A setting whose two values differ.
+struct ChangedSetting {
+  String name;
+  String actual;
+  String original;
+};
+
+/// A setting of the server: one that the distribution lacks, or a mandatory one that the server has
+/// commented out.
+struct ServerSetting {
+  String name;
+  String value;
+};
+
+struct ReportedEntry {
+  String type;
+  String name;
+};
+
+struct ReportedFinding {
+  Path path;  ///< of the version that it is about
+  Finding finding;
+  String trouble;  ///< why a name was rejected, in words
+};
+
+/// What is worth telling about one configuration file in its two versions. Nothing is asked and,
+/// unless repairs are wanted, nothing is written.
+struct FileReport {
+  String file;  ///< the name
+  FileStatus status = FileStatus::kSame;
+  std::vector<NewSetting> fresh;
+  std::vector<ChangedSetting> changed;
+  std::vector<ServerSetting> obsolete;
+  std::vector<ServerSetting> inactive;
+  std::vector<ReportedEntry> newSeries;
+  std::vector<ReportedEntry> obsoleteSeries;
+  std::vector<ReportedFinding> findings;
+  SaveChanges save;             ///< what a merge without any wish would change in the server's file
+  std::vector<String> remarks;  ///< what else to know about such a merge
+
+  /// Compares two files.
+  /// @param name of the file in both folders
+  /// @param bareLineFeeds what becomes of bare LF line ends; nobody is asked
+  [[nodiscard]] static FileReport Of(const Path& distributionFolder, const Path& serverFolder,
+                                     const Path& name, const Options& options,
+                                     const Language& language,
+                                     ConfReader::BareLineFeeds bareLineFeeds);
+
+  [[nodiscard]] bool HasDifferences() const;
+
+  /// @return how many of the new settings are mandatory.
+  [[nodiscard]] size_t MandatoryCount() const;
+};
+
+}  // namespace quenmar

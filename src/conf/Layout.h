@@ -1,0 +1,57 @@
+/// What a save keeps of the files' own lines.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "conf/ConfFile.h"
+#include "registry/Language.h"
+#include "registry/Options.h"
+#include "text/String.h"
+
+namespace quenmar {
+
+/// What a saved file is made of.
+enum class Layout {
+  kSettings,      ///< settings and series entries only, in the program's own form
+  kServer,        ///< the server's file with only the wanted changes made in it
+  kDistribution,  ///< the distribution's file with the server's values and states laid into it
+};
+
+/// What a file is to contain after a save.
+struct Wishes {
+  struct Setting {
+    String name;
+    String value;
+    bool active = true;
+  };
+  struct Entry {
+    String type;
+    String name;  ///< the value of the repeatable setting
+    bool on = true;
+  };
+
+  std::vector<Setting> settings;  ///< those that remain, each name once
+  std::vector<Entry> entries;     ///< in the order of the lists
+};
+
+/// A place where the laid-out file differs from its base.
+struct LineEdit {
+  size_t line = 0;  ///< index among the base's lines; what is added comes before it
+  std::vector<std::string> removed;  ///< the base's lines from there on, without their ends
+  std::vector<std::string> added;    ///< what takes their place
+};
+
+struct LaidOut {
+  std::string bytes;
+  ConfCharset charset = ConfCharset::kWindows1252;
+  std::vector<LineEdit> edits;  ///< in the order of the base's lines; none when nothing changes
+};
+
+/// Lays the wanted entries into the text of `base`; what it lacks comes from `other`. Lines of the
+/// base that nobody wants otherwise stay byte for byte. A lone LF is a line end.
+/// @return the new file. Throws `RuntimeError` that names what the base's character set lacks.
+[[nodiscard]] LaidOut LayOut(const ConfFile& base, const ConfFile& other, const Wishes& wishes,
+                             const Options& options, const Language& language);
+
+}  // namespace quenmar

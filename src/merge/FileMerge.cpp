@@ -1,0 +1,297 @@
+#include "merge/FileMerge.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "conf/Functions.h"
+#include "docmodel/XmlText.h"
+#include "files/FileError.h"
+#include "files/Folder.h"
+
+namespace quenmar {
+
+namespace {
+
+/// Whether steps of a kind change what a save writes.
+bool Counts(FileMerge::Step step) { return step != FileMerge::Step::kNewValue; }
+
+}  // namespace
+
+FileMerge::FileMerge(Request request, const MergeContext& context)
+    : request_(std::move(request)), context_(context) {}
+
+std::unique_ptr<FileMerge> FileMerge::Open(const Request& request, const MergeContext& context) {
+  std::unique_ptr<FileMerge> merge(new FileMerge(request, context));
+  return merge->Read() && merge->Prepare() ? std::move(merge) : nullptr;
+}
+
+bool FileMerge::CopyToServer(const Path& distribution, const Path& server,
+                             const MergeContext& context) {
+  Path place = distribution;
+  try {
+    const std::string bytes = ReadBytes(place);
+    place = server;
+    ReplaceBytes(place, bytes);
+    return true;
+  } catch (const FileError& error) {
+    ShowError(context.messages, context.language, error.Description(), PathText(place));
+    return false;
+  }
+}
+
+bool FileMerge::Read() {
+  const bool lacking = IsMissing(request_.server);
+  const Path& source = lacking ? request_.distribution : request_.server;
+  if (!ReadVersion(request_.distribution, documents_.distribution, documents_.distributionSeries,
+                   distributionNotes_) ||
+      !ReadVersion(source, documents_.server, documents_.serverSeries, serverNotes_)) {
+    return false;
+  }
+  RememberServer();
+  opened_.path = request_.server;
+  if (!lacking) opened_.bytes = serverNotes_.file.Bytes();
+  // A copy of what the distribution has anyway would cost one that the user may need.
+  opened_.copied = request_.begun;
+  return true;
+}
+
+bool FileMerge::ReadVersion(const Path& path, std::shared_ptr<Document>& settings,
+                            std::shared_ptr<Document>& series, ConfNotes& notes) const {
+  if (request_.reading) request_.reading(path);
+  const ConfReader reader(context_.options, context_.language, context_.messages,
+                          request_.bareLineFeeds, request_.comments);
+  return reader.LoadConfFile(path, settings, series, &notes);
+}
+
+bool FileMerge::Prepare() {
+  if (request_.purpose == Purpose::kCompare) {
+    comparison_.emplace(documents_, context_.options.IsSorted());
+    comparison_->FillResultTrees();
+    series_ = comparison_->FillSeries(context_.messages, context_.language);
+    return true;
+  }
+  documents_.distributionSeries->Fields().Sort(true);
+  documents_.serverSeries->Fields().Sort(true);
+  if (context_.options.IsSorted()) documents_.server->Fields().Sort(true);
+  AddMissingSeries(*documents_.distributionSeries, *documents_.serverSeries);
+  series_ = SeriesGroups(*documents_.serverSeries);
+  if (series_.GroupCount() <= SeriesGroups::kMostGroups) return true;
+  ShowMessage(context_.messages, context_.language.Text(Message::kTooManySeries),
+              message_style::kOk | message_style::kCritical);
+  return false;
+}
+
+void FileMerge::RememberServer() {
+  int index = 0;
+  for (const Field& field : documents_.server->Fields()) {
+    const bool active = serverNotes_.active.at(static_cast<size_t>(index++));
+    onServer_.try_emplace(String(field.Name()), ServerSetting{String(field.Value()), active});
+  }
+}
+
+const Document& FileMerge::Tree(List list) const {
+  if (list == List::kActual) return comparison_->ActualFields();
+  return list == List::kNew ? comparison_->NewFields() : comparison_->DeletedFields();
+}
+
+String FileMerge::Comment(StringView name) const {
+  const auto commentIn = [name](const Document& tree) {
+    return String(CommentOf(*tree.Fields().Field(name)));
+  };
+  if (request_.purpose == Purpose::kEdit) {
+    String comment = commentIn(*documents_.server);
+    return std::move(XmlUnescape(comment));
+  }
+  String comment = commentIn(*documents_.distribution);
+  return comment.empty() ? commentIn(*documents_.server) : comment;
+}
+
+bool FileMerge::IsWantedActive(StringView name) const {
+  if (request_.layout == Layout::kSettings) return true;
+  const String key(name);
+  if (const auto chosen = switched_.find(key); chosen != switched_.end()) return chosen->second;
+  const auto onServer = onServer_.find(key);
+  if (onServer == onServer_.end() || onServer->second.active) return true;
+  const auto setting = SavedSettings().Fields().Field(name);
+  return edited_.contains(key) && StringView(setting->Value()) != onServer->second.value;
+}
+
+template <class Change>
+int FileMerge::Do(Step step, const String& topic, Change change) {
+  std::optional<State> before;
+  if (!history_.Continues(topic)) before = Capture();
+  const int changed = change();
+  if (changed > 0 && before) history_.Add(step, topic, std::move(*before));
+  return changed;
+}
+
+int FileMerge::Add(const std::vector<String>& names) {
+  return Do(Step::kMove, {}, [&] { return comparison_->Add(names); });
+}
+
+int FileMerge::Remove(const std::vector<String>& names) {
+  return Do(Step::kMove, {},
+            [&] { return comparison_->Remove(names, context_.messages, context_.language); });
+}
+
+int FileMerge::Restore(const std::vector<String>& names) {
+  return Do(Step::kMove, {}, [&] { return comparison_->Restore(names); });
+}
+
+bool FileMerge::SetValue(List list, StringView name, StringView value) {
+  const bool isNew = list == List::kNew;
+  const String topic = (isNew ? u"new " : u"actual ") + String(name);
+  const int changed = Do(isNew ? Step::kNewValue : Step::kValue, topic, [&] {
+    if (isNew) return comparison_->SetNewValue(name, value) ? 1 : 0;
+    if (!comparison_->SetActualValue(name, value)) return 0;
+    edited_.emplace(name);
+    return 1;
+  });
+  return changed > 0;
+}
+
+void FileMerge::SetServerValue(int index, StringView value) {
+  const auto setting = documents_.server->Fields().Field(index);
+  (void)Do(Step::kValue, u"server " + ToText(index), [&] {
+    GiveServerValue(*setting, value);
+    return 1;
+  });
+}
+
+int FileMerge::ResetServerValues(const std::vector<int>& indexes) {
+  return Do(Step::kValue, {}, [&] {
+    int changed = 0;
+    for (const int index : indexes) {
+      const auto setting = documents_.server->Fields().Field(index);
+      const auto original = documents_.distribution->Fields().Field(setting->Name());
+      if (original->Name().empty() || original->Value() == setting->Value()) continue;
+      GiveServerValue(*setting, original->Value());
+      ++changed;
+    }
+    return changed;
+  });
+}
+
+void FileMerge::GiveServerValue(Field& setting, StringView value) {
+  edited_.emplace(setting.Name());
+  setting.SetValue(value);
+  if (request_.layout == Layout::kSettings) return;
+  // In a file that keeps its lines, all lines of a name have one value.
+  for (Field& other : documents_.server->Fields()) {
+    if (other.Name() == setting.Name()) other.SetValue(value);
+  }
+}
+
+void FileMerge::SetEntry(int group, int item, bool on) {
+  (void)Do(Step::kSeries, {}, [&] {
+    series_.SetSelected(group, item, on);
+    return 1;
+  });
+}
+
+bool FileMerge::SwitchSetting(StringView name, bool active) {
+  if (!active && IsRemarkName(name)) return false;
+  (void)Do(Step::kState, {}, [&] {
+    if (IsWantedActive(name) == active) return 0;
+    switched_[String(name)] = active;
+    return 1;
+  });
+  return true;
+}
+
+FileMerge::State FileMerge::Capture() const {
+  State state;
+  if (comparison_) state.lists = comparison_->CaptureLists();
+  if (request_.purpose == Purpose::kEdit) {
+    for (const Field& field : documents_.server->Fields()) {
+      state.serverValues.push_back(field.Value());
+    }
+  }
+  state.series = series_;
+  state.switched = switched_;
+  state.edited = edited_;
+  return state;
+}
+
+void FileMerge::Swap(State& state) {
+  State current = Capture();
+  if (comparison_) comparison_->SetLists(state.lists);
+  for (size_t i = 0; i < state.serverValues.size(); ++i) {
+    documents_.server->Fields().Field(static_cast<int>(i))->SetValue(state.serverValues[i]);
+  }
+  series_ = std::move(state.series);
+  switched_ = std::move(state.switched);
+  edited_ = std::move(state.edited);
+  state = std::move(current);
+}
+
+void FileMerge::Undo() {
+  if (CanUndo()) history_.Undo([this](State& state) { Swap(state); });
+}
+
+void FileMerge::Redo() {
+  if (CanRedo()) history_.Redo([this](State& state) { Swap(state); });
+}
+
+std::optional<FileMerge::Step> FileMerge::UnsavedStep() const { return history_.Unsaved(Counts); }
+
+const Document& FileMerge::SavedSettings() const {
+  return request_.purpose == Purpose::kEdit ? *documents_.server : comparison_->ActualFields();
+}
+
+Wishes FileMerge::MakeWishes() const {
+  Wishes wishes;
+  std::set<StringView> seen;  // a further field of a name is a further line of it
+  for (const Field& field : SavedSettings().Fields()) {
+    const StringView name = field.Name();
+    if (!seen.insert(name).second) continue;
+    wishes.settings.push_back({String(name), String(field.Value()), IsWantedActive(name)});
+  }
+  for (int group = 0; group < series_.GroupCount(); ++group) {
+    for (int item = 0; item < series_.ItemCount(group); ++item) {
+      wishes.entries.push_back(
+          {series_.Type(group), series_.List(group, item), series_.Selected(group, item)});
+    }
+  }
+  return wishes;
+}
+
+SavePlan FileMerge::Plan() const {
+  const OpenedFile onDisk = OpenedFile::FromDisk(request_.server);
+  return PlanOver({request_.server, onDisk.bytes.value_or(std::string())});
+}
+
+SavePlan FileMerge::PlanOver(const ConfFile& before) const {
+  const Document& settings = SavedSettings();
+  SavePlan plan;
+  if (request_.layout == Layout::kSettings) {
+    const ConfCharset charset =
+        CharsetForSaving(serverNotes_.file.Encoding(), distributionNotes_.file.Encoding());
+    const ConfWriter writer(context_.options, context_.language, context_.messages);
+    plan.bytes = writer.ConfFileBytes(settings, series_, charset);
+    plan.charset = charset;
+  } else {
+    const bool onServer = request_.layout == Layout::kServer;
+    const ConfFile& base = onServer ? serverNotes_.file : distributionNotes_.file;
+    const ConfFile& other = onServer ? distributionNotes_.file : serverNotes_.file;
+    LaidOut laidOut = LayOut(base, other, MakeWishes(), context_.options, context_.language);
+    plan.bytes = std::move(laidOut.bytes);
+    plan.charset = laidOut.charset;
+  }
+  plan.Compare(before, settings, *documents_.distribution, context_.options, context_.language);
+  return plan;
+}
+
+bool FileMerge::Save(const SavePlan& plan) {
+  const ConfWriter writer(context_.options, context_.language, context_.messages);
+  if (!writer.SaveBytes(opened_, plan.bytes)) return false;
+  history_.MarkSaved();
+  return true;
+}
+
+void FileMerge::TellFailure(const std::exception& error) const {
+  ConfWriter(context_.options, context_.language, context_.messages)
+      .TellFailure(request_.server, error);
+}
+
+}  // namespace quenmar

@@ -1,0 +1,203 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "compare/ChangeComparison.h"
+#include "conf/ConfDocuments.h"
+#include "conf/ConfReader.h"
+#include "conf/ConfSetting.h"
+#include "conf/ConfWriter.h"
+#include "conf/Layout.h"
+#include "conf/SavePlan.h"
+#include "conf/SeriesGroups.h"
+#include "merge/History.h"
+
+namespace quenmar {
+
+/// What every merge works with. All references outlive it.
+struct MergeContext {
+  const Options& options;
+  const Language& language;
+  MessageBoxes& messages;
+};
+
+/// One configuration file in its two versions: opened, changed, undone, saved. The windows and the
+/// console show it and pass the user's wishes on; it keeps all state but what is selected.
+class FileMerge {
+ public:
+  /// What the merge saves.
+  enum class Purpose {
+    kCompare,  ///< the kept settings of the comparison, in the distribution's order
+    kEdit,     ///< every setting that the server's file has, in its order
+  };
+
+  struct Request {
+    Path distribution;  ///< the distribution's file
+    Path server;  ///< the server's file; where it is missing, what the distribution has is read
+    Purpose purpose = Purpose::kCompare;
+    bool begun = false;  ///< the server's file is a fresh copy, which needs no copy of its own
+    ConfReader::BareLineFeeds bareLineFeeds = ConfReader::BareLineFeeds::kAsk;
+    ConfReader::Comments comments = ConfReader::Comments::kKept;
+    Layout layout = Layout::kSettings;
+    std::function<void(const Path&)> reading = {};  ///< is called before each file is read
+  };
+
+  /// What a step of the history did. Moves, values and switches of series entries have the numbers
+  /// that the updater window's `Changed` has had from the start.
+  enum class Step { kNewValue = 0, kMove = 1, kValue = 2, kSeries = 4, kState = 8 };
+
+  /// The lists of the comparison.
+  enum class List { kNew, kActual, kDeleted };
+
+  /// Reads both files. Failures are shown to the user here. Throws `EndApplication` when the user
+  /// refuses the repair of line ends, and with more kinds of series than a comparison takes.
+  /// @return nothing when the files were not read to their ends or cannot be edited.
+  [[nodiscard]] static std::unique_ptr<FileMerge> Open(const Request& request,
+                                                       const MergeContext& context);
+
+  /// Gives the server the distribution's file. A failure is shown.
+  /// @return whether the server has it.
+  [[nodiscard]] static bool CopyToServer(const Path& distribution, const Path& server,
+                                         const MergeContext& context);
+
+  FileMerge(const FileMerge&) = delete;
+  FileMerge& operator=(const FileMerge&) = delete;
+  ~FileMerge() = default;
+
+  // What there is.
+
+  [[nodiscard]] const Document& Tree(List list) const;
+  [[nodiscard]] const ChangeComparison& Comparison() const { return *comparison_; }
+
+  /// @return the server's settings, which `Purpose::kEdit` edits.
+  [[nodiscard]] const Document& ServerSettings() const { return *documents_.server; }
+  [[nodiscard]] const Document& DistributionSettings() const { return *documents_.distribution; }
+  [[nodiscard]] const SeriesGroups& Series() const { return series_; }
+  [[nodiscard]] const ConfNotes& ServerNotes() const { return serverNotes_; }
+  [[nodiscard]] const ConfNotes& DistributionNotes() const { return distributionNotes_; }
+  [[nodiscard]] Layout SaveLayout() const { return request_.layout; }
+
+  [[nodiscard]] bool IsMandatory(StringView name) const {
+    return quenmar::IsMandatory(*documents_.distribution, name);
+  }
+
+  /// @return the comment of a setting or series entry: of a compared setting the distribution's,
+  /// else the server's.
+  [[nodiscard]] String Comment(StringView name) const;
+
+  /// @return whether the saved file is to have the setting active, rather than commented out. With
+  /// `Layout::kSettings` every setting is.
+  [[nodiscard]] bool IsWantedActive(StringView name) const;
+
+  // What the user can do. Each is one step that can be undone.
+
+  /// See `ChangeComparison`. @return how many settings were moved.
+  int Add(const std::vector<String>& names);
+  int Remove(const std::vector<String>& names);
+  int Restore(const std::vector<String>& names);
+
+  /// Gives a setting of a list another value. What is typed into one value is one step.
+  /// @return false when there is no such setting.
+  bool SetValue(List list, StringView name, StringView value);
+
+  /// Gives the server's setting at that index another value.
+  void SetServerValue(int index, StringView value);
+
+  /// Gives the server's settings at those indexes the distribution's values, where it has them.
+  /// @return how many have another value now.
+  int ResetServerValues(const std::vector<int>& indexes);
+
+  /// Switches a series entry on or off.
+  void SetEntry(int group, int item, bool on);
+
+  /// Makes a setting active or comments it out.
+  /// @return false for "note" and "example", which would be comments if they were commented out.
+  bool SwitchSetting(StringView name, bool active);
+
+  // History.
+
+  [[nodiscard]] bool CanUndo() const { return history_.CanUndo(); }
+  [[nodiscard]] bool CanRedo() const { return history_.CanRedo(); }
+  void Undo();
+  void Redo();
+
+  /// What is typed next is a step of its own.
+  void EndTyping() { history_.EndTyping(); }
+
+  /// @return whether something is not saved.
+  [[nodiscard]] bool IsModified() const { return UnsavedStep().has_value(); }
+
+  /// @return what was done last of what is not saved.
+  [[nodiscard]] std::optional<Step> UnsavedStep() const;
+
+  // Saving.
+
+  /// @return what a save would write now over the server's file as it is on the disk. Throws
+  /// `RuntimeError` when a character cannot be written or the file cannot be read.
+  [[nodiscard]] SavePlan Plan() const;
+
+  /// The same over another content.
+  [[nodiscard]] SavePlan PlanOver(const ConfFile& before) const;
+
+  /// Writes the plan; see `ConfWriter::SaveBytes`. Afterwards nothing is unsaved.
+  /// @return whether the server's file has the content.
+  [[nodiscard]] bool Save(const SavePlan& plan);
+
+  /// Shows that there is no plan: the save fails.
+  void TellFailure(const std::exception& error) const;
+
+ private:
+  /// What the user can change.
+  struct State {
+    ChangeComparison::Lists lists;
+    std::vector<SharedText> serverValues;
+    SeriesGroups series;
+    std::map<String, bool> switched;
+    std::set<String> edited;
+  };
+
+  /// A setting as the server's file had it when it was read.
+  struct ServerSetting {
+    String value;
+    bool active;
+  };
+
+  FileMerge(Request request, const MergeContext& context);
+
+  [[nodiscard]] bool Read();
+  [[nodiscard]] bool ReadVersion(const Path& path, std::shared_ptr<Document>& settings,
+                                 std::shared_ptr<Document>& series, ConfNotes& notes) const;
+  void RememberServer();
+  [[nodiscard]] bool Prepare();
+
+  /// Makes a change that is one step of the history, or part of the one with the same topic.
+  /// @param change returns how much it has changed; nothing is no step
+  template <class Change>
+  int Do(Step step, const String& topic, Change change);
+  void GiveServerValue(Field& setting, StringView value);
+  [[nodiscard]] State Capture() const;
+  void Swap(State& state);
+
+  [[nodiscard]] const Document& SavedSettings() const;
+  [[nodiscard]] Wishes MakeWishes() const;
+
+  Request request_;
+  MergeContext context_;
+  ConfDocuments documents_;
+  ConfNotes distributionNotes_;
+  ConfNotes serverNotes_;
+  std::map<String, ServerSetting> onServer_;
+  std::optional<ChangeComparison> comparison_;  // for `Purpose::kCompare` only
+  SeriesGroups series_;
+  std::map<String, bool> switched_;  // settings whose state the user has chosen
+  std::set<String> edited_;          // settings to which the user has given a value
+  History<Step, State> history_;
+  OpenedFile opened_;
+};
+
+}  // namespace quenmar
