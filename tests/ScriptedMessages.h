@@ -1,9 +1,9 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include <cstdlib>
 #include <deque>
 #include <initializer_list>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -12,7 +12,8 @@
 
 namespace quenmar {
 
-/// Answers message boxes by a script and records them. A question beyond the script fails the test.
+/// Answers message boxes by a script and records them. Without an answer left, a question ends the
+/// program.
 class ScriptedMessages : public MessageBoxes {
  public:
   struct Shown {
@@ -26,12 +27,15 @@ class ScriptedMessages : public MessageBoxes {
     answers_.insert(answers_.end(), answers.begin(), answers.end());
   }
 
-  Button Show(const String& text, int style) override {
+  Button Show(const String& text, int style) override { return ShowWithDetails(text, style, {}); }
+
+  Button ShowWithDetails(const String& text, int style, const String& details) override {
     shown.push_back({ToUtf8(text), style});
+    if (!details.empty()) lastDetails = details;
     if ((style & message_style::kButtons) == message_style::kOk) return Button::kOk;
     if (answers_.empty()) {
-      ADD_FAILURE() << "unexpected question: " << shown.back().text;
-      return Button::kNo;
+      std::cerr << "unexpected question: " << shown.back().text << std::endl;
+      std::abort();  // an exception could be taken for one of the program's own
     }
     const Button answer = answers_.front();
     answers_.pop_front();
@@ -39,6 +43,7 @@ class ScriptedMessages : public MessageBoxes {
   }
 
   std::vector<Shown> shown;
+  String lastDetails;  // of the last box that had any
 
  private:
   std::deque<Button> answers_;
