@@ -3,86 +3,76 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "ScratchFolder.h"
 #include "registry/FileRegistry.h"
+#include "registry/Language.h"
+#include "text/Charset.h"
 
 namespace quenmar {
 namespace {
 
-const std::string kHead = "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n";
-
-class OptionsTest : public ::testing::Test {
- protected:
-  Options Load(const std::string& values) {
-    ReplaceBytes(file_, kHead + values);
-    FileRegistry registry(file_);
-    return LoadOptions(registry);
+/// @return a registry file with values under a key of the program, from "name=text|name=text".
+std::string File(const String& key, StringView values) {
+  String lines = u"REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\" + key + u"]\r\n";
+  for (const StringView value : Split(values, u'|')) {
+    lines += u"\"" + ReplaceAll(value, u"=", u"\"=\"") + u"\"\r\n";
   }
-
-  ScratchFolder folder_;
-  Path file_ = folder_ / "registry.reg";
-};
-
-TEST_F(OptionsTest, AnEmptyStoreGetsTheThreeSwitchesOnly) {
-  FileRegistry registry(file_);
-  const Options options = LoadOptions(registry);
-  EXPECT_EQ(options.svnPath, u"");
-  EXPECT_EQ(options.serverPath, u"");
-  EXPECT_FALSE(options.IsSorted());
-  EXPECT_EQ(options.series, u"{map}{npc}{addon}{import}");
-  EXPECT_TRUE(options.saveCommentedSeries);
-  EXPECT_FALSE(options.alwaysIgnoreDupParam);
-  EXPECT_EQ(ReadBytes(file_), kHead +
-                                  "\"SaveCommentedSeries\"=\"1\"\r\n"
-                                  "\"AlwaysIgnoreDupParam\"=\"0\"\r\n"
-                                  "\"Series\"=\"{map}{npc}{addon}{import}\"\r\n");
+  return ToUtf8(lines);
 }
 
-TEST_F(OptionsTest, StoredValuesAreTakenAndNotRewritten) {
-  const std::string values =
-      "\"SVNPath\"=\"C:\\\\svn\"\r\n\"ServerPath\"=\"/srv/conf\"\r\n\"Sort\"=\"1\"\r\n"
-      "\"Series\"=\"{map}\"\r\n\"SaveCommentedSeries\"=\"yes\"\r\n"
-      "\"AlwaysIgnoreDupParam\"=\"yes\"\r\n";
-  const Options options = Load(values);
-  EXPECT_EQ(options.svnPath, u"C:\\svn");
-  EXPECT_EQ(options.serverPath, u"/srv/conf");
-  EXPECT_TRUE(options.IsSorted());
-  EXPECT_EQ(options.series, u"{map}");
-  EXPECT_FALSE(options.saveCommentedSeries);
-  EXPECT_FALSE(options.alwaysIgnoreDupParam);
-  EXPECT_EQ(ReadBytes(file_), kHead + values);
+String Shown(const Options& options) {
+  return options.svnPath + u" " + options.serverPath + u" " + ToText(options.sort) + u" " +
+         options.series + (options.saveCommentedSeries ? u" save" : u"") +
+         (options.alwaysIgnoreDupParam ? u" ignore" : u"");
 }
 
-TEST_F(OptionsTest, EmptyValuesCountAsMissing) {
-  Load("\"Series\"=\"\"\r\n\"SaveCommentedSeries\"=\"\"\r\n\"AlwaysIgnoreDupParam\"=\"\"\r\n");
-  EXPECT_EQ(ReadBytes(file_), kHead +
-                                  "\"Series\"=\"{map}{npc}{addon}{import}\"\r\n"
-                                  "\"SaveCommentedSeries\"=\"1\"\r\n"
-                                  "\"AlwaysIgnoreDupParam\"=\"0\"\r\n");
-}
-
-TEST_F(OptionsTest, OddTextsAreFalseAndUnchecked) {
-  EXPECT_TRUE(Load("\"AlwaysIgnoreDupParam\"=\"1\"").alwaysIgnoreDupParam);
-  for (const char* const text : {"true", " 1", "01", "-1"}) {
-    const std::string quoted = std::string("\"") + text + "\"";
-    EXPECT_FALSE(Load("\"AlwaysIgnoreDupParam\"=" + quoted).alwaysIgnoreDupParam) << text;
-  }
-  for (const char* const text : {"\"abc\"", "\"\"", "\"1x\"", "dword:00000001"}) {
-    EXPECT_EQ(Load(std::string("\"Sort\"=") + text).sort, 0) << text;
+TEST(OptionsTest, SwitchesThatAreMissingOrEmptyAreStored) {
+  struct Case {
+    StringView stored, after;
+    String options;
+  };
+  const std::vector<Case> cases = {
+      {u"Sort=1x|Series=",
+       u"Sort=1x|Series={map}{npc}{addon}{import}|SaveCommentedSeries=1|AlwaysIgnoreDupParam=0",
+       u"  0 {map}{npc}{addon}{import} save"},
+      {u"SVNPath=/a|ServerPath=/b|Sort=1|Series={map}|SaveCommentedSeries=y|AlwaysIgnoreDupParam=y",
+       u"", u"/a /b 1 {map}"},
+      {u"Series={x}|SaveCommentedSeries=1|AlwaysIgnoreDupParam=1", u"", u"  0 {x} save ignore"},
+  };
+  const ScratchFolder folder;
+  const Path file = folder / "registry.reg";
+  for (const auto& [stored, after, options] : cases) {
+    ReplaceBytes(file, File(u"Options", stored));
+    FileRegistry registry(file);
+    EXPECT_EQ(Shown(LoadOptions(registry)), options);
+    EXPECT_EQ(ReadBytes(file), File(u"Options", after.empty() ? stored : after));
   }
 }
 
-TEST_F(OptionsTest, WhatTheUserChangesIsThereTheNextTime) {
-  FileRegistry registry(file_);
+TEST(OptionsTest, WhatTheUserChangesIsThereTheNextTime) {
+  const ScratchFolder folder;
+  FileRegistry registry(folder / "registry.reg");
+  EXPECT_FALSE(ReadOptions(registry).IsSorted());
   EXPECT_TRUE(StoreSvnPath(registry, u"\\\\host\\share\\conf-dist"));
   EXPECT_TRUE(StoreServerPath(registry, u"D:\\conf"));
   EXPECT_TRUE(StoreSort(registry, 1));
-  FileRegistry next(file_);
-  const Options options = LoadOptions(next);
-  EXPECT_EQ(options.svnPath, u"\\\\host\\share\\conf-dist");
-  EXPECT_EQ(options.serverPath, u"D:\\conf");
+  const Options options = ReadOptions(FileRegistry(folder / "registry.reg"));
   EXPECT_TRUE(options.IsSorted());
+  EXPECT_EQ(Shown(options),
+            u"\\\\host\\share\\conf-dist D:\\conf 1 {map}{npc}{addon}{import} save");
+}
+
+TEST(LanguageTest, StoredTextsReplaceBuiltInOnes) {
+  const ScratchFolder folder;
+  const Path file = folder / "registry.reg";
+  ReplaceBytes(file, File(u"Language", u"LNG1=Editor de .conf|LNG8=|LNG48=Opcional"));
+  const Language language = Language::LoadLanguage(FileRegistry(file));
+  EXPECT_EQ(language.Text(Message::kWindowTitle), u"Editor de .conf");
+  EXPECT_EQ(language.Text(Message::kEdit), u"");
+  EXPECT_EQ(language.Text(Message::kPath), u"Path");
+  EXPECT_EQ(language.Text(Message::kOptional), u"Opcional");
 }
 
 }  // namespace

@@ -1,15 +1,17 @@
-// What every registry must do, run on each kind that the system at hand offers.
+// What every registry must do, run on each kind that the system at hand offers, and which is
+// opened.
 #include "registry/Registry.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "ScratchFolder.h"
-#include "files/Files.h"
 #include "registry/FileRegistry.h"
+#include "registry/OpenRegistry.h"
 #include "text/Charset.h"
 #ifdef _WIN32
 #include <windows.h>
@@ -21,21 +23,12 @@ namespace quenmar {
 namespace {
 
 constexpr auto kUser = RegistryRoot::kCurrentUser;
+constexpr StringView kParent = u"Software\\QuenmarTest";
 constexpr StringView kKey = u"Software\\QuenmarTest\\Options";
 
-class FileStore {
- public:
-  [[nodiscard]] std::unique_ptr<Registry> Open() const {
-    return std::make_unique<FileRegistry>(folder_ / "registry.reg");
-  }
-  void PlantNumber(StringView name) const {
-    const std::string key = ToUtf8(kKey);
-    ReplaceBytes(folder_ / "registry.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\" + key +
-                                               "]\r\n\"" + ToUtf8(name) + "\"=dword:00000001\r\n");
-  }
-
- private:
-  ScratchFolder folder_;
+struct FileStore {
+  [[nodiscard]] std::unique_ptr<Registry> Open() const { return OpenRegistry(folder / "x.reg"); }
+  ScratchFolder folder;
 };
 
 #ifdef _WIN32
@@ -47,14 +40,9 @@ class WinStore {
   ~WinStore() { Clear(); }
 
   [[nodiscard]] std::unique_ptr<Registry> Open() const { return std::make_unique<WinRegistry>(); }
-  void PlantNumber(StringView name) const {
-    const DWORD one = 1;
-    ::RegSetKeyValueA(HKEY_CURRENT_USER, ToUtf8(kKey).c_str(), ToUtf8(name).c_str(), REG_DWORD,
-                      &one, sizeof one);
-  }
 
  private:
-  static void Clear() { ::RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\QuenmarTest"); }
+  static void Clear() { ::RegDeleteTreeA(HKEY_CURRENT_USER, ToUtf8(kParent).c_str()); }
 };
 using Stores = ::testing::Types<FileStore, WinStore>;
 #else
@@ -62,31 +50,24 @@ using Stores = ::testing::Types<FileStore>;
 #endif
 
 template <typename Store>
-class RegistryTest : public ::testing::Test {
- protected:
+struct RegistryTest : ::testing::Test {
   Store store_;
 };
 TYPED_TEST_SUITE(RegistryTest, Stores, );
-
-TYPED_TEST(RegistryTest, WhatIsMissingReadsAsTheDefault) {
-  const auto registry = this->store_.Open();
-  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Sort"), u"");
-  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Sort", u"0"), u"0");
-  registry->RegWriteString(kUser, kKey, u"Other", u"x");
-  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Sort", u"0"), u"0");
-  EXPECT_EQ(registry->Trouble(), u"");
-}
 
 TYPED_TEST(RegistryTest, ValuesComeBackAsTheyWereWritten) {
   const std::vector<String> texts = {
       u"",        u"C:\\Server\\conf\\", u"say \"hi\\\"",   u"  spaced\t", u"a;b=c",
       u"[x] - @", u"caf\u00E9 \u20AC",   String(3000, u'x')};
   const auto registry = this->store_.Open();
+  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Path", u"no such key"), u"no such key");
   for (const String& text : texts) {
     EXPECT_TRUE(registry->RegWriteString(kUser, kKey, u"Path", text)) << ToUtf8(text);
     EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Path", u"default"), text);
     EXPECT_EQ(this->store_.Open()->RegReadString(kUser, kKey, u"Path", u"default"), text);
   }
+  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Sort", u"no such name"), u"no such name");
+  EXPECT_EQ(registry->Trouble(), u"");
 }
 
 TYPED_TEST(RegistryTest, NamesAreFoundInAnyCaseAndKeptApart) {
@@ -94,42 +75,64 @@ TYPED_TEST(RegistryTest, NamesAreFoundInAnyCaseAndKeptApart) {
   registry->RegWriteString(kUser, kKey, u"Sort", u"1");
   registry->RegWriteString(kUser, kKey, u"", u"of the key");
   registry->RegWriteString(kUser, kKey, u"with \"quotes\"\\", u"2");
-  registry->RegWriteString(kUser, u"Software\\QuenmarTest", u"Sort", u"parent");
+  registry->RegWriteString(kUser, kParent, u"Sort", u"parent");
   EXPECT_TRUE(registry->RegWriteString(kUser, u"SOFTWARE\\quenmartest\\OPTIONS", u"SORT", u"3"));
   EXPECT_EQ(registry->RegReadString(kUser, kKey, u"sort"), u"3");
   EXPECT_EQ(registry->RegReadString(kUser, kKey, u""), u"of the key");
   EXPECT_EQ(registry->RegReadString(kUser, kKey, u"With \"Quotes\"\\"), u"2");
-  EXPECT_EQ(registry->RegReadString(kUser, u"Software\\QuenmarTest", u"Sort"), u"parent");
+  EXPECT_EQ(registry->RegReadString(kUser, kParent, u"Sort"), u"parent");
   EXPECT_EQ(registry->RegReadString(RegistryRoot::kLocalMachine, kKey, u"Sort"), u"");
 }
 
-TYPED_TEST(RegistryTest, NumbersReadAsMissingAndGiveWayToText) {
-  this->store_.PlantNumber(u"Sort");
-  const auto registry = this->store_.Open();
-  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Sort", u"default"), u"default");
-  EXPECT_TRUE(registry->RegWriteString(kUser, kKey, u"Sort", u"1"));
-  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Sort", u"default"), u"1");
-}
-
 #ifdef _WIN32
-TEST(WinRegistryTest, StoresOnlyWhatTheCodePageHas) {
+TEST(WinRegistryTest, StoresOnlyWhatTheCodePageHasUpToTheFirstNul) {
   const WinStore store;
   const auto registry = store.Open();
-  registry->RegWriteString(kUser, kKey, u"Path", u"before");
+  const DWORD one = 1;
+  ::RegSetKeyValueA(HKEY_CURRENT_USER, ToUtf8(kKey).c_str(), "Path", REG_DWORD, &one, sizeof one);
+  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Path", u"a number"), u"a number");
+  EXPECT_TRUE(registry->RegWriteString(kUser, kKey, u"Path", String(u"a\0b", 3)));
   EXPECT_FALSE(registry->RegWriteString(kUser, kKey, u"Path", u"half a pair \xD83D"));
   if (::GetACP() == 1252) {
     EXPECT_FALSE(registry->RegWriteString(kUser, kKey, u"Path", u"looks like an A: \u0100"));
   }
-  EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Path"), u"before");
-}
-
-TEST(WinRegistryTest, TextEndsAtTheFirstNul) {
-  const WinStore store;
-  const auto registry = store.Open();
-  EXPECT_TRUE(registry->RegWriteString(kUser, kKey, u"Path", String(u"a\0b", 3)));
   EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Path"), u"a");
 }
 #endif
+
+void SetVariable(const char* name, const Path& value) {
+#ifdef _WIN32
+  ::_putenv_s(name, value.string().c_str());
+#else
+  ::setenv(name, value.c_str(), 1);
+#endif
+}
+
+/// @return whether the registry that is opened takes a value and keeps it in the file `place`.
+bool WritesTo(const std::optional<Path>& given, const Path& place) {
+  return OpenRegistry(given)->RegWriteString(kUser, kKey, u"x", u"1") &&
+         std::filesystem::remove(place);
+}
+
+TEST(OpenRegistryTest, TakesTheFirstFileThatIsNamed) {
+  const ScratchFolder folder;
+  SetVariable("QUENMAR_REGISTRY", folder / "named.reg");
+  EXPECT_TRUE(WritesTo(folder / "given.reg", folder / "given.reg"));
+  EXPECT_TRUE(WritesTo({}, folder / "named.reg"));
+  SetVariable("QUENMAR_REGISTRY", "");
+#ifndef _WIN32
+  const Path own = "quenmar/registry.reg", inHome = folder / "home/.config" / own;
+  SetVariable("HOME", folder / "home");
+  for (const auto& [config, place] : {std::pair(folder / "config", folder / "config" / own),
+                                      {"", inHome},
+                                      {"relative", inHome}}) {
+    SetVariable("XDG_CONFIG_HOME", config);
+    EXPECT_TRUE(WritesTo({}, place)) << config;
+  }
+  SetVariable("HOME", "");
+  EXPECT_FALSE(WritesTo({}, inHome));
+#endif
+}
 
 }  // namespace
 }  // namespace quenmar
