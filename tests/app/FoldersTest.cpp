@@ -10,223 +10,182 @@
 namespace quenmar {
 namespace {
 
-const QString kSelectDistribution =
-    R"([0] Please, select the "conf-dist" or "conf-tmpl" inside your SVN root folder.)";
-const QString kSelectServer = R"([0] Please, select your "conf" folder inside your Server Root.)";
+const QStringList kSelectDistribution(
+    R"([0] Please, select the "conf-dist" or "conf-tmpl" inside your SVN root folder.)");
+const QStringList kSelectServer("[0] Please, select your \"conf\" folder inside your Server Root.");
 
 }  // namespace
 
 class FoldersTest : public MainFixture {
   Q_OBJECT
 
- private slots:
-  void StartsWithoutStoredFoldersInSilence();
-  void FoldersAreJudgedOnceTheyAreComplete();
-  void EnterJudgesTheSameTextAgain();
-  void ChoosingACompletionIsNotYetTheFolder();
-  void ARefusedFolderKeepsTheFocus();
-  void TypedFoldersAreJudgedBehindThePicker();
-  void ComingBackReadsTheFoldersAgain();
-  void TheSameFolderTwiceIsRefusedFromBothSides();
-  void FoldersArePickedDroppedAndStored();
-};
-
-void FoldersTest::StartsWithoutStoredFoldersInSilence() {
-  Open();
-  QCOMPARE(messages_.Take(), QStringList());
-  QVERIFY(!Enabled());
-  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 0);
-}
-
-void FoldersTest::FoldersAreJudgedOnceTheyAreComplete() {
-  Open();
-  auto* const from = Get<FolderBox>("txt_FileFrom");
-  QTest::keyClicks(from, Folder("empty"));
-  QCOMPARE(messages_.Take(), QStringList());
-  QTest::keyClick(from, Qt::Key_Return);
-  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
-
-  // Completions and other programs take the focus in the middle of typing; another control ends it.
-  from->setText(Folder("missing"));
-  for (const auto& [reason, complete] :
-       {std::pair(Qt::PopupFocusReason, false), std::pair(Qt::ActiveWindowFocusReason, false),
-        std::pair(Qt::TabFocusReason, true)}) {
-    Get<QComboBox>("ConfFiles")->setFocus(Qt::PopupFocusReason);  // a refused box has it
+  /// Gives a box a folder. @return what is said to it.
+  QStringList Set(FolderBox* box, const QString& folder) {
+    box->SetFolder(folder);
+    return messages_.Take();
+  }
+  /// Leaves a folder box, by default for the next control.
+  void Leave(FolderBox* box, Qt::FocusReason reason = Qt::TabFocusReason) {
     QFocusEvent leaving(QEvent::FocusOut, reason);
-    QApplication::sendEvent(from, &leaving);
+    QApplication::sendEvent(box, &leaving);
     QCoreApplication::sendPostedEvents();
-    QCOMPARE(messages_.Take().size(), complete ? 1 : 0);
+  }
+  /// Comes back to the window from another program.
+  void ComeBack() {
+    QEvent back(QEvent::WindowActivate);
+    QApplication::sendEvent(window_.get(), &back);
+    QCoreApplication::processEvents();
   }
 
-  from->SetFolder(Folder("dist") + QDir::separator());
-  QCOMPARE(messages_.Take(), QStringList());
-  auto* const files = Get<QComboBox>("ConfFiles");
-  QStringList names = {files->itemText(0), files->itemText(1)};
-  names.sort();
-  QCOMPARE(names, QStringList({"NEW.CONF", "a.conf"}));
-  QCOMPARE(files->currentIndex(), -1);
-  QVERIFY(!Enabled());
-  WriteFile(*scratch_ / "dist/later.conf", "");
-  from->SetFolder(from->text());  // picked again: it is read again
-  QCOMPARE(files->count(), 3);
+ private slots:
+  void FoldersAreJudgedOnceTheyAreComplete() {
+    Open();
+    QVERIFY(!Enabled() && Files()->count() == 0);
+    QTest::keyClicks(From(), Folder("empty"));
+    QCOMPARE(messages_.Take(), QStringList());
+    QTest::keyClick(From(), Qt::Key_Return);
+    QCOMPARE(messages_.Take(), kSelectDistribution);
 
-  auto* const to = Get<FolderBox>("txt_FileTo");
-  to->SetFolder(Folder("empty"));
-  QCOMPARE(messages_.Take(), QStringList(kSelectServer));
-  to->SetFolder(Folder("conf"));
-  QVERIFY(Enabled());
+    // Completions and other programs take the focus in the middle of typing; a control ends it.
+    From()->setText(Folder("missing"));
+    for (const Qt::FocusReason reason :
+         {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason, Qt::TabFocusReason}) {
+      Files()->setFocus(Qt::PopupFocusReason);  // a refused box has it
+      Leave(From(), reason);
+      QCOMPARE(messages_.Take().size(), reason == Qt::TabFocusReason ? 1 : 0);
+    }
 
-  // Only a folder matches: it makes a candidate, but there is nothing to list.
-  std::filesystem::create_directory(*scratch_ / "empty/x.conf");
-  from->SetFolder(Folder("empty"));
-  QCOMPARE(messages_.Take(),
-           QStringList("[0] The SVN Folder is wrong, there are not .conf files in the path: " +
-                       Folder("empty") + QDir::separator() + "*.conf"));
-  QVERIFY(!Enabled());
-
-  // A text that is still being typed is judged before a command acts on it.
-  from->SetFolder(Folder("dist"));
-  QVERIFY(Enabled());
-  from->setText(Folder("missing"));
-  Get<QPushButton>("Command3")->click();
-  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
-}
-
-void FoldersTest::EnterJudgesTheSameTextAgain() {
-  Open(Main::Folders{"  " + Folder("dist") + "\t", Folder("conf")});
-  auto* const from = Get<FolderBox>("txt_FileFrom");
-  QCOMPARE(from->text(), Folder("dist"));
-  Choose("a.conf");
-  WriteFile(*scratch_ / "dist/later.conf", "");
-  Leave(from);
-  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 2);
-  QTest::keyClick(from, Qt::Key_Return);
-  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 3);
-  QCOMPARE(Get<QComboBox>("ConfFiles")->currentText(), QString("a.conf"));
-  from->setText(" " + Folder("missing") + " ");
-  for (int i = 0; i < 2; ++i) {
-    QTest::keyClick(from, Qt::Key_Return);
-    QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
-    QCOMPARE(from->text(), Folder("missing"));
+    QCOMPARE(Set(From(), Folder("dist") + QDir::separator()), QStringList());
+    QCOMPARE((QSet{Files()->itemText(0), Files()->itemText(1)}),
+             (QSet<QString>{"NEW.CONF", "a.conf"}));
+    QVERIFY(!Enabled() && Files()->currentIndex() == -1);
+    QCOMPARE(Set(To(), Folder("empty")), kSelectServer);
+    QVERIFY(Set(To(), Folder("conf")).isEmpty() && Enabled());
+    // Only a folder matches: it makes a candidate, but there is nothing to list.
+    std::filesystem::create_directory(*scratch_ / "empty/x.conf");
+    QCOMPARE(Set(From(), Folder("empty")),
+             QStringList("[0] The SVN Folder is wrong, there are not .conf files in the path: " +
+                         Folder("empty") + QDir::separator() + "*.conf"));
+    QVERIFY(!Enabled());
+    // A text that is still being typed is judged before a command acts on it.
+    QVERIFY(Set(From(), Folder("dist")).isEmpty() && Enabled());
+    From()->setText(Folder("missing"));
+    Get<QPushButton>("Command3")->click();
+    QCOMPARE(messages_.Take(), kSelectDistribution);
   }
-}
 
-void FoldersTest::ChoosingACompletionIsNotYetTheFolder() {
-  Open();
-  QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-  auto* const from = Get<FolderBox>("txt_FileFrom");
-  from->setFocus();
-  QAbstractItemView* const offered = from->completer()->popup();
-  from->completer()->setModel(new QStringListModel({Folder("empty")}, from));
-  QTest::keyClicks(from, Folder("emp"));
-  QTRY_VERIFY(offered->isVisible());
-  QTest::keyClick(offered, Qt::Key_Down);
-  QTest::keyClick(offered, Qt::Key_Return);
-  QCOMPARE(from->text(), Folder("empty"));
-  QCOMPARE(messages_.Take(), QStringList());
-  QTest::keyClick(from, Qt::Key_Return);
-  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
-}
-
-void FoldersTest::ARefusedFolderKeepsTheFocus() {
-  for (const char* const name : {"txt_FileFrom", "txt_FileTo"}) {
-    const char* const browse = name == std::string("txt_FileFrom") ? "Command1" : "Command2";
-    OpenOnFolders();
-    auto* const box = Get<FolderBox>(name);
-    picked_ = Folder("empty");
-    const std::array<std::function<void()>, 4> ways = {
-        [&] { QTest::keyClick(box, Qt::Key_Return); }, [&] { Leave(box); },
-        [&] { Get<QPushButton>(browse)->click(); },
-        [&] { Drop(box, QUrl::fromLocalFile(Folder("empty")).toEncoded()); }};
-    for (const auto& way : ways) {
-      box->SetFolder(Folder(box == Get<FolderBox>("txt_FileTo") ? "conf" : "dist"));
-      QVERIFY(Enabled());
-      box->setText(Folder("missing"));
-      Get<QPushButton>("Command5")->setFocus();
-      way();
-      QVERIFY(!messages_.Take().isEmpty() && !Enabled());
-      QCOMPARE(window_->focusWidget(), box);
+  void EnterJudgesTheSameTextAgain() {
+    Open(Main::Folders{"  " + Folder("dist") + "\t", Folder("conf")});
+    QCOMPARE(From()->text(), Folder("dist"));
+    WriteFile(*scratch_ / "dist/later.conf", "");
+    Leave(From());
+    QCOMPARE(Files()->count(), 2);
+    QTest::keyClick(From(), Qt::Key_Return);
+    QCOMPARE(Files()->count(), 3);
+    From()->setText(" " + Folder("missing") + " ");
+    for (int i = 0; i < 2; ++i) {
+      QTest::keyClick(From(), Qt::Key_Return);
+      QCOMPARE(messages_.Take(), kSelectDistribution);
+      QCOMPARE(From()->text(), Folder("missing"));
     }
   }
-}
 
-void FoldersTest::TypedFoldersAreJudgedBehindThePicker() {
-  OpenOnFolders();
-  auto* const from = Get<FolderBox>("txt_FileFrom");
-  from->setText(Folder("missing"));
-  whilePicking_ = [this, from] {
-    Leave(from);
+  void ChoosingACompletionIsNotYetTheFolder() {
+    Open();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    From()->setFocus();
+    QAbstractItemView* const offered = From()->completer()->popup();
+    From()->completer()->setModel(new QStringListModel({Folder("empty")}, From()));
+    QTest::keyClicks(From(), Folder("emp"));
+    QTRY_VERIFY(offered->isVisible());
+    QTest::keyClick(offered, Qt::Key_Down);
+    QTest::keyClick(offered, Qt::Key_Return);
+    QCOMPARE(From()->text(), Folder("empty"));
     QCOMPARE(messages_.Take(), QStringList());
-  };
-  Get<QPushButton>("Command1")->click();  // cancelled
-  QCOMPARE(messages_.Take(), QStringList(kSelectDistribution));
-}
+    QTest::keyClick(From(), Qt::Key_Return);
+    QCOMPARE(messages_.Take(), kSelectDistribution);
+  }
 
-void FoldersTest::ComingBackReadsTheFoldersAgain() {
-  OpenOnFolders();
-  auto* const files = Get<QComboBox>("ConfFiles");
-  Choose("a.conf");
-  WriteFile(*scratch_ / "dist/later.conf", "");
-  PressAndClose("Command3", [&](QWidget*) {
+  void ARefusedFolderKeepsTheFocus() {
+    pick_ = [this](auto...) { return Folder("empty"); };
+    for (const bool from : {true, false}) {
+      OpenOnFolders();
+      FolderBox* const box = from ? From() : To();
+      const std::array<std::function<void()>, 4> ways = {
+          [&] { QTest::keyClick(box, Qt::Key_Return); }, [&] { Leave(box); },
+          [&] { Get<QPushButton>(from ? "Command1" : "Command2")->click(); },
+          [&] { Drop(box, QUrl::fromLocalFile(Folder("empty")).toEncoded()); }};
+      for (const auto& way : ways) {
+        box->SetFolder(Folder(from ? "dist" : "conf"));
+        QVERIFY(Enabled());
+        box->setText(Folder("missing"));
+        Get<QPushButton>("Command5")->setFocus();
+        way();
+        QVERIFY(!messages_.Take().isEmpty() && !Enabled());
+        QCOMPARE(window_->focusWidget(), box);
+      }
+    }
+  }
+
+  void ComingBackReadsTheFoldersAgain() {
+    OpenOnFolders("a.conf");
+    WriteFile(*scratch_ / "dist/later.conf", "");
+    PressAndClose("Command3", [&](QWidget*) {
+      ComeBack();
+      QCOMPARE(Files()->count(), 2);  // not under an open window
+    });
     ComeBack();
-    QCOMPARE(files->count(), 2);  // not under an open window
-  });
-  ComeBack();
-  QCOMPARE(files->count(), 3);
-  QCOMPARE(files->currentText(), QString("a.conf"));
+    QCOMPARE(Files()->count(), 3);
+    QCOMPARE(Files()->currentText(), QString("a.conf"));
 
-  std::filesystem::rename(*scratch_ / "conf", *scratch_ / "away");
-  ComeBack();
-  QVERIFY(!Enabled());
-  QCOMPARE(messages_.Take(), QStringList(kSelectServer));
-  ComeBack();
-  std::filesystem::rename(*scratch_ / "away", *scratch_ / "conf");
-  ComeBack();
-  QVERIFY(Enabled());
-  // What is still being typed waits.
-  Get<FolderBox>("txt_FileFrom")->setText(Folder("missing"));
-  ComeBack();
-  QVERIFY(Enabled());
-  QCOMPARE(messages_.Take(), QStringList());
-}
+    std::filesystem::rename(*scratch_ / "conf", *scratch_ / "away");
+    ComeBack();
+    QVERIFY(!Enabled());
+    ComeBack();
+    QCOMPARE(messages_.Take(), kSelectServer);
+    std::filesystem::rename(*scratch_ / "away", *scratch_ / "conf");
+    ComeBack();
+    // What is still being typed waits.
+    From()->setText(Folder("missing"));
+    ComeBack();
+    QVERIFY(Enabled() && messages_.Take().isEmpty());
+  }
 
-void FoldersTest::TheSameFolderTwiceIsRefusedFromBothSides() {
-  OpenOnFolders();
-  Get<FolderBox>("txt_FileTo")->SetFolder(Folder("dist"));
-  QCOMPARE(messages_.Take(), QStringList("[0] Please, select a diferent folder."));
-  QVERIFY(!Enabled());
-  Get<FolderBox>("txt_FileTo")->SetFolder(Folder("conf"));
-  QVERIFY(Enabled());
-  // Also by another name of it.
-  Get<FolderBox>("txt_FileFrom")->SetFolder(Folder("dist") + "/../conf");
-  QCOMPARE(messages_.Take(), QStringList("[0] Please, don't select the same folder."));
-  QVERIFY(!Enabled());
-  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 0);
-  // Swapped folders put right.
-  Get<FolderBox>("txt_FileTo")->SetFolder(Folder("dist"));
-  QVERIFY(Enabled());
-  QCOMPARE(Get<QComboBox>("ConfFiles")->count(), 1);
-}
+  void TheSameFolderTwiceIsRefusedFromBothSides() {
+    OpenOnFolders();
+    QCOMPARE(Set(To(), Folder("dist")), QStringList("[0] Please, select a diferent folder."));
+    QVERIFY(!Enabled());
+    QVERIFY(Set(To(), Folder("conf")).isEmpty() && Enabled());
+    QCOMPARE(Set(From(), Folder("dist") + "/../conf"),  // also by another name of it
+             QStringList("[0] Please, don't select the same folder."));
+    QVERIFY(!Enabled() && Files()->count() == 0);
+    QVERIFY(Set(To(), Folder("dist")).isEmpty() && Enabled());  // swapped folders put right
+    QCOMPARE(Files()->count(), 1);
+  }
 
-void FoldersTest::FoldersArePickedDroppedAndStored() {
-  OpenOnFolders();
-  QVERIFY(LoadOptions(*registry_).svnPath.empty());
-  picked_ = QString();
-  QTest::mouseClick(Get<QPushButton>("Command2"), Qt::LeftButton);
-  QCOMPARE(pickerCalls_, QStringList("Main|Server Conf:|" + Folder("conf")));
-  picked_ = Folder("empty");
-  QTest::mouseClick(Get<QPushButton>("Command2"), Qt::LeftButton);
-  QCOMPARE(messages_.Take(), QStringList(kSelectServer));
-
-  auto* const from = Get<FolderBox>("txt_FileFrom");
-  from->clear();
-  Drop(from, QUrl::fromLocalFile(Folder("dist")).toEncoded());
-  QCOMPARE(from->text(), Folder("dist"));
-
-  const Options stored = LoadOptions(*registry_);
-  QCOMPARE(ToQString(stored.serverPath), Folder("empty"));
-  QCOMPARE(ToQString(stored.svnPath), Folder("dist"));
-}
+  void FoldersArePickedDroppedAndStored() {
+    OpenOnFolders();
+    QVERIFY(LoadOptions(*registry_).svnPath.empty());
+    QStringList calls;
+    pick_ = [&](QWidget* owner, const QString& title, const QString& folder) {
+      Leave(From());  // a typed folder is judged behind the picker
+      calls << owner->objectName() + "|" + title + "|" + folder << messages_.Take();
+      return QString();
+    };
+    From()->setText(Folder("missing"));
+    Click("Command2");
+    QCOMPARE(calls, QStringList("Main|Server Conf:|" + Folder("conf")));
+    QCOMPARE(messages_.Take(), kSelectDistribution);
+    pick_ = [this](auto...) { return Folder("empty"); };
+    Click("Command2");
+    QCOMPARE(messages_.Take(), kSelectServer);
+    Drop(From(), QUrl::fromLocalFile(Folder("dist")).toEncoded());
+    QCOMPARE(From()->text(), Folder("dist"));
+    const Options stored = LoadOptions(*registry_);
+    QCOMPARE(ToQString(stored.serverPath), Folder("empty"));
+    QCOMPARE(ToQString(stored.svnPath), Folder("dist"));
+  }
+};
 
 }  // namespace quenmar
 

@@ -1,5 +1,3 @@
-#include <QAbstractButton>
-#include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
@@ -8,18 +6,13 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
-#include <QtTest>
 
-#include "ScratchFolder.h"
-#include "app/MainWindow.h"
-#include "registry/FileRegistry.h"
-#include "widgets/GuiMessages.h"
-#include "widgets/PrivateState.h"
+#include "app/MainFixture.h"
 
 namespace quenmar {
 namespace {
 
-const QString kSource = QUENMAR_SOURCE_DIR;
+const std::string kSource = QUENMAR_SOURCE_DIR;
 
 /// Texts of one language, by where they stand.
 using Texts = QMap<QString, QString>;
@@ -68,76 +61,62 @@ void Collect(const QWidget* window, Texts& texts) {
 
 }  // namespace
 
-class TranslationTest : public QObject {
+class TranslationTest : public MainFixture {
   Q_OBJECT
 
- private slots:
-  void TheSampleTranslatesAllThatIsVisible();
-
- private:
   /// @return what the three windows show on the sample folders.
-  Texts Shown(const Language& language);
-  PrivateState state_;
-  ScratchFolder scratch_;
-};
-
-Texts TranslationTest::Shown(const Language& language) {
-  Texts texts;
-  FileRegistry options(scratch_ / "options.reg");
-  GuiMessages messages;
-  Main window(options, language, messages, PlatformFolderPicker(),
-              Main::Folders{kSource + "/examples/conf-dist", kSource + "/examples/conf"});
-  window.show();
-  Collect(&window, texts);
-  window.findChild<QComboBox*>("ConfFiles")->setCurrentText("drops.conf");
-  for (const char* const command : {"Command3", "Command5"}) {
-    QTimer poll;
-    connect(&poll, &QTimer::timeout, this, [&texts] {
-      QWidget* const opened = QApplication::activeModalWidget();
-      if (opened == nullptr) return;
-      // A tick on a new setting brings up the hint on what ticks mean.
-      if (auto* const news = opened->findChild<QListWidget*>("lstParameters0"); news != nullptr) {
-        const bool ticked = news->item(0)->checkState() == Qt::Checked;
-        news->item(0)->setCheckState(ticked ? Qt::Unchecked : Qt::Checked);
-      }
-      Collect(opened, texts);
-      opened->close();
-    });
-    poll.start(0);
-    window.findChild<QAbstractButton*>(command)->click();
-  }
-  return texts;
-}
-
-void TranslationTest::TheSampleTranslatesAllThatIsVisible() {
-  const Path file = PathFromText(FromQString(kSource + "/examples/spanish.reg"));
-  const Language spanish = Language::LoadLanguage(FileRegistry(file));
-  const Language english;
-  QStringList lacking;
-  for (size_t number = 0; number < kMessages; ++number) {
-    const String& text = spanish.Text(static_cast<Message>(number));
-    const String& original = english.Text(static_cast<Message>(number));
-    bool same = text == original;
-    for (const StringView mark : {u"%1", u"%2", u"\\n", u"->", u"<-"}) {
-      same = same || Contains(text, mark) != Contains(original, mark);
+  Texts Shown(const Language& language) {
+    Texts texts;
+    language_ = language;
+    const auto folder = [](const char* name) { return QString::fromStdString(kSource + name); };
+    Open(Main::Folders{folder("/examples/conf-dist"), folder("/examples/conf")});
+    Collect(window_.get(), texts);
+    Files()->setCurrentText("drops.conf");
+    for (const char* const command : {"Command3", "Command5"}) {
+      PressAndClose(command, [&texts](QWidget* opened) {
+        // A tick on a new setting brings up the hint on what ticks mean.
+        if (auto* const news = opened->findChild<QListWidget*>("lstParameters0"); news != nullptr) {
+          const bool ticked = news->item(0)->checkState() == Qt::Checked;
+          news->item(0)->setCheckState(ticked ? Qt::Unchecked : Qt::Checked);
+        }
+        Collect(opened, texts);
+      });
     }
-    // Their blanks give the grid's columns their widths.
-    same =
-        same || text.find(u'|') != original.find(u'|') || text.rfind(u'|') != original.rfind(u'|');
-    if (same) lacking << QString("LNG%1").arg(number + 1);
+    return texts;
   }
-  const Texts before = Shown(english);
-  const Texts after = Shown(spanish);
-  QCOMPARE(after.keys(), before.keys());
-  for (auto text = before.begin(); text != before.end(); ++text) {
-    const QString& translated = after[text.key()];
-    const bool same = translated == *text && !text->isEmpty() && *text != "...";
-    const bool sortList = text->contains(ToQString(english.Text(Message::kSortParameterList))) ||
-                          translated.contains(ToQString(spanish.Text(Message::kSortParameterList)));
-    if (same || sortList) lacking << text.key() + " = " + *text;
+
+ private slots:
+  void TheSampleTranslatesAllThatIsVisible() {
+    const Path file(kSource + "/examples/spanish.reg");
+    const Language spanish = Language::LoadLanguage(FileRegistry(file));
+    const Language english;
+    QStringList lacking;
+    for (size_t number = 0; number < kMessages; ++number) {
+      const String& text = spanish.Text(static_cast<Message>(number));
+      const String& original = english.Text(static_cast<Message>(number));
+      bool same = text == original;
+      for (const StringView mark : {u"%1", u"%2", u"\\n", u"->", u"<-"}) {
+        same = same || Contains(text, mark) != Contains(original, mark);
+      }
+      // Their blanks give the grid's columns their widths.
+      same = same || text.find(u'|') != original.find(u'|') ||
+             text.rfind(u'|') != original.rfind(u'|');
+      if (same) lacking << QString("LNG%1").arg(number + 1);
+    }
+    const Texts before = Shown(english);
+    const Texts after = Shown(spanish);
+    QCOMPARE(after.keys(), before.keys());
+    for (auto text = before.begin(); text != before.end(); ++text) {
+      const QString& translated = after[text.key()];
+      const bool same = translated == *text && !text->isEmpty() && *text != "...";
+      const bool sortList =
+          text->contains(ToQString(english.Text(Message::kSortParameterList))) ||
+          translated.contains(ToQString(spanish.Text(Message::kSortParameterList)));
+      if (same || sortList) lacking << text.key() + " = " + *text;
+    }
+    QVERIFY2(lacking.empty(), qPrintable(lacking.join('\n')));
   }
-  QVERIFY2(lacking.empty(), qPrintable(lacking.join('\n')));
-}
+};
 
 }  // namespace quenmar
 
