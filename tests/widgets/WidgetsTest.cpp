@@ -20,17 +20,6 @@ using namespace message_style;
 class WidgetsTest : public QObject {
   Q_OBJECT
 
- private slots:
-  void EscapeChangesNothing_data();
-  void EscapeChangesNothing();
-  void BoxesKeepToTheScreen_data();
-  void BoxesKeepToTheScreen();
-  void ShortTextsNeedNoScrolling();
-  void BoxesStandOverTheWindow();
-  void WindowsFitOnTheScreen();
-  void WindowsRememberTheirSize();
-
- private:
   /// Shows a message box and acts on it once it has the focus. @return the answer.
   Button Answer(const String& text, int style, const String& details,
                 const std::function<void(MessageDialog*)>& act) {
@@ -50,140 +39,136 @@ class WidgetsTest : public QObject {
   }
 
   PrivateState state_;
-};
 
-void WidgetsTest::EscapeChangesNothing_data() {
-  QTest::addColumn<int>("style");
-  QTest::addColumn<Button>("onEnter");
-  QTest::addColumn<Button>("onEscape");
-  QTest::newRow("message") << kOk << Button::kOk << Button::kOk;
-  QTest::newRow("failure") << (kOk | kCritical) << Button::kOk << Button::kOk;
-  QTest::newRow("apply") << (kYesNo | kQuestion) << Button::kYes << Button::kCancel;
-  QTest::newRow("ignore") << (kYesNo | kQuestion | kDefaultButton2) << Button::kNo
-                          << Button::kCancel;
-  QTest::newRow("remove") << (kYesNoCancel | kQuestion | kDefaultButton2) << Button::kNo
-                          << Button::kCancel;
-}
-
-void WidgetsTest::EscapeChangesNothing() {
-  QFETCH(int, style);
-  const ShownCursor busy(Qt::WaitCursor);
-  const auto answer = [&](const std::function<void(MessageDialog*)>& act) {
-    return Answer(u"one <b>\ntwo", style, {}, [&](MessageDialog* box) {
-      QCOMPARE(box->windowTitle(), QString("Title"));
-      QCOMPARE(box->findChild<MessageText*>()->toPlainText(), QString("one <b>\ntwo"));
-      QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-      act(box);
-    });
-  };
-  QTEST(answer([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); }), "onEnter");
-  QTEST(answer([](QWidget* box) { QTest::keyClick(box, Qt::Key_Escape); }), "onEscape");
-  QTEST(answer([](QWidget* box) { box->close(); }), "onEscape");
-  if ((style & kButtons) == kOk) return;
-  QCOMPARE(answer([](QWidget* box) { QTest::keyClick(box, 'y'); }), Button::kYes);
-  QCOMPARE(answer([](QWidget* box) { QTest::keyClick(box, 'n'); }), Button::kNo);
-  QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
-}
-
-void WidgetsTest::BoxesKeepToTheScreen_data() {
-  QTest::addColumn<String>("text");
-  QTest::addColumn<String>("details");
-  String lines, path;
-  for (int i = 0; i < 500; ++i) {
-    lines += u"- some_setting: a line of the file that is long\n";
-    path += u"/folder";
-  }
-  QTest::newRow("long text") << lines << String();
-  QTest::newRow("path") << path << String();
-  QTest::newRow("details") << String(u"Apply?") << lines + path;
-  QTest::newRow("both") << lines << lines;
-}
-
-void WidgetsTest::BoxesKeepToTheScreen() {
-  QFETCH(String, text);
-  QFETCH(String, details);
-  Answer(text, kYesNo, details, [&](MessageDialog* box) {
-    const QRect screen = box->screen()->availableGeometry();
-    if (!details.empty()) {
-      auto* const button = box->findChild<QPushButton*>("showDetails");
-      button->setFocus();
-      QTest::keyClick(button, Qt::Key_Return);  // is no answer
-      QCoreApplication::processEvents();
-      QVERIFY(box->findChild<MessageText*>("messageDetails")->height() > screen.height() / 4);
+ private slots:
+  void EscapeChangesNothing() {
+    struct Case {
+      int style;
+      Button onEnter, onEscape;
+    };
+    const Case cases[] = {
+        {kOk, Button::kOk, Button::kOk},
+        {kOk | kCritical, Button::kOk, Button::kOk},
+        {kYesNo | kQuestion, Button::kYes, Button::kCancel},
+        {kYesNo | kQuestion | kDefaultButton2, Button::kNo, Button::kCancel},
+        {kYesNoCancel | kQuestion | kDefaultButton2, Button::kNo, Button::kCancel},
+    };
+    const ShownCursor busy(Qt::WaitCursor);
+    for (const auto& [style, onEnter, onEscape] : cases) {
+      const auto answer = [&, style = style](auto act) {
+        return Answer(u"one <b>\ntwo", style, {}, [act](MessageDialog* box) {
+          QCOMPARE(box->windowTitle(), QString("Title"));
+          QCOMPARE(box->findChild<MessageText*>()->toPlainText(), QString("one <b>\ntwo"));
+          QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+          act(box);
+        });
+      };
+      const auto onKey = [&](auto key) {
+        return answer([key](QWidget* box) { QTest::keyClick(box, key); });
+      };
+      QCOMPARE(onKey(Qt::Key_Return), onEnter);
+      QCOMPARE(onKey(Qt::Key_Escape), onEscape);
+      QCOMPARE(answer([](QWidget* box) { box->close(); }), onEscape);
+      if ((style & kButtons) == kOk) continue;
+      QCOMPARE(onKey('y'), Button::kYes);
+      QCOMPARE(onKey('n'), Button::kNo);
     }
+    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  }
+
+  void BoxesKeepToTheScreen() {
+    String lines, path;
+    for (int i = 0; i < 500; ++i) {
+      lines += u"- some_setting: a line of the file that is long\n";
+      path += u"/folder";
+    }
+    const std::pair<String, String> cases[] = {
+        {lines, u""}, {path, u""}, {u"Apply?", lines + path}, {lines, lines}};
+    for (const auto& [text, details] : cases) {
+      Answer(text, kYesNo, details, [&text = text, &details = details](MessageDialog* box) {
+        const QRect screen = box->screen()->availableGeometry();
+        if (!details.empty()) {
+          auto* const button = box->findChild<QPushButton*>("showDetails");
+          button->setFocus();
+          QTest::keyClick(button, Qt::Key_Return);  // is no answer
+          QCoreApplication::processEvents();
+          QVERIFY(box->findChild<MessageText*>("messageDetails")->height() > screen.height() / 4);
+        }
 #ifdef Q_OS_WIN
-    // Where Wine's windows are in the end is up to the window manager around it.
-    const QRect whole = QRect(screen.topLeft(), box->frameGeometry().size());
+        // Where Wine's windows are in the end is up to the window manager around it.
+        const QRect whole = QRect(screen.topLeft(), box->frameGeometry().size());
 #else
-    const QRect whole = box->frameGeometry();
+        const QRect whole = box->frameGeometry();
 #endif
-    QVERIFY2(screen.contains(whole), qPrintable(QDebug::toString(whole)));
-    for (const QPushButton* const button : box->findChildren<QPushButton*>()) {
-      const QRect place(button->mapTo(box, QPoint()), button->size());
-      QVERIFY(box->rect().contains(place) && button->width() >= button->sizeHint().width());
-    }
-    auto* const shown = box->findChild<MessageText*>("messageText");
-    QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);  // a path wraps
-    shown->selectAll();
-    shown->copy();
-    QCOMPARE(FromQString(QGuiApplication::clipboard()->text()), text);
-  });
-}
-
-void WidgetsTest::ShortTextsNeedNoScrolling() {
-  for (const String& text :
-       {String(u"Saved!"), String(90, u'x'), String(u"- a: b\r\n+ a: c\r\n")}) {
-    Answer(text, kYesNo, text, [](MessageDialog* box) {
-      box->findChild<QPushButton*>("showDetails")->click();
-      QCoreApplication::processEvents();
-      for (const MessageText* const shown : box->findChildren<MessageText*>()) {
-        QCOMPARE(shown->verticalScrollBar()->maximum(), 0);
-        QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);
-      }
-    });
-  }
-}
-
-void WidgetsTest::BoxesStandOverTheWindow() {
-  QWidget window;
-  window.show();
-  QDialog editor(&window);
-  for (QWidget* const expected : {&window, static_cast<QWidget*>(&editor)}) {
-    if (expected == &editor) editor.open();
-    for (int i = 0; i < 2; ++i) {  // one behind the other
-      Answer(u"?", kOk, {},
-             [expected](MessageDialog* box) { QCOMPARE(box->parentWidget(), expected); });
+        QVERIFY2(screen.contains(whole), qPrintable(QDebug::toString(whole)));
+        for (const QPushButton* const button : box->findChildren<QPushButton*>()) {
+          const QRect place(button->mapTo(box, QPoint()), button->size());
+          QVERIFY(box->rect().contains(place) && button->width() >= button->sizeHint().width());
+        }
+        auto* const shown = box->findChild<MessageText*>("messageText");
+        QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);  // a path wraps
+        shown->selectAll();
+        shown->copy();
+        QCOMPARE(FromQString(QGuiApplication::clipboard()->text()), text);
+      });
     }
   }
-}
 
-void WidgetsTest::WindowsFitOnTheScreen() {
-  QWidget window;
-  auto* const content = new QWidget;
-  content->setMinimumSize(4000, 4000);
-  auto* const column = new QVBoxLayout(&window);
-  column->addWidget(MakeScrollable(content));
-  window.setGeometry(700, 500, 3000, 3000);
-  new WindowGeometry(&window, "large");
-  window.show();
-  QVERIFY(QTest::qWaitForWindowActive(&window));
-  QVERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
-}
+  void ShortTextsNeedNoScrolling() {
+    for (const String& text :
+         {String(u"Saved!"), String(90, u'x'), String(u"- a: b\r\n+ a: c\r\n")}) {
+      Answer(text, kYesNo, text, [](MessageDialog* box) {
+        box->findChild<QPushButton*>("showDetails")->click();
+        QCoreApplication::processEvents();
+        for (const MessageText* const shown : box->findChildren<MessageText*>()) {
+          QCOMPARE(shown->verticalScrollBar()->maximum(), 0);
+          QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);
+        }
+      });
+    }
+  }
 
-void WidgetsTest::WindowsRememberTheirSize() {
-  const auto sizeAfter = [](const QString& key, QSize change) {
+  void BoxesStandOverTheWindow() {
     QWidget window;
-    window.resize(200, 100);
-    new WindowGeometry(&window, key);
     window.show();
-    window.resize(window.size() + change);
-    window.close();
-    return window.size();
-  };
-  QCOMPARE(sizeAfter("a", {50, 20}), QSize(250, 120));
-  QCOMPARE(sizeAfter("a", {0, 0}), QSize(250, 120));
-  QCOMPARE(sizeAfter("b", {0, 0}), QSize(200, 100));
-}
+    QDialog editor(&window);
+    for (QWidget* const expected : {&window, static_cast<QWidget*>(&editor)}) {
+      if (expected == &editor) editor.open();
+      for (int i = 0; i < 2; ++i) {  // one behind the other
+        Answer(u"?", kOk, {},
+               [expected](MessageDialog* box) { QCOMPARE(box->parentWidget(), expected); });
+      }
+    }
+  }
+
+  void WindowsFitOnTheScreen() {
+    QWidget window;
+    auto* const content = new QWidget;
+    content->setMinimumSize(4000, 4000);
+    auto* const column = new QVBoxLayout(&window);
+    column->addWidget(MakeScrollable(content));
+    window.setGeometry(700, 500, 3000, 3000);
+    new WindowGeometry(&window, "large");
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
+  }
+
+  void WindowsRememberTheirSize() {
+    const auto sizeAfter = [](const QString& key, QSize change) {
+      QWidget window;
+      window.resize(200, 100);
+      new WindowGeometry(&window, key);
+      window.show();
+      window.resize(window.size() + change);
+      window.close();
+      return window.size();
+    };
+    QCOMPARE(sizeAfter("a", {50, 20}), QSize(250, 120));
+    QCOMPARE(sizeAfter("a", {0, 0}), QSize(250, 120));
+    QCOMPARE(sizeAfter("b", {0, 0}), QSize(200, 100));
+  }
+};
 
 }  // namespace quenmar
 
