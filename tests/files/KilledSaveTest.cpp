@@ -1,19 +1,11 @@
 // Saves that are killed at a random moment, as POSIX systems do it.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/mount.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <functional>
 #include <optional>
@@ -21,7 +13,6 @@
 #include <thread>
 
 #include "ScratchFolder.h"
-#include "files/FileError.h"
 #include "files/Files.h"
 
 namespace quenmar {

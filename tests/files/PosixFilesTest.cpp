@@ -4,21 +4,15 @@
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <functional>
 #include <optional>
-#include <random>
-#include <thread>
 
 #include "ScratchFolder.h"
 #include "files/FileError.h"
@@ -37,24 +31,19 @@ struct Unprivileged {
 };
 
 /// Lets no file grow beyond `most` bytes for as long as it lives, as a full disk would.
-class SizeLimit {
- public:
-  explicit SizeLimit(rlim_t most) {
-    ::getrlimit(RLIMIT_FSIZE, &before_);
-    Set(most);
-  }
+struct SizeLimit {
+  explicit SizeLimit(rlim_t most) : before(Set(most)) {}
   SizeLimit(const SizeLimit&) = delete;
   SizeLimit& operator=(const SizeLimit&) = delete;
-  ~SizeLimit() { ::setrlimit(RLIMIT_FSIZE, &before_); }
-  static void Set(rlim_t most) {
+  ~SizeLimit() { Set(before); }
+  static rlim_t Set(rlim_t most) {
     rlimit limit{};
     ::getrlimit(RLIMIT_FSIZE, &limit);
-    limit.rlim_cur = most;
+    const rlim_t was = std::exchange(limit.rlim_cur, most);
     ::setrlimit(RLIMIT_FSIZE, &limit);
+    return was;
   }
-
- private:
-  rlimit before_{};
+  rlim_t before;
 };
 
 /// Something mounted at a path for as long as it lives.
@@ -85,6 +74,11 @@ int ErrorOf(const std::function<void()>& action) {
     return error.Number();
   }
   return 0;
+}
+
+int ErrorAsUser(const std::function<void()>& action) {
+  const Unprivileged unprivileged;
+  return ErrorOf(action);
 }
 
 int ReplaceError(const Path& path, const std::string& bytes = "new") {
@@ -121,10 +115,7 @@ class PosixFiles : public ::testing::Test {
     if (way == Way::kHardLink && !fs::exists(copy_)) fs::create_hard_link(file_, copy_);
     if (way != Way::kLockedFolder) return ReplaceError(file_, bytes);
     SetFolderMode(0555);
-    const int error = [&] {
-      const Unprivileged unprivileged;
-      return ReplaceError(file_, bytes);
-    }();
+    const int error = ErrorAsUser([&] { ReplaceBytes(file_, bytes); });
     SetFolderMode(0777);
     return error;
   }
@@ -223,8 +214,7 @@ TEST_F(PosixFiles, AFullDiskKeepsTheOldContent) {
 TEST_F(PosixFiles, AWriteProtectionIsRespected) {
   Make(file_, 0444);
   SetFolderMode(0777);
-  const Unprivileged unprivileged;
-  EXPECT_EQ(ReplaceError(file_), EACCES) << "renaming passed over a write protection";
+  EXPECT_EQ(ErrorAsUser([&] { ReplaceBytes(file_, "new"); }), EACCES);
   EXPECT_EQ(State(file_), "444old");
   EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), {}), 1);
 }
@@ -239,17 +229,11 @@ TEST_F(PosixFiles, WhatCannotBeReplacedIsWrittenInPlace) {
     }
   }
   SetFolderMode(0555);
-  {
-    const Unprivileged unprivileged;
-    EXPECT_EQ(ReplaceError(folder_ / "other"), EACCES);
-  }
+  EXPECT_EQ(ErrorAsUser([&] { ReplaceBytes(folder_ / "other", "new"); }), EACCES);
   if (::geteuid() != 0) GTEST_SKIP() << "the rest needs files of another user, and mounting";
   Make(folder_ / "foreign", 0666, 0);
   SetFolderMode(01777);
-  {
-    const Unprivileged unprivileged;
-    EXPECT_EQ(ReplaceError(folder_ / "foreign"), 0);
-  }
+  EXPECT_EQ(ErrorAsUser([&] { ReplaceBytes(folder_ / "foreign", "new"); }), 0);
   EXPECT_EQ(State(folder_ / "foreign"), "666new");
   Make(folder_ / "point", 0600);
   const Mount mount((folder_ / "foreign").c_str(), folder_ / "point", nullptr, MS_BIND, nullptr);
@@ -288,16 +272,14 @@ TEST_F(PosixFiles, ACopyIsWholeOrNotMade) {
     Make(other, 0644);
     test.make();
     SetFolderMode(test.folderMode);
-    const auto before = fs::exists(fs::symlink_status(copy_)) ? StatusOf(copy_).st_ino : 0;
-    int error = 0;
-    {
-      const Unprivileged unprivileged;
-      error = ErrorOf([&] { CopyBeside(file_, "old", copy_); });
-    }
+    const auto inode = [&] {
+      return fs::exists(fs::symlink_status(copy_)) ? StatusOf(copy_).st_ino : 0;
+    };
+    const auto before = inode();
+    const int error = ErrorAsUser([&] { CopyBeside(file_, "old", copy_); });
     SetFolderMode(0777);
     EXPECT_EQ(error, test.error);
-    const auto after = fs::exists(fs::symlink_status(copy_)) ? StatusOf(copy_).st_ino : 0;
-    EXPECT_EQ(after == before, error != 0);
+    EXPECT_EQ(inode() == before, error != 0);
     if (error == 0) {
       EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(copy_)));
       EXPECT_EQ(State(copy_), "640old");
@@ -383,22 +365,18 @@ TEST_F(PosixFiles, PipesAndDevicesAreWrittenNotReplaced) {
 
 TEST_F(PosixFiles, OwnersStayAndABackUpThatCannotKeepThemIsPrivate) {
   if (::geteuid() != 0) GTEST_SKIP() << "only the administrator gives files away";
-  const auto owner = [this] {
-    struct stat status {};
-    return ::stat(file_.c_str(), &status) == 0 ? status.st_uid : 1;
-  };
   Make(file_, 0660);
   ReplaceBytes(file_, "old");
-  EXPECT_EQ(owner(), Unprivileged::User());
+  EXPECT_EQ(StatusOf(file_).st_uid, Unprivileged::User());
   Make(file_, 0660, 0);
   SetFolderMode(0777);
-  {
-    const Unprivileged unprivileged;  // a member of the group, yet not the owner
+  const auto save = [this] {
     CopyBeside(file_, "old", copy_);
-    EXPECT_EQ(ReplaceError(file_), 0);
-  }
+    ReplaceBytes(file_, "new");
+  };
+  EXPECT_EQ(ErrorAsUser(save), 0);  // a member of the group, yet not the owner
   EXPECT_EQ(State(copy_) + State(file_), "600old660new");
-  EXPECT_EQ(owner(), 0U);
+  EXPECT_EQ(StatusOf(file_).st_uid, 0U);
 }
 
 }  // namespace
