@@ -51,79 +51,66 @@ DWORD WriteError(const Path& file) {
   return number;
 }
 
-TEST(WindowsFiles, AReadOnlyFileKeepsItsContent) {
-  const ScratchFolder folder;
-  const Path file = folder / "file";
-  WriteInPlace(file, "old");
-  ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
-  if (std::FILE* const open = ::_wfopen(file.c_str(), L"r+")) {
+class WindowsFiles : public ::testing::Test {
+ protected:
+  void SetUp() override { WriteInPlace(file_, "old"); }
+
+  ScratchFolder folder_;
+  Path file_ = folder_ / "file";
+  Path copy_ = folder_ / "copy";
+};
+
+TEST_F(WindowsFiles, AReadOnlyFileKeepsItsContent) {
+  ::SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_READONLY);
+  if (std::FILE* const open = ::_wfopen(file_.c_str(), L"r+")) {
     std::fclose(open);
     GTEST_SKIP() << "Wine lets root write to any file";
   }
-  EXPECT_EQ(WriteError(file), DWORD{ERROR_ACCESS_DENIED});
-  EXPECT_EQ(ErrorOf([&file] { CopyBeside(file, "new", file); }), DWORD{ERROR_ACCESS_DENIED});
-  EXPECT_EQ(ReadBytes(file), "old");
-  ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+  EXPECT_EQ(WriteError(file_), DWORD{ERROR_ACCESS_DENIED});
+  EXPECT_EQ(ErrorOf([this] { CopyBeside(file_, "new", file_); }), DWORD{ERROR_ACCESS_DENIED});
+  EXPECT_EQ(ReadBytes(file_), "old");
+  ::SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST(WindowsFiles, ABusyFileKeepsItsContent) {
-  const ScratchFolder folder;
-  const Path file = folder / "file";
-  WriteInPlace(file, "old");
-  {
-    const Busy reader(file, FILE_SHARE_READ);
-    EXPECT_EQ(WriteError(file), DWORD{ERROR_SHARING_VIOLATION});
-    EXPECT_EQ(ReadBytes(file), "old");
+TEST_F(WindowsFiles, ABusyFileKeepsItsContentUnlessItIsShared) {
+  for (const DWORD sharing : {DWORD{0}, DWORD{FILE_SHARE_READ}}) {
+    const Busy reader(file_, sharing);
+    EXPECT_EQ(WriteError(file_), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_EQ(ErrorOf([this] { (void)ReadBytes(file_); }),
+              sharing == 0 ? DWORD{ERROR_SHARING_VIOLATION} : DWORD{0});
   }
-  {
-    const Busy reader(file, 0);
-    EXPECT_EQ(WriteError(file), DWORD{ERROR_SHARING_VIOLATION});
-    EXPECT_EQ(ErrorOf([&file] { (void)ReadBytes(file); }), DWORD{ERROR_SHARING_VIOLATION});
-  }
-  EXPECT_EQ(ReadBytes(file), "old");
-}
-
-TEST(WindowsFiles, WhatCannotBeReplacedIsWrittenInPlace) {
-  const ScratchFolder folder;
-  const Path file = folder / "file";
-  const Path link = folder / "link";
+  EXPECT_EQ(ReadBytes(file_), "old");
   for (const std::string bytes : {"longer", "", "new"}) {
-    WriteInPlace(file, "old");
     {
-      const Busy reader(file, FILE_SHARE_READ | FILE_SHARE_WRITE);
-      EXPECT_EQ(ErrorOf([&] { ReplaceBytes(file, bytes); }), 0U);
+      const Busy reader(file_, FILE_SHARE_READ | FILE_SHARE_WRITE);
+      EXPECT_EQ(ErrorOf([&] { ReplaceBytes(file_, bytes); }), 0U);
     }
-    EXPECT_EQ(ReadBytes(file), bytes);
+    EXPECT_EQ(ReadBytes(file_), bytes);
   }
-  ASSERT_NE(::CreateHardLinkW(link.c_str(), file.c_str(), nullptr), 0);
-  ReplaceBytes(file, "both");
-  EXPECT_EQ(ReadBytes(link), "both");
 }
 
-TEST(WindowsFiles, ACopyIsWholeOrNotMade) {
-  const ScratchFolder folder;
-  const Path file = folder / "file";
-  const Path copy = folder / "copy";
-  WriteInPlace(file, "old");
-  const auto copyError = [&] { return ErrorOf([&] { CopyBeside(file, "copied", copy); }); };
-  ASSERT_NE(::CreateHardLinkW(copy.c_str(), file.c_str(), nullptr), 0);
+TEST_F(WindowsFiles, ACopyIsWholeOrNotMade) {
+  const auto copyError = [this] { return ErrorOf([this] { CopyBeside(file_, "copied", copy_); }); };
+  ASSERT_NE(::CreateHardLinkW(copy_.c_str(), file_.c_str(), nullptr), 0);
+  ReplaceBytes(file_, "both");
+  EXPECT_EQ(ReadBytes(copy_), "both");
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(copyError(), 0U);
-    EXPECT_EQ(ReadBytes(copy), "copied");
-    EXPECT_EQ(ReadBytes(file), "old");
+    EXPECT_EQ(ReadBytes(copy_), "copied");
+    EXPECT_EQ(ReadBytes(file_), "both");
   }
   {
-    const Busy reader(copy, FILE_SHARE_READ);
+    const Busy reader(copy_, FILE_SHARE_READ);
     EXPECT_NE(copyError(), 0U);
   }
-  ::DeleteFileW(copy.c_str());
-  std::filesystem::create_directory(copy);
+  ::DeleteFileW(copy_.c_str());
+  std::filesystem::create_directory(copy_);
   EXPECT_NE(copyError(), 0U);
-  EXPECT_EQ(KindOf(copy), FileKind::kFolder);
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Folder()), {}), 2);
+  EXPECT_EQ(KindOf(copy_), FileKind::kFolder);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Folder()), {}), 2);
 }
 
-TEST(WindowsFiles, AMissingDriveIsToldAndListsNothing) {
+TEST_F(WindowsFiles, AMissingDriveIsToldAndListsNothing) {
   std::wstring root = L"A:\\";
   while (::GetDriveTypeW(root.c_str()) != DRIVE_NO_ROOT_DIR) ASSERT_LE(++root.front(), L'Z');
   const Path drive = root;
@@ -135,10 +122,9 @@ TEST(WindowsFiles, AMissingDriveIsToldAndListsNothing) {
   EXPECT_NE(ErrorOf([&drive] { WriteInPlace(drive / "x.conf", "x"); }), 0U);
 }
 
-TEST(WindowsFiles, PathsMayBeLong) {
-  const ScratchFolder scratch;
+TEST_F(WindowsFiles, PathsMayBeLong) {
   const std::wstring prefix = LR"(\\?\)";
-  Path folder = scratch.Folder();
+  Path folder = folder_.Folder();
   while (folder.native().size() < 400) {
     folder /= std::wstring(50, L'\u00E9');
     ASSERT_NE(::CreateDirectoryW((prefix + folder.native()).c_str(), nullptr), 0);
@@ -159,16 +145,15 @@ TEST(WindowsFiles, PathsMayBeLong) {
   ASSERT_EQ(entries.size(), 1U);
   EXPECT_EQ(entries[0].name, "a.CONF");
   ::DeleteFileW((prefix + folder.native() + L"\\copy").c_str());
-  for (::DeleteFileW((prefix + file.native()).c_str()); folder != scratch.Folder();
+  for (::DeleteFileW((prefix + file.native()).c_str()); folder != folder_.Folder();
        folder = folder.parent_path()) {
     ::RemoveDirectoryW((prefix + folder.native()).c_str());
   }
 }
 
-TEST(WindowsFiles, OneFolderHasSeveralNames) {
-  const ScratchFolder folder;
-  const std::wstring name = folder.Folder().native();
-  const Path other = folder / "other";
+TEST_F(WindowsFiles, OneFolderHasSeveralNames) {
+  const std::wstring name = folder_.Folder().native();
+  const Path other = folder_ / "other";
   std::filesystem::create_directory(other);
   EXPECT_TRUE(IsSame(name, name + L"\\"));
   EXPECT_TRUE(IsSame(name, LR"(\\?\)" + name));
