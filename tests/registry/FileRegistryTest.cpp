@@ -46,6 +46,7 @@ TEST_F(FileRegistryTest, ReadsWhatAnImportWouldGive) {
       {kHead + "\"x\"=\"a\"\r\n\"x\"=-\r\n", u"default"},
       {kHead + "\"x\"=\"a\"\r\n[Other]\r\n\"x\"=\"b\"\r\n" + kSection + R"("y"="c")", u"a"},
       {kHead + "\"x\"=\"a\"\r\n[-HKEY_LOCAL_MACHINE\\software\\QUENMAR]\r\n", u"default"},
+      {kHead + "\"x\"=\"a\"\r\n[-HKEY_LOCAL_MACHINE\\Software\\Quen]\r\n", u"a"},
       {"REGEDIT4\n[-HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\n\"x\"=\"a\"\n", u"default"},
       {kHead + "\"x\"=dword:00000001\r\n", u"default"},
       {kHead + "\"x\"=hex(2):61,\\\r\n  00\r\n", u"default"},
