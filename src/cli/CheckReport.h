@@ -2,12 +2,15 @@
 #pragma once
 
 #include <iosfwd>
+#include <nlohmann/json.hpp>
 
 #include "cli/Console.h"
-#include "cli/TreeJson.h"
 #include "compare/FileReport.h"
 
 namespace quenmar {
+
+/// JSON whose keys stay in the order in which they are set.
+using Json = nlohmann::ordered_json;
 
 /// @return the report as an object: `{"file","status","new","obsolete","changed","inactive",
 /// "series","findings"}`.

@@ -28,6 +28,11 @@ struct CommandContext {
 
   /// @param mayRepair false where nothing may be written: a repair then happens in memory
   [[nodiscard]] ConfReader::BareLineFeeds BareLineFeeds(bool mayRepair = true) const;
+
+  /// Hands over what the command needs no more; see `ConsoleStreams::kept`.
+  void Leave(std::shared_ptr<const void> trees) const {
+    if (streams.kept != nullptr) streams.kept->push_back(std::move(trees));
+  }
 };
 
 /// Something the user asked for cannot be done; `what` is the sentence to show.

@@ -13,15 +13,16 @@ int RunCompare(const CompareArguments& arguments, const CommandContext& context)
       !ReadConfFile(arguments.server, documents.server, documents.serverSeries, context)) {
     return kTrouble;
   }
-  ChangeComparison comparison(std::move(documents), arguments.sort);
-  comparison.FillResultTrees();
+  const auto comparison = std::make_shared<ChangeComparison>(std::move(documents), arguments.sort);
+  comparison->FillResultTrees();
 
-  PrintTreesJson(context.streams.out, {{"NewFields", &comparison.NewFields()},
-                                       {"NewSeries", &comparison.NewSeries()},
-                                       {"ActualFields", &comparison.ActualFields()},
-                                       {"ActualSeries", &comparison.ActualSeries()},
-                                       {"DeletedFields", &comparison.DeletedFields()},
-                                       {"DeletedSeries", &comparison.DeletedSeries()}});
+  PrintTreesJson(context.streams.out, {{"NewFields", &comparison->NewFields()},
+                                       {"NewSeries", &comparison->NewSeries()},
+                                       {"ActualFields", &comparison->ActualFields()},
+                                       {"ActualSeries", &comparison->ActualSeries()},
+                                       {"DeletedFields", &comparison->DeletedFields()},
+                                       {"DeletedSeries", &comparison->DeletedSeries()}});
+  context.Leave(comparison);
   return kNothingToDo;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,9 @@ struct ConsoleStreams {
   std::ostream& err;  ///< questions and messages, UTF-8
   bool interactive = false;  ///< a person sits at `in`
   bool colours = false;      ///< `out` shows colours
+  /// Receives the trees of a command when it ends, if given: a process that ends as well has no
+  /// need to spend time on freeing them.
+  std::vector<std::shared_ptr<const void>>* kept = nullptr;
 };
 
 /// Exit statuses, as `diff` has them.

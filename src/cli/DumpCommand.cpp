@@ -1,6 +1,7 @@
 #include <ostream>
 
 #include "cli/Commands.h"
+#include "cli/OutputBuffer.h"
 #include "cli/TreeJson.h"
 
 namespace quenmar {
@@ -15,10 +16,16 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context) {
     PrintTreesJson(out, {{"settings", settings.get()}, {"series", series.get()}});
   } else {
     // In the file's own character set, which has every character of it.
+    const ConfCharset charset = notes.file.Charset();
     Document& tree = arguments.xml == "settings" ? *settings : *series;
-    if (notes.file.Charset() == ConfCharset::kUtf8) tree.SetEncoding(u"UTF-8");
-    out << EncodeConfText(tree.XMLExport(), notes.file.Charset()).value();
+    if (charset == ConfCharset::kUtf8) tree.SetEncoding(u"UTF-8");
+    OutputBuffer buffer(out);
+    tree.XMLExport(
+        [&](StringView piece) { buffer.Append(EncodeConfText(piece, charset).value()); });
+    buffer.Flush();
   }
+  context.Leave(settings);
+  context.Leave(series);
   return complete ? kNothingToDo : kTrouble;
 }
 

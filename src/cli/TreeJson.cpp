@@ -1,43 +1,108 @@
 #include "cli/TreeJson.h"
 
-#include <ostream>
-#include <string>
+#include <array>
+#include <string_view>
 #include <utility>
 
+#include "cli/OutputBuffer.h"
 #include "text/Charset.h"
 
 namespace quenmar {
 
 namespace {
 
-void SetParameters(Json& list, const Parameters& parameters) {
-  list.clear();
-  for (const Parameter& parameter : parameters) {
-    list.push_back({{"name", ToUtf8(parameter.Name())}, {"value", ToUtf8(parameter.Value())}});
+/// @return how JSON writes a control character, a quotation mark or a backslash; empty for a
+/// character that needs no escape.
+std::string_view EscapeOf(char16_t character) {
+  switch (character) {
+    case u'"':
+      return "\\\"";
+    case u'\\':
+      return "\\\\";
+    case u'\b':
+      return "\\b";
+    case u'\f':
+      return "\\f";
+    case u'\n':
+      return "\\n";
+    case u'\r':
+      return "\\r";
+    case u'\t':
+      return "\\t";
+    default:
+      return {};
   }
+}
+
+bool IsPlain(char16_t character) {
+  return character >= 0x20 && character < 0x80 && character != u'"' && character != u'\\';
+}
+
+void AppendSpecial(OutputBuffer& out, char16_t character) {
+  const std::string_view escape = EscapeOf(character);
+  out.Append(escape);
+  if (!escape.empty()) return;
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  out.Append("\\u00");
+  out.Append(kDigits[character >> 4U]);
+  out.Append(kDigits[character & 0xFU]);
+}
+
+void AppendText(OutputBuffer& out, StringView text) {
+  out.Append('"');
+  for (size_t i = 0; i < text.size();) {
+    if (IsPlain(text[i])) {
+      out.Append(static_cast<char>(text[i++]));
+    } else if (text[i] < 0x80) {
+      AppendSpecial(out, text[i++]);
+    } else {
+      const size_t start = i;  // halves of a surrogate pair stay together
+      while (i < text.size() && text[i] >= 0x80) ++i;
+      out.Append(ToUtf8(text.substr(start, i - start)));
+    }
+  }
+  out.Append('"');
+}
+
+/// Appends the two members that fields and parameters begin with.
+template <class Element>
+void AppendNameAndValue(OutputBuffer& out, const Element& element) {
+  out.Append(R"({"name":)");
+  AppendText(out, element.Name());
+  out.Append(R"(,"value":)");
+  AppendText(out, element.Value());
+}
+
+void AppendField(OutputBuffer& out, const Field& field) {
+  AppendNameAndValue(out, field);
+  out.Append(R"(,"parameters":[)");
+  std::string_view separator;
+  for (const Parameter& parameter : field.Parameters()) {
+    out.Append(std::exchange(separator, ","));
+    AppendNameAndValue(out, parameter);
+    out.Append('}');
+  }
+  out.Append("]}");
 }
 
 }  // namespace
 
-void PrintTreesJson(std::ostream& out, std::initializer_list<NamedTree> trees) {
-  // One object serves every field, and its strings are reached without looking up their keys.
-  Json object = {{"name", ""}, {"value", ""}, {"parameters", Json::array()}};
-  auto& name = object["name"].get_ref<std::string&>();
-  auto& value = object["value"].get_ref<std::string&>();
-  Json& parameters = object["parameters"];
-  const char* separator = "{\n";
+void PrintTreesJson(std::ostream& stream, std::initializer_list<NamedTree> trees) {
+  OutputBuffer out(stream);
+  std::string_view separator = "{\n\"";
   for (const auto& [key, tree] : trees) {
-    out << std::exchange(separator, ",\n") << Json(key).dump() << ": [";
-    const char* start = "\n ";
+    out.Append(std::exchange(separator, ",\n\""));
+    out.Append(key);
+    out.Append("\": [");
+    std::string_view start = "\n ";
     for (const Field& field : tree->Fields()) {
-      name = ToUtf8(field.Name());
-      value = ToUtf8(field.Value());
-      SetParameters(parameters, field.Parameters());
-      out << std::exchange(start, ",\n ") << object.dump();
+      out.Append(std::exchange(start, ",\n "));
+      AppendField(out, field);
     }
-    out << ']';
+    out.Append(']');
   }
-  out << "\n}\n";
+  out.Append("\n}\n");
+  out.Flush();
 }
 
 }  // namespace quenmar

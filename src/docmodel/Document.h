@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -11,6 +12,9 @@
 #include "text/String.h"
 
 namespace quenmar {
+
+/// Takes the pieces of a text one by one.
+using TextSink = std::function<void(StringView)>;
 
 /// A node of the document tree: a name, attributes (`Parameters`), named values (`Fields`) and
 /// child nodes (`Childs`). The tree is navigated downward only. Not safe for use from two threads.
@@ -73,6 +77,10 @@ class Document {
   /// @return the text; empty for a root named "xml" that holds nothing.
   [[nodiscard]] String XMLExport();
 
+  /// The same, handed to `sink` piece by piece, so that a large tree does not need its text in
+  /// memory.
+  void XMLExport(const TextSink& sink);
+
   /// Writes `XMLExport` to a file; see `StringtoFile`.
   [[nodiscard]] bool XMLExportFile(const Path& fileName, EventLog& log = SystemEventLog());
 
@@ -83,8 +91,7 @@ class Document {
                                          EventLog& log = SystemEventLog());
 
  private:
-  [[nodiscard]] String ExportElement(int depth);
-  void ExportFields(class AppendString& text, int depth) const;
+  void ExportElement(const TextSink& sink, int depth) const;
 
   bool busy_ = false;
   bool stopOnLoadError_ = false;

@@ -39,6 +39,7 @@ class Field : public Counted {
   SharedText value_;
   quenmar::Parameters parameters_;
   Fields* owner_ = nullptr;  // told of a new name; null when the field stands in no collection
+  bool isFirst_ = false;     // known to be the first one of its name in there
 };
 
 }  // namespace quenmar

@@ -68,11 +68,19 @@ Fields::~Fields() {
 }
 
 int Fields::IndexOf(StringView name) const {
+  if (next_ < elements_.size() && elements_[next_]->isFirst_ &&
+      SameText(elements_[next_]->Name(), name)) {
+    return static_cast<int>(next_++);
+  }
   const Hash hash = HashOf(name);
   for (size_t i = FindHash(hashes_, hash, 0); i < hashes_.size();
        i = FindHash(hashes_, hash, i + 1)) {
-    if (SameText(elements_[i]->Name(), name)) return static_cast<int>(i);
+    if (!SameText(elements_[i]->Name(), name)) continue;
+    elements_[i]->isFirst_ = true;
+    next_ = i + 1;
+    return static_cast<int>(i);
   }
+  missing_ = name;
   return kNone;
 }
 
@@ -114,17 +122,26 @@ Fields::Pointer Fields::SearchField(StringView fieldName, bool ignoreCase) const
 
 void Fields::Sort(bool ascendent) {
   SortByName(ascendent);
-  std::transform(elements_.begin(), elements_.end(), hashes_.begin(),
-                 [](const Pointer& field) { return HashOf(field->Name()); });
+  StringView previous;
+  for (size_t i = 0; i < elements_.size(); ++i) {
+    quenmar::Field& field = *elements_[i];
+    hashes_[i] = HashOf(field.Name());
+    field.isFirst_ = i == 0 || field.Name() != previous;  // equal names are neighbours now
+    previous = field.Name();
+  }
 }
 
-void Fields::NameChanged(const quenmar::Field& field) {
+void Fields::NameChanged(quenmar::Field& field) {
   // From the end: the field that was just added is the one most often named.
   const auto hit =
       std::find_if(elements_.rbegin(), elements_.rend(),
                    [&field](const Pointer& element) { return element.get() == &field; });
   const auto position = static_cast<size_t>(elements_.rend() - hit) - 1;
   hashes_[position] = HashOf(field.Name());
+  // A field behind it may have had the new name before it.
+  for (size_t i = position + 1; i < elements_.size(); ++i) elements_[i]->isFirst_ = false;
+  field.isFirst_ = !missing_.empty() && missing_ == field.Name();
+  missing_.clear();
 }
 
 }  // namespace quenmar

@@ -10,7 +10,8 @@ namespace quenmar {
 
 /// The named values of a `Document`, in order. A lookup by name is a linear scan; to make its step
 /// cheap, a 16-bit hash of each name stands in an array of its own, where one instruction compares
-/// eight of them.
+/// eight of them. Two trees are mostly in the same order, so a lookup first tries the field behind
+/// the one found last, provided that no field before it has the same name.
 class Fields : public Collection<Field, Ref<Field>> {
  public:
   Fields() = default;
@@ -43,9 +44,11 @@ class Fields : public Collection<Field, Ref<Field>> {
   friend class quenmar::Field;
 
   [[nodiscard]] int Find(const NameOrIndex& nameOrIndex) const;
-  void NameChanged(const quenmar::Field& field);
+  void NameChanged(quenmar::Field& field);
 
   std::vector<std::uint16_t> hashes_;  // of the names, position by position
+  mutable size_t next_ = 0;            // the position behind the last field that was found
+  mutable String missing_;             // a name that no field has; empty where none is known
 };
 
 }  // namespace quenmar

@@ -1,5 +1,6 @@
 // The export of a `Document` tree as XML text and to a file.
 #include <exception>
+#include <initializer_list>
 
 #include "docmodel/AppendString.h"
 #include "docmodel/Document.h"
@@ -9,18 +10,6 @@
 namespace quenmar {
 
 namespace {
-
-String Indent(int depth) { return String(static_cast<size_t>(depth), u'\t'); }
-
-/// Attribute values are written as they stand, without any escaping.
-void AppendParameters(AppendString& text, const Parameters& parameters) {
-  for (const Parameter& parameter : parameters) {
-    for (const StringView piece : {StringView(u" "), parameter.Name().View(), StringView(u"=\""),
-                                   parameter.Value().View(), StringView(u"\"")}) {
-      text.AddToString(piece);
-    }
-  }
-}
 
 class BusyScope {
  public:
@@ -33,58 +22,66 @@ class BusyScope {
   bool& busy_;
 };
 
+void Write(const TextSink& sink, std::initializer_list<StringView> pieces) {
+  for (const StringView piece : pieces) sink(piece);
+}
+
+/// Attribute values are written as they stand, without any escaping.
+void WriteParameters(const TextSink& sink, const Parameters& parameters) {
+  for (const Parameter& parameter : parameters) {
+    Write(sink, {u" ", parameter.Name(), u"=\"", parameter.Value(), u"\""});
+  }
+}
+
+void WriteFields(const TextSink& sink, const Fields& fields, int depth) {
+  const String indent(static_cast<size_t>(depth), u'\t');
+  for (const Field& field : fields) {
+    Write(sink, {indent, u"<", field.Name()});
+    WriteParameters(sink, field.Parameters());
+    String value(field.Value());
+    if (value.empty()) {
+      sink(u"/>\r\n");
+    } else {
+      Write(sink, {u">", XmlEscape(value), u"</", field.Name(), u">\r\n"});
+    }
+  }
+}
+
 }  // namespace
 
 String Document::XMLExport() {
-  const BusyScope scope(busy_);
-  return ExportElement(0);
-}
-
-String Document::ExportElement(int depth) {
-  if (name_.empty()) {
-    if (depth != 0) return {};
-    SetName(u"xml");
-  }
   AppendString text;
-  text.AddToString(Indent(depth) + u"<" + name_);
-  AppendParameters(text, parameters_);
-  if (fields_.Count() == 0 && childs_.Count() == 0) {
-    text.AddToString(u"/>\r\n");
-    String element = text.ReturnString();
-    return element == u"<xml/>\r\n" ? String() : element;
-  }
-
-  text.AddToString(u">\r\n");
-  ExportFields(text, depth + 1);
-  for (Document& child : childs_) text.AddToString(child.ExportElement(depth + 1));
-  text.AddToString(Indent(depth) + u"</" + name_ + u">\r\n");
-  if (depth != 0) return text.ReturnString();
-
-  // The defaults stay in the tree, as callers can see afterwards.
-  version_ = Version();
-  encoding_ = Encoding();
-  return u"<?xml version=\"" + version_ + u"\" encoding=\"" + encoding_ + u"\"?>\r\n" +
-         text.ReturnString();
+  XMLExport([&text](StringView piece) { text.AddToString(piece); });
+  return text.ReturnString();
 }
 
-void Document::ExportFields(AppendString& text, int depth) const {
-  const String indent = Indent(depth);
-  for (const Field& field : fields_) {
-    text.AddToString(indent);
-    text.AddToString(u"<");
-    text.AddToString(field.Name());
-    AppendParameters(text, field.Parameters());
-    String value(field.Value());
-    if (value.empty()) {
-      text.AddToString(u"/>\r\n");
-      continue;
-    }
-    text.AddToString(u">");
-    text.AddToString(XmlEscape(value));
-    text.AddToString(u"</");
-    text.AddToString(field.Name());
-    text.AddToString(u">\r\n");
+void Document::XMLExport(const TextSink& sink) {
+  const BusyScope scope(busy_);
+  if (name_.empty()) SetName(u"xml");
+  if (fields_.Count() > 0 || childs_.Count() > 0) {
+    // The defaults stay in the tree, as callers can see afterwards.
+    version_ = Version();
+    encoding_ = Encoding();
+    Write(sink, {u"<?xml version=\"", version_, u"\" encoding=\"", encoding_, u"\"?>\r\n"});
   }
+  ExportElement(sink, 0);
+}
+
+void Document::ExportElement(const TextSink& sink, int depth) const {
+  if (name_.empty()) return;
+  const String indent(static_cast<size_t>(depth), u'\t');
+  const bool empty = fields_.Count() == 0 && childs_.Count() == 0;
+  if (empty && depth == 0 && name_ == u"xml" && parameters_.Count() == 0) return;
+  Write(sink, {indent, u"<", name_});
+  WriteParameters(sink, parameters_);
+  if (empty) {
+    sink(u"/>\r\n");
+    return;
+  }
+  sink(u">\r\n");
+  WriteFields(sink, fields_, depth + 1);
+  for (const Document& child : childs_) child.ExportElement(sink, depth + 1);
+  Write(sink, {indent, u"</", name_, u">\r\n"});
 }
 
 bool Document::XMLExportFile(const Path& fileName, EventLog& log) {
