@@ -79,11 +79,10 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 
 /// Reads a file; bare LF line ends end lines, unless they are to be repaired.
 /// @param notes receives what else was seen, if given
-/// @param mayRepair as in `CommandContext::BareLineFeeds`
 /// @return whether the file was read to its end.
 [[nodiscard]] bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
                                 std::shared_ptr<Document>& series, const CommandContext& context,
-                                ConfNotes* notes = nullptr, bool mayRepair = true);
+                                ConfReader::Comments comments, ConfNotes* notes = nullptr);
 
 /// @return the path of `file` in `folder`. Throws `CommandTrouble` when `file` is no mere name.
 [[nodiscard]] Path FileIn(const Path& folder, const Path& file);

@@ -9,8 +9,9 @@ namespace quenmar {
 int RunCompare(const CompareArguments& arguments, const CommandContext& context) {
   ConfDocuments documents;
   if (!ReadConfFile(arguments.distribution, documents.distribution, documents.distributionSeries,
-                    context) ||
-      !ReadConfFile(arguments.server, documents.server, documents.serverSeries, context)) {
+                    context, ConfReader::Comments::kLeftOut) ||
+      !ReadConfFile(arguments.server, documents.server, documents.serverSeries, context,
+                    ConfReader::Comments::kLeftOut)) {
     return kTrouble;
   }
   const auto comparison = std::make_shared<ChangeComparison>(std::move(documents), arguments.sort);

@@ -182,10 +182,10 @@ ConfReader::BareLineFeeds CommandContext::BareLineFeeds(bool mayRepair) const {
 
 bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
                   std::shared_ptr<Document>& series, const CommandContext& context,
-                  ConfNotes* notes, bool mayRepair) {
+                  ConfReader::Comments comments, ConfNotes* notes) {
   context.messages.SetSubject(file);
   const ConfReader reader(context.options, context.language, context.messages,
-                          context.BareLineFeeds(mayRepair));
+                          context.BareLineFeeds(), comments);
   return reader.LoadConfFile(file, settings, series, notes);
 }
 

@@ -10,7 +10,8 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context) {
   std::shared_ptr<Document> settings;
   std::shared_ptr<Document> series;
   ConfNotes notes;
-  const bool complete = ReadConfFile(arguments.file, settings, series, context, &notes);
+  const bool complete =
+      ReadConfFile(arguments.file, settings, series, context, ConfReader::Comments::kKept, &notes);
   std::ostream& out = context.streams.out;
   if (arguments.xml.empty()) {
     PrintTreesJson(out, {{"settings", settings.get()}, {"series", series.get()}});
