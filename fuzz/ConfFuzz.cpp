@@ -139,8 +139,9 @@ class Run {
     CheckNothingLost(comparison, distribution, server);
     MoveSome(comparison);
     const SeriesGroups groups = comparison.FillSeries(answers_, language_);
-    SaveAndReadBack(comparison.ActualFields(), groups,
-                    CharsetForSaving(server.notes, distribution.notes));
+    SaveAndReadBack(
+        comparison.ActualFields(), groups,
+        CharsetForSaving(server.notes.file.Encoding(), distribution.notes.file.Encoding()));
   }
 
  private:
@@ -173,14 +174,15 @@ class Run {
   }
 
   static void CheckNoEndIsMissed(const Path& path, std::string_view bytes) {
-    const auto decoded = DecodeConfText(bytes);
-    const std::string mark = decoded->mark ? "\xEF\xBB\xBF" : "";
-    Require(mark + EncodeConfText(decoded->text, decoded->charset).value() == bytes,
-            "every byte survives decoding and encoding");
-    ConfLines lines(decoded->text, ConfLines::LineFeed::kEndsLine);
-    for (StringView line; lines.Next(line);) {
-      Require(line.find_first_of(u"\r\n") == StringView::npos, "no line end is within a line");
+    const ConfFile file(path, std::string(bytes));
+    std::string again(bytes.substr(0, bytes.size() - file.Body().size()));
+    for (const ConfLine& line : file.Lines(u"")) {
+      Require(line.bytes.find_first_of("\r\n") == std::string_view::npos,
+              "no line end is within a line");
+      again += EncodeConfText(file.Text(line.bytes), file.Charset()).value();
+      again += BytesOf(line.end);
     }
+    Require(again == bytes, "every byte survives decoding and encoding");
     Require(ReadBytes(path) == bytes, "reading leaves the file alone");
   }
 
@@ -222,7 +224,7 @@ class Run {
     const Path path = folder_ / "saved.conf";
     const ConfWriter writer(options_, language_, answers_);
     try {
-      const std::string bytes = writer.EncodeLines(writer.ConfFileLines(settings, groups), charset);
+      const std::string bytes = writer.ConfFileBytes(settings, groups, charset);
       if (OtherCharset(bytes, charset)) return;  // the user is warned of it
     } catch (const RuntimeError&) {
       return;  // the distribution's entries have characters that the server's character set lacks
@@ -237,15 +239,15 @@ class Run {
     const SeriesGroups firstGroups(*first.series);
     const Trees second = Saved(path, *first.settings, firstGroups, charset);
     const std::string bytes = ReadBytes(path);
-    const std::vector<String> lines =
-        writer.ConfFileLines(*second.settings, SeriesGroups(*second.series));
-    Require(writer.EncodeLines(lines, charset) == bytes, "saving what was read changes nothing");
-    Require(ListSaveChanges(bytes, lines, bytes, options_.series).Empty(),
+    const std::string again =
+        writer.ConfFileBytes(*second.settings, SeriesGroups(*second.series), charset);
+    Require(again == bytes, "saving what was read changes nothing");
+    const ConfFile after(path, bytes, charset);
+    Require(ListSaveChanges(ConfFile(path, bytes), after, options_.series).Empty(),
             "a save that changes nothing lists no changes");
-    const std::string apart = bytes + "\r\n";
-    Require(!ListSaveChanges(apart, lines, bytes, options_.series).Empty(),
-            "a save that changes a byte lists a change");
-    const SaveChanges reformatted = ListSaveChanges(apart, lines, bytes, options_.series);
+    const SaveChanges reformatted =
+        ListSaveChanges(ConfFile(path, bytes + "\r\n"), after, options_.series);
+    Require(!reformatted.Empty(), "a save that changes a byte lists a change");
     Require(
         reformatted.changes.empty() && reformatted.lostCommentLines == 0 && !reformatted.reordered,
         "lines that stay are no changes");
@@ -258,7 +260,8 @@ class Run {
     const std::string before = existed ? ReadBytes(path) : std::string();
     OpenedFile file = OpenedFile::FromDisk(path);
     file.charset = charset;
-    Require(ConfWriter(options_, language_, answers_).SaveConfFile(file, settings, groups),
+    const ConfWriter writer(options_, language_, answers_);
+    Require(writer.SaveBytes(file, writer.ConfFileBytes(settings, groups, charset)),
             "what was read can be saved");
     Require(
         !existed || ReadBytes(path) == before || ReadBytes(folder_ / "saved.conf.bak") == before,
@@ -269,7 +272,7 @@ class Run {
     Require(ConfReader(patient, language_, answers_)
                 .LoadConfFile(path, trees.settings, trees.series, &trees.notes),
             "what was saved can be read");
-    Require(trees.notes.ascii || trees.notes.charset == charset,
+    Require(trees.notes.file.Encoding().ascii || trees.notes.file.Charset() == charset,
             "what was saved has its character set");
     return trees;
   }

@@ -46,11 +46,9 @@ TEST_F(ChangeComparisonTest, SortsSettingsIntoThreeTrees) {
   EXPECT_EQ(Fields1252(comparison_->ActualFields()), "m=40{}\nc=50{}\n");
   EXPECT_EQ(Fields1252(comparison_->DeletedFields()), "own=9{}\nKey=20{}\nold=8{}\n");
   EXPECT_TRUE(comparison_->HasListChanges());
-  EXPECT_TRUE(comparison_->IsMandatory(u"key") && comparison_->StartsChecked(u"key"));
-  EXPECT_FALSE(comparison_->IsMandatory(u"opt") || comparison_->StartsChecked(u"opt"));
-  EXPECT_FALSE(comparison_->IsMandatory(u"own") || comparison_->StartsChecked(u"own"));
-  documents_.distribution->Fields().Field(u"opt")->Parameters().Parameter(1)->SetValue(u"2");
-  EXPECT_TRUE(!comparison_->IsMandatory(u"opt") && comparison_->StartsChecked(u"opt"));
+  EXPECT_TRUE(comparison_->IsMandatory(u"key"));
+  EXPECT_FALSE(comparison_->IsMandatory(u"opt"));
+  EXPECT_FALSE(comparison_->IsMandatory(u"own"));
 
   Compare(kDistribution, kServer, true);
   EXPECT_EQ(Values(comparison_->NewFields()), "key=2 opt=3 z=1");

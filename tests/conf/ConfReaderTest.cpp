@@ -191,7 +191,7 @@ TEST_F(ConfReaderTest, RepairsBareLineFeeds) {
   bareLineFeeds_ = ConfReader::BareLineFeeds::kRepairInFile;
   EXPECT_TRUE(LoadAgain());
   EXPECT_EQ(ReadFile(path_), "a: 1\r\n");
-  EXPECT_EQ(notes_.bytes, "a: 1\r\n");
+  EXPECT_EQ(notes_.file.Bytes(), "a: 1\r\n");
   EXPECT_TRUE(Load("a: 1\r\nb: 2\n")) << "no line is read twice where nobody is asked";
   EXPECT_EQ(Values(*settings_), "a=1 b=2");
   EXPECT_EQ(ReadFile(path_), "a: 1\r\r\nb: 2\r\n");
@@ -212,11 +212,11 @@ TEST_F(ConfReaderTest, TakesBareLineFeedsForLineEnds) {
 TEST_F(ConfReaderTest, KnowsTheCharacterSet) {
   const auto value = [this](std::string_view content) {
     EXPECT_TRUE(Load(content));
-    EXPECT_EQ(notes_.bytes, content);
+    EXPECT_EQ(notes_.file.Bytes(), content);
     return ToUtf8(settings_->Fields().Field(u"a")->Value()) +
-           (notes_.ascii                           ? ", ascii"
-            : notes_.charset == ConfCharset::kUtf8 ? ", utf-8"
-                                                   : "");
+           (notes_.file.Encoding().ascii                  ? ", ascii"
+            : notes_.file.Charset() == ConfCharset::kUtf8 ? ", utf-8"
+                                                          : "");
   };
   EXPECT_EQ(value("a: x\r\n"), "x, ascii");
   EXPECT_EQ(value("a: caf\xC3\xA9\r\n"), "café, utf-8");
@@ -266,7 +266,7 @@ TEST_F(ConfReaderTest, NotesWhatIsWorthTelling) {
   EXPECT_THAT(findings("//b: 1\r\na: 1\r\n x\"y: 2 \r\n"), ElementsAre("3Nx\"y: 2"));
   EXPECT_EQ(notes_.troubleLine, 3);
   EXPECT_EQ(notes_.trouble, u"Illegal character in name");
-  EXPECT_THAT(notes_.activeNames, ElementsAre(u"a", u"x\"y"));
+  EXPECT_THAT(notes_.active, ElementsAre(false, true, true));
 }
 
 TEST_F(ConfReaderTest, ReportsALineEndRepairThatFails) {

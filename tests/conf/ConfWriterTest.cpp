@@ -53,7 +53,9 @@ class ConfWriterTest : public ::testing::Test {
   }
 
   bool Save(OpenedFile& file) {
-    return ConfWriter(options_, language_, messages_).SaveConfFile(file, settings_, SeriesGroups());
+    return ConfWriter(options_, language_, messages_)
+        .SaveBytes(file, ConfWriter(options_, language_, messages_)
+                             .ConfFileBytes(settings_, SeriesGroups(), file.charset));
   }
 
   ScratchFolder folder_;
@@ -183,11 +185,9 @@ TEST_F(ConfWriterTest, WritesTheCharacterSetOfTheFile) {
     EXPECT_TRUE(Save());
     EXPECT_EQ(ReadFile(path_), after);
   }
-  const ConfNotes ascii;
-  ConfNotes windows1252;
-  windows1252.ascii = false;
-  ConfNotes utf8 = windows1252;
-  utf8.charset = ConfCharset::kUtf8;
+  const ConfEncoding ascii = EncodingOf("a: 1");
+  const ConfEncoding windows1252 = EncodingOf("a: \xE9");
+  const ConfEncoding utf8 = EncodingOf("a: \xC3\xA9");
   EXPECT_EQ(CharsetForSaving(ascii, utf8), ConfCharset::kUtf8);
   EXPECT_EQ(CharsetForSaving(windows1252, utf8), ConfCharset::kWindows1252);
   EXPECT_EQ(CharsetForSaving(utf8, windows1252), ConfCharset::kUtf8);
@@ -278,7 +278,7 @@ TEST_F(ConfWriterTest, WhatWasWrittenReadsBackAndWritesTheSameBytes) {
       }
       const ConfWriter writer(options_, language_, messages_);
       const std::string bytes =
-          writer.EncodeLines(writer.ConfFileLines(*settings, SeriesGroups(*series)), notes.charset);
+          writer.ConfFileBytes(*settings, SeriesGroups(*series), notes.file.Charset());
       if (pass == 2 || (pass == 1 && !joined)) {
         EXPECT_EQ(bytes, written) << content;
       }

@@ -33,11 +33,9 @@ TEST(Functions, TextFilesKeepEveryByte) {
   EXPECT_FALSE(WriteTextFile(folder / "missing" / "f", u"x"));
 }
 
-TEST(Functions, MessagesBreakLinesInTheCallersText) {
+TEST(Functions, MessagesBreakLinesAndFillPlaceholders) {
   ScriptedMessages messages;
-  String text = u"a\\nb\nc %2 %1";
-  EXPECT_EQ(ShowMessage(messages, text, 64, {u"one", u"t\\no"}), Button::kOk);
-  EXPECT_EQ(text, u"a\r\nb\nc t\\no one");
+  EXPECT_EQ(ShowMessage(messages, u"a\\nb\nc %2 %1", 64, {u"one", u"t\\no"}), Button::kOk);
   EXPECT_EQ(messages.shown.at(0), (ScriptedMessages::Shown{"a\r\nb\nc t\\no one", 64}));
   ShowMessage(messages, u"%1 %2 %3 %", 0, {u"a %1 or %2.conf", u"b"});
   EXPECT_EQ(messages.shown.at(1).text, "a %1 or %2.conf b %3 %");

@@ -20,12 +20,17 @@ std::string Bytes(const std::vector<String>& lines) {
   return bytes;
 }
 
+SaveChanges ChangesOf(std::string_view before, std::string_view after,
+                      ConfCharset charset = ConfCharset::kUtf8) {
+  return ListSaveChanges({{}, std::string(before)}, {{}, std::string(after), charset}, kSeries);
+}
+
 /// @return each change as "kind name old>new", with "//" before the name of a commented-out line;
 /// then the number of lost comment lines and a word for each change of the whole file.
 std::vector<std::string> Changes(std::string_view oldBytes, const std::vector<String>& newLines) {
   const char* const kKinds[] = {"added", "removed", "changed", "activated", "on", "off"};
   std::vector<std::string> lines;
-  const SaveChanges result = ListSaveChanges(oldBytes, newLines, Bytes(newLines), kSeries);
+  const SaveChanges result = ChangesOf(oldBytes, Bytes(newLines));
   for (const SaveChange& change : result.changes) {
     lines.push_back(std::string(kKinds[static_cast<size_t>(change.kind)]) +
                     (change.commented ? " //" : " ") + ToUtf8(change.name) + " " +
@@ -84,8 +89,8 @@ TEST(SaveChanges, NoticesEveryOtherByte) {
 TEST(SaveChanges, ReadAsADifferenceOfTexts) {
   const std::vector<String> lines = {u"a: 9",     u"b: 2",   u"new: 4",
                                      u"//npc: c", u"npc: d", u"//npc: e"};
-  const SaveChanges changes = ListSaveChanges(
-      "// x\ra: 1\r\n//b: 2\r\ngone: 3\r\nnpc: c\r\n//npc: d\r\n", lines, Bytes(lines), kSeries);
+  const SaveChanges changes =
+      ChangesOf("// x\ra: 1\r\n//b: 2\r\ngone: 3\r\nnpc: c\r\n//npc: d\r\n", Bytes(lines));
   EXPECT_EQ(ToUtf8(DiffText(changes, Language())),
             "- a: 1\r\n+ a: 9\r\n- //b: 2\r\n+ b: 2\r\n+ new: 4\r\n- npc: c\r\n+ //npc: c\r\n"
             "- //npc: d\r\n+ npc: d\r\n+ //npc: e\r\n- gone: 3\r\n- // (1)\r\n"
@@ -105,9 +110,9 @@ TEST(SaveWarnings, CountWhatTheUserShouldKnow) {
   for (const StringView value : {u"1", u"x//y", u"&lt;", u" z"}) {
     settings.Fields().AddField(u"a", value);
   }
-  const std::vector<String> lines = {u"a: \u00C3\u00A9"};
   const std::string bytes = "a: \xC3\xA9\r\n";
-  const SaveChanges changes = ListSaveChanges("// x\r\n// y\r\n//a: 1\r\n", lines, bytes, kSeries);
+  const SaveChanges changes =
+      ChangesOf("// x\r\n// y\r\n//a: 1\r\n", bytes, ConfCharset::kWindows1252);
   const Language language;
   EXPECT_EQ(ToUtf8(WarningText(
                 ListSaveWarnings(settings, distribution, changes,
