@@ -50,7 +50,14 @@ struct LaidOut {
 
 /// Lays the wanted entries into the text of `base`; what it lacks comes from `other`. Lines of the
 /// base that nobody wants otherwise stay byte for byte. A lone LF is a line end.
-/// @return the new file. Throws `RuntimeError` that names what the base's character set lacks.
+///
+/// Settings that are not wanted go, series entries stay. A "note" or "example" stays active,
+/// whatever is wanted: commented out it would be a comment.
+/// @param base, other files that the reader reads to their ends
+/// @param wishes with the values and states as the reader gives them where nothing is to change; no
+/// value has a line end
+/// @param options of which `series` and `saveCommentedSeries` count
+/// @return the new file. Throws `RuntimeError` that names what the file's character set lacks.
 [[nodiscard]] LaidOut LayOut(const ConfFile& base, const ConfFile& other, const Wishes& wishes,
                              const Options& options, const Language& language);
 
