@@ -30,6 +30,10 @@ void LayoutText::Keep(const ConfLine& line) {
 }
 
 void LayoutText::Replace(const ConfLine& line, std::string bytes) {
+  if (bytes == line.bytes) {  // a wanted entity form, which the reader gives folded
+    Keep(line);
+    return;
+  }
   Put(bytes, line.end);
   LineEdit& edit = OpenEdit();
   edit.removed.emplace_back(line.bytes);

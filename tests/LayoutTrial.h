@@ -1,0 +1,344 @@
+/// What must be true of every laid-out file. The tests try it on generated files, the fuzz target
+/// on any bytes. The promises are checked by a reading of their own beside the system's reader.
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "conf/ConfReader.h"
+#include "conf/ConfSetting.h"
+#include "conf/Layout.h"
+#include "text/Charset.h"
+#include "text/RuntimeError.h"
+
+namespace quenmar {
+
+/// One file, its lines and content read in the plainest way.
+class PlainFile {
+ public:
+  enum class Kind { kBlank, kComment, kSetting, kEntry };
+  struct Line {
+    std::string bytes;
+    Kind kind = Kind::kBlank;
+    bool active = false;
+    std::string name = {};
+    std::string value = {};
+  };
+  struct Setting {
+    std::string value;
+    bool active = false;
+    bool firstActive = false;
+    bool operator==(const Setting&) const = default;
+  };
+
+  explicit PlainFile(std::string_view bytes) {
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    while (!bytes.empty()) {
+      const size_t end = std::min(bytes.find_first_of("\r\n"), bytes.size());
+      lines.push_back(Parse(std::string(bytes.substr(0, end))));
+      bytes.remove_prefix(end);
+      bytes.remove_prefix(bytes.starts_with("\r\n") ? 2 : bytes.empty() ? 0 : 1);
+    }
+    for (const Line& line : lines) Take(line);
+  }
+
+  static bool IsOf(const Line& line, Kind kind) { return line.kind == kind; }
+
+  std::vector<Line> lines;
+  std::map<std::string, Setting> settings;
+  std::map<std::string, bool> entries;  // those with a value: whether they are on
+
+ private:
+  static std::string Trimmed(const std::string& text) {
+    const size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? ""
+                                      : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+  }
+
+  static std::string Small(std::string text) {
+    for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    return text;
+  }
+
+  static Line Parse(std::string bytes) {
+    std::string text = Trimmed(bytes);
+    Line line{std::move(bytes)};
+    if (text.empty()) return line;
+    line.kind = Kind::kComment;
+    line.active = !text.starts_with("//");
+    if (!line.active) text.erase(0, 2);
+    const size_t colon = text.find(':');
+    const char first = text.empty() ? ' ' : Small(text).front();
+    if (colon == std::string::npos || first < 'a' || first > 'z') return line;
+    line.name = text.substr(0, colon);
+    if (line.name.find(' ') != std::string::npos) return line;
+    line.value = Trimmed(text.substr(colon + 1));
+    line.value = Trimmed(line.value.substr(0, line.value.find("//")));
+    line.value = Trimmed(line.value.substr(0, line.value.find('\t')));
+    const std::string name = Small(line.name);
+    if (name == "npc" || name == "map" || name == "addon" || name == "import") {
+      line.kind = Kind::kEntry;
+    } else if (line.active || (name != "note" && name != "example")) {
+      line.kind = Kind::kSetting;
+    }
+    return line;
+  }
+
+  void Take(const Line& line) {
+    if (line.kind == Kind::kEntry && !line.value.empty()) {
+      entries[line.value] = entries[line.value] || line.active;
+    }
+    if (line.kind != Kind::kSetting) return;
+    const auto [known, isNew] =
+        settings.try_emplace(line.name, Setting{line.value, line.active, line.active});
+    if (isNew || !line.active) return;
+    Setting& setting = known->second;
+    setting.active = true;
+    if (setting.firstActive) {
+      overridden_ = true;
+    } else if (!overridden_) {
+      setting.value = line.value;
+    }
+  }
+
+  bool overridden_ = false;
+};
+
+/// Lays random wishes into one text.
+class LayoutTrial {
+ public:
+  using Pick = std::function<unsigned(unsigned)>;  ///< a number below the given one
+
+  LayoutTrial(std::string base, std::string other, Pick pick)
+      : base_({}, std::move(base)), other_({}, std::move(other)), pick_(std::move(pick)) {}
+
+  /// @return the promise that is broken; empty for none.
+  std::string BrokenPromise() {
+    options_.saveCommentedSeries = pick_(2) != 0;
+    Wishes wishes;
+    Wishes offered;
+    if (base_.Encoding().utf16 || !Read(base_, wishes) || !Read(other_, offered)) return {};
+    const LaidOut same = LayOut(base_, other_, wishes, options_, language_);
+    if (same.bytes != base_.Bytes() || !same.edits.empty()) return "nothing changed, same bytes";
+    ChangeSettings(wishes, offered);
+    ChangeEntries(wishes, offered);
+    try {
+      return Try(wishes);
+    } catch (const RuntimeError&) {
+      return FitsAll(wishes) ? "a character is lacking only where it is" : "";
+    }
+  }
+
+ private:
+  bool Read(const ConfFile& file, Wishes& wishes) const {
+    Document settings;
+    Document series;
+    ConfNotes notes;
+    if (!ReadQuietly(file, options_, settings, series, &notes)) return false;
+    notes.active.resize(static_cast<size_t>(settings.Fields().Count()));
+    for (int i = 0; i < settings.Fields().Count(); ++i) {
+      const auto field = settings.Fields().Field(i);
+      if (settings.Fields().IndexOf(field->Name()) != i) continue;
+      wishes.settings.push_back(
+          {field->Name(), field->Value(), notes.active.at(static_cast<size_t>(i))});
+    }
+    for (int i = 0; i < series.Fields().Count(); ++i) {
+      const auto field = series.Fields().Field(i);
+      wishes.entries.push_back({String(TypeOf(*field)), field->Name(), IsActive(*field)});
+    }
+    return true;
+  }
+
+  String AnyValue() {
+    static const std::vector<String> kValues = {
+        u"",     u"x",   u"1",        u"y/",
+        u"/",    u"a b", u"two // r", u"t\tr",
+        u"&lt;", u"<&>", u"\u00E9",   u"//",
+        u"x",    u"2",   u"\u2192",   u"a longer value than before"};
+    return kValues[pick_(static_cast<unsigned>(kValues.size()))];
+  }
+
+  void ChangeSettings(Wishes& wishes, const Wishes& offered) {
+    std::vector<Wishes::Setting> kept;
+    const unsigned calm = 1 + pick_(4);
+    for (Wishes::Setting& setting : wishes.settings) {
+      const unsigned what = pick_(4 * calm);
+      if (what == 0) continue;
+      if (what == 1 || what == 2) setting.value = AnyValue();
+      if (what == 2 || what == 3) setting.active = !setting.active || IsRemarkName(setting.name);
+      kept.push_back(setting);
+    }
+    for (const Wishes::Setting& setting : offered.settings) {
+      const bool known =
+          std::any_of(wishes.settings.begin(), wishes.settings.end(),
+                      [&](const Wishes::Setting& wish) { return wish.name == setting.name; });
+      if (known || pick_(3) == 0) continue;
+      kept.push_back(setting);
+      if (pick_(4) == 0) kept.back().value = AnyValue();
+      if (pick_(4) == 0) kept.back().active = true;
+    }
+    wishes.settings = std::move(kept);
+  }
+
+  void ChangeEntries(Wishes& wishes, const Wishes& offered) {
+    for (Wishes::Entry& entry : wishes.entries) entry.on = entry.on != (pick_(4) == 0);
+    for (const Wishes::Entry& entry : offered.entries) {
+      const bool known =
+          std::any_of(wishes.entries.begin(), wishes.entries.end(),
+                      [&](const Wishes::Entry& wish) { return wish.name == entry.name; });
+      if (!known) wishes.entries.push_back({entry.type, entry.name, pick_(2) == 0});
+    }
+  }
+
+  /// @return whether every character that could be needed is in both character sets.
+  [[nodiscard]] bool FitsAll(const Wishes& wishes) const {
+    if (CharsetForSaving(base_.Encoding(), other_.Encoding()) == ConfCharset::kUtf8) return true;
+    return FitsWindows1252(other_.Text(other_.Body())) &&
+           std::all_of(wishes.settings.begin(), wishes.settings.end(),
+                       [](const auto& wish) { return FitsWindows1252(wish.value); });
+  }
+
+  std::string Try(const Wishes& wishes) {
+    const LaidOut laidOut = LayOut(base_, other_, wishes, options_, language_);
+    const PlainFile before(base_.Bytes());
+    const PlainFile after(laidOut.bytes);
+    if (!EditsAreExact(laidOut, before, after)) return "the edits tell what changes";
+    if (!CommentsAreKept(wishes, laidOut, before, after)) return "comments are kept";
+    const ConfFile file({}, laidOut.bytes);
+    // The plan warns of a file that will be read in another character set.
+    if (!file.Encoding().ascii && file.Charset() != laidOut.charset) return {};
+    if (!UnconcernedLinesStay(wishes, laidOut, before)) return "what nobody wants changed stays";
+    Wishes readAgain;
+    if (!Read(file, readAgain)) return "the file can be read";
+    if (!SettingsAreAsWanted(wishes, readAgain, after, laidOut.charset)) {
+      return "every wanted setting is there as wanted and nothing else";
+    }
+    if (!EntriesAreAsWanted(wishes, before, after, laidOut.charset)) {
+      return "every wanted series entry is there as wanted and nothing else";
+    }
+    readAgain.entries = wishes.entries;
+    const LaidOut second = LayOut(file, other_, readAgain, options_, language_);
+    return second.bytes == laidOut.bytes && second.edits.empty() ? "" : "a second save is the same";
+  }
+
+  static bool EditsAreExact(const LaidOut& laidOut, const PlainFile& before,
+                            const PlainFile& after) {
+    std::vector<std::string> lines;
+    size_t next = 0;
+    const auto keepUntil = [&](size_t end) {
+      for (; next < end; ++next) lines.push_back(before.lines[next].bytes);
+    };
+    for (const LineEdit& edit : laidOut.edits) {
+      if (edit.line < next || edit.line + edit.removed.size() > before.lines.size()) return false;
+      if (edit.removed == edit.added || (next == edit.line && next > 0)) return false;
+      keepUntil(edit.line);
+      for (const std::string& line : edit.removed) {
+        if (line != before.lines[next++].bytes) return false;
+      }
+      lines.insert(lines.end(), edit.added.begin(), edit.added.end());
+    }
+    keepUntil(before.lines.size());
+    return std::equal(lines.begin(), lines.end(), after.lines.begin(), after.lines.end(),
+                      [](const std::string& one, const auto& other) { return one == other.bytes; });
+  }
+
+  static const Wishes::Setting* Find(const Wishes& wishes, const String& name) {
+    for (const Wishes::Setting& wish : wishes.settings) {
+      if (wish.name == name) return &wish;
+    }
+    return nullptr;
+  }
+
+  [[nodiscard]] bool IsWanted(const Wishes& wishes, const std::string& name) const {
+    return Find(wishes, base_.Text(name)) != nullptr;
+  }
+
+  /// Comments go only where a setting goes that is directly below them, and keep their order.
+  bool CommentsAreKept(const Wishes& wishes, const LaidOut& laidOut, const PlainFile& before,
+                       const PlainFile& after) const {
+    std::vector<std::string> kept;
+    bool blockGoes = false;
+    for (size_t i = before.lines.size(); i-- > 0;) {
+      const PlainFile::Line& line = before.lines[i];
+      if (line.kind == PlainFile::Kind::kSetting) {
+        blockGoes = !IsWanted(wishes, line.name);
+      } else if (line.kind != PlainFile::Kind::kComment) {
+        blockGoes = false;
+      } else if (!blockGoes) {
+        kept.push_back(line.bytes);
+      }
+    }
+    std::reverse(kept.begin(), kept.end());
+    size_t found = 0;
+    for (const PlainFile::Line& line : after.lines) {
+      if (found < kept.size() && line.bytes == kept[found]) ++found;
+    }
+    return found == kept.size() && (laidOut.edits.empty() == (laidOut.bytes == base_.Bytes()));
+  }
+
+  /// A line is touched only if its setting or entry is to change, unless it is a doubled one.
+  bool UnconcernedLinesStay(const Wishes& wishes, const LaidOut& laidOut,
+                            const PlainFile& before) const {
+    std::map<std::string, int> counts;
+    for (const PlainFile::Line& line : before.lines) {
+      if (line.kind == PlainFile::Kind::kSetting) ++counts[line.name];
+    }
+    for (const LineEdit& edit : laidOut.edits) {
+      for (size_t i = 0; i < edit.removed.size(); ++i) {
+        const PlainFile::Line& line = before.lines[edit.line + i];
+        if (line.kind != PlainFile::Kind::kSetting || counts[line.name] > 1) continue;
+        const Wishes::Setting* wish = Find(wishes, base_.Text(line.name));
+        if (wish != nullptr && wish->active == line.active &&
+            wish->value == Folded(line.value, base_.Charset())) {
+          // It may be in the midst of what changes, but then it comes back as it is.
+          if (std::count(edit.added.begin(), edit.added.end(), line.bytes) == 0) return false;
+        }
+      }
+    }
+    return true;
+  }
+
+  static String Folded(const std::string& value, ConfCharset charset) {
+    Field field;
+    field.SetValue(DecodeConfText(value, charset));
+    return field.Value();
+  }
+
+  static bool SettingsAreAsWanted(const Wishes& wishes, const Wishes& readAgain,
+                                  const PlainFile& after, ConfCharset charset) {
+    for (const Wishes::Setting& wish : wishes.settings) {
+      const String value = ReadBackValue(wish.value);
+      const Wishes::Setting* read = Find(readAgain, wish.name);
+      const auto plain = after.settings.find(EncodeConfText(wish.name, charset).value());
+      if (read == nullptr || plain == after.settings.end()) return false;
+      if (read->value != value || read->active != wish.active) return false;
+      if (plain->second.active != wish.active) return false;
+      if (Folded(plain->second.value, charset) != value) return false;
+    }
+    return readAgain.settings.size() == wishes.settings.size() &&
+           after.settings.size() == wishes.settings.size();
+  }
+
+  bool EntriesAreAsWanted(const Wishes& wishes, const PlainFile& before, const PlainFile& after,
+                          ConfCharset charset) const {
+    std::map<std::string, bool> wanted;
+    for (const Wishes::Entry& wish : wishes.entries) {
+      const std::string name = EncodeConfText(wish.name, charset).value();
+      const bool there = wish.on || options_.saveCommentedSeries || before.entries.count(name) > 0;
+      if (!name.empty() && there) wanted[name] = wish.on;
+    }
+    return wanted == after.entries;
+  }
+
+  ConfFile base_;
+  ConfFile other_;
+  Pick pick_;
+  Options options_;
+  Language language_;
+};
+
+}  // namespace quenmar
