@@ -139,16 +139,15 @@ class LayoutTrial {
     Document series;
     ConfNotes notes;
     if (!ReadQuietly(file, options_, settings, series, &notes)) return false;
-    notes.active.resize(static_cast<size_t>(settings.Fields().Count()));
     for (int i = 0; i < settings.Fields().Count(); ++i) {
       const auto field = settings.Fields().Field(i);
       if (settings.Fields().IndexOf(field->Name()) != i) continue;
       wishes.settings.push_back(
-          {field->Name(), field->Value(), notes.active.at(static_cast<size_t>(i))});
+          {String(field->Name()), String(field->Value()), notes.active.at(static_cast<size_t>(i))});
     }
     for (int i = 0; i < series.Fields().Count(); ++i) {
       const auto field = series.Fields().Field(i);
-      wishes.entries.push_back({String(TypeOf(*field)), field->Name(), IsActive(*field)});
+      wishes.entries.push_back({String(TypeOf(*field)), String(field->Name()), IsActive(*field)});
     }
     return true;
   }
@@ -305,7 +304,7 @@ class LayoutTrial {
   static String Folded(const std::string& value, ConfCharset charset) {
     Field field;
     field.SetValue(DecodeConfText(value, charset));
-    return field.Value();
+    return String(field.Value());
   }
 
   static bool SettingsAreAsWanted(const Wishes& wishes, const Wishes& readAgain,

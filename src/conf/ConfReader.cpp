@@ -375,14 +375,17 @@ bool ReadQuietly(const ConfFile& file, const Options& options, Document& setting
   NoUser nobody;
   const Language language;
   ConfNotes unasked;
+  ConfNotes& told = notes != nullptr ? *notes : unasked;
   Reading reading({file.FilePath(), options, language, nobody, BareLineFeeds::kEndLines,
                    ConfReader::Comments::kLeftOut},
-                  settings, series, notes != nullptr ? *notes : unasked);
+                  settings, series, told);
+  bool complete = false;
   try {
-    return reading.RunOn(file);
-  } catch (const DocError&) {
-    return false;  // the result is the report
+    complete = reading.RunOn(file);
+  } catch (const DocError&) {  // the result is the report
   }
+  told.active.resize(static_cast<size_t>(settings.Fields().Count()));
+  return complete;
 }
 
 String RepairLineEnds(StringView text) { return ReplaceAll(text, u"\n", kLineEnd); }
