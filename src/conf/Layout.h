@@ -11,13 +11,6 @@
 
 namespace quenmar {
 
-/// What a saved file is made of.
-enum class Layout {
-  kSettings,      ///< settings and series entries only, in the program's own form
-  kServer,        ///< the server's file with only the wanted changes made in it
-  kDistribution,  ///< the distribution's file with the server's values and states laid into it
-};
-
 /// What a file is to contain after a save.
 struct Wishes {
   struct Setting {

@@ -1,5 +1,8 @@
 #include "registry/Options.h"
 
+#include <algorithm>
+#include <array>
+
 namespace quenmar {
 
 namespace {
@@ -10,6 +13,10 @@ constexpr StringView kSort = u"Sort";
 constexpr StringView kSeries = u"Series";
 constexpr StringView kSaveCommentedSeries = u"SaveCommentedSeries";
 constexpr StringView kAlwaysIgnoreDupParam = u"AlwaysIgnoreDupParam";
+
+constexpr StringView kLayout = u"Layout";
+
+constexpr std::array<StringView, 3> kLayoutNames = {u"settings", u"server", u"distribution"};
 
 constexpr auto kRoot = RegistryRoot::kLocalMachine;
 constexpr StringView kKey = u"Software\\Quenmar\\Options";
@@ -34,6 +41,14 @@ void StoreIfMissing(Registry& registry, StringView name, StringView value) {
 
 }  // namespace
 
+std::optional<Layout> LayoutNamed(StringView name) {
+  const auto* const hit = std::find(kLayoutNames.begin(), kLayoutNames.end(), name);
+  if (hit == kLayoutNames.end()) return std::nullopt;
+  return static_cast<Layout>(hit - kLayoutNames.begin());
+}
+
+StringView NameOf(Layout layout) { return kLayoutNames.at(static_cast<size_t>(layout)); }
+
 Options ReadOptions(const Registry& registry) {
   Options options;
   options.svnPath = Read(registry, kSvnPath);
@@ -45,6 +60,7 @@ Options ReadOptions(const Registry& registry) {
       ReadBoolean(registry, kSaveCommentedSeries, options.saveCommentedSeries);
   options.alwaysIgnoreDupParam =
       ReadBoolean(registry, kAlwaysIgnoreDupParam, options.alwaysIgnoreDupParam);
+  options.layout = LayoutNamed(Read(registry, kLayout)).value_or(Layout::kSettings);
   return options;
 }
 
@@ -63,5 +79,9 @@ bool StoreServerPath(Registry& registry, StringView path) {
 }
 
 bool StoreSort(Registry& registry, int sort) { return Write(registry, kSort, ToText(sort)); }
+
+bool StoreLayout(Registry& registry, Layout layout) {
+  return Write(registry, kLayout, NameOf(layout));
+}
 
 }  // namespace quenmar

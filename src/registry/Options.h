@@ -1,9 +1,24 @@
 #pragma once
 
+#include <optional>
+
 #include "registry/Registry.h"
 #include "text/String.h"
 
 namespace quenmar {
+
+/// What a saved file is made of.
+enum class Layout {
+  kSettings,      ///< settings and series entries only, in the program's own form
+  kServer,        ///< the server's file with only the wanted changes made in it
+  kDistribution,  ///< the distribution's file with the server's values and states laid into it
+};
+
+/// @return the layout of that name ("settings", "server", "distribution"); nothing for another.
+[[nodiscard]] std::optional<Layout> LayoutNamed(StringView name);
+
+/// @return the name under which the layout is stored.
+[[nodiscard]] StringView NameOf(Layout layout);
 
 /// What the user has chosen for all files. A new `Options` holds the defaults.
 struct Options {
@@ -13,6 +28,8 @@ struct Options {
   String series = u"{map}{npc}{addon}{import}";  ///< repeatable settings, lower case, in braces
   bool saveCommentedSeries = true;    ///< write unchecked series items as commented lines
   bool alwaysIgnoreDupParam = false;  ///< accept duplicate settings without asking
+
+  Layout layout = Layout::kSettings;  ///< what a save makes the file of
 
   /// @return whether parameter lists are shown sorted.
   [[nodiscard]] bool IsSorted() const { return sort == 1; }
@@ -31,5 +48,6 @@ struct Options {
 bool StoreSvnPath(Registry& registry, StringView path);
 bool StoreServerPath(Registry& registry, StringView path);
 bool StoreSort(Registry& registry, int sort);
+bool StoreLayout(Registry& registry, Layout layout);
 
 }  // namespace quenmar
