@@ -46,8 +46,6 @@ class PlainFile {
     for (const Line& line : lines) Take(line);
   }
 
-  static bool IsOf(const Line& line, Kind kind) { return line.kind == kind; }
-
   std::vector<Line> lines;
   std::map<std::string, Setting> settings;
   std::map<std::string, bool> entries;  // those with a value: whether they are on
@@ -257,8 +255,8 @@ class LayoutTrial {
   }
 
   /// Comments go only where a setting goes that is directly below them, and keep their order.
-  bool CommentsAreKept(const Wishes& wishes, const LaidOut& laidOut, const PlainFile& before,
-                       const PlainFile& after) const {
+  [[nodiscard]] bool CommentsAreKept(const Wishes& wishes, const LaidOut& laidOut,
+                                     const PlainFile& before, const PlainFile& after) const {
     std::vector<std::string> kept;
     bool blockGoes = false;
     for (size_t i = before.lines.size(); i-- > 0;) {
@@ -280,8 +278,8 @@ class LayoutTrial {
   }
 
   /// A line is touched only if its setting or entry is to change, unless it is a doubled one.
-  bool UnconcernedLinesStay(const Wishes& wishes, const LaidOut& laidOut,
-                            const PlainFile& before) const {
+  [[nodiscard]] bool UnconcernedLinesStay(const Wishes& wishes, const LaidOut& laidOut,
+                                          const PlainFile& before) const {
     std::map<std::string, int> counts;
     for (const PlainFile::Line& line : before.lines) {
       if (line.kind == PlainFile::Kind::kSetting) ++counts[line.name];
@@ -322,12 +320,12 @@ class LayoutTrial {
            after.settings.size() == wishes.settings.size();
   }
 
-  bool EntriesAreAsWanted(const Wishes& wishes, const PlainFile& before, const PlainFile& after,
-                          ConfCharset charset) const {
+  [[nodiscard]] bool EntriesAreAsWanted(const Wishes& wishes, const PlainFile& before,
+                                        const PlainFile& after, ConfCharset charset) const {
     std::map<std::string, bool> wanted;
     for (const Wishes::Entry& wish : wishes.entries) {
       const std::string name = EncodeConfText(wish.name, charset).value();
-      const bool there = wish.on || options_.saveCommentedSeries || before.entries.count(name) > 0;
+      const bool there = wish.on || options_.saveCommentedSeries || before.entries.contains(name);
       if (!name.empty() && there) wanted[name] = wish.on;
     }
     return wanted == after.entries;

@@ -32,7 +32,7 @@ LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Lang
   const auto encoded = [&](StringView text, StringView about) {
     return EncodeForLayout(text, about, charset, language);
   };
-  // The numbers are keyed by views of the names, which therefore must not move.
+  // The names must not move any more.
   settings.reserve(wishes.settings.size());
   names.Reserve(wishes.settings.size());
   for (const Wishes::Setting& wish : wishes.settings) {

@@ -67,6 +67,9 @@ class LayoutWishes {
   /// Throws `RuntimeError` that names what the character set lacks.
   /// @param wishes outlive this object
   LayoutWishes(const Wishes& wishes, ConfCharset charset, const Language& language);
+  LayoutWishes(const LayoutWishes&) = delete;  // the numbers are keyed by views of the names
+  LayoutWishes& operator=(const LayoutWishes&) = delete;
+  ~LayoutWishes() = default;
 
   /// A setting's number in `names` is its index; further names may be numbered behind them.
   std::vector<WantedSetting> settings;
