@@ -17,10 +17,11 @@ namespace quenmar {
 
 /// @tparam Element `Document`, `Field` or `Parameter`.
 /// @tparam Reference a shared reference to an `Element`.
+/// @tparam Array what holds the references.
 ///
 /// A lookup that finds nothing returns a new, empty element that stands in no collection, never
 /// null: absence shows as an empty name, and writing to such an element changes nothing.
-template <class Element, class Reference>
+template <class Element, class Reference, class Array = std::vector<Reference>>
 class Collection {
  public:
   using Pointer = Reference;
@@ -98,7 +99,7 @@ class Collection {
     names.reserve(elements_.size());
     for (const Pointer& element : elements_) names.emplace_back(element->Name());
 
-    std::vector<Pointer> sorted;
+    Array sorted;
     sorted.reserve(elements_.size());
     for (const std::uint32_t position : ExchangeSortOrder(names, ascendent)) {
       sorted.push_back(elements_[position]);
@@ -106,7 +107,7 @@ class Collection {
     elements_ = std::move(sorted);
   }
 
-  std::vector<Pointer> elements_;  // NOLINT(*-non-private-*): the collections are its only heirs
+  Array elements_;  // NOLINT(*-non-private-*): the collections are its only heirs
 };
 
 }  // namespace quenmar

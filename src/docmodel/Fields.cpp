@@ -1,6 +1,8 @@
 #include "docmodel/Fields.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -30,32 +32,33 @@ Hash HashOf(StringView name) {
   return static_cast<Hash>(hash ^ (hash >> 16U));
 }
 
-bool SameText(StringView left, StringView right) {
-  if (left.size() != right.size()) return false;
-  return left.empty() ||  // an empty view may have no address, which memcmp does not take
-         std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
-}
+/// As many hashes as one instruction compares.
+using Lanes [[gnu::vector_size(16)]] = Hash;
+constexpr size_t kLanes = sizeof(Lanes) / sizeof(Hash);
 
 /// @return where from `start` on the first block of `kBlock` hashes begins that holds `wanted` or
-/// is not whole. The hashes of a block are compared without a branch in between, which the compiler
-/// turns into a few vector instructions.
+/// is not whole. The hashes of a block are compared without a branch in between.
 template <size_t kBlock>
 size_t SkipBlocks(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
+  const Lanes pattern = Lanes{} + wanted;
   size_t i = start;
   for (; i + kBlock <= hashes.size(); i += kBlock) {
-    const Hash* const block = hashes.data() + i;
-    Hash hits = 0;
-    for (size_t k = 0; k < kBlock; ++k) {
-      hits = static_cast<Hash>(hits | (block[k] == wanted ? 0xFFFF : 0));
+    Lanes hits{};
+#pragma GCC unroll 32
+    for (size_t k = 0; k < kBlock; k += kLanes) {
+      Lanes some;
+      std::memcpy(&some, hashes.data() + i + k, sizeof some);
+      hits |= some == pattern;
     }
-    if (hits != 0) break;
+    const auto words = std::bit_cast<std::array<std::uint64_t, 2>>(hits);
+    if ((words[0] | words[1]) != 0) break;
   }
   return i;
 }
 
 /// @return the first position from `start` on that holds `wanted`, or the size of `hashes`.
 size_t FindHash(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
-  size_t i = SkipBlocks<128>(hashes, wanted, start);
+  size_t i = SkipBlocks<256>(hashes, wanted, start);
   i = SkipBlocks<32>(hashes, wanted, i);
   while (i < hashes.size() && hashes[i] != wanted) ++i;
   return i;
@@ -68,19 +71,19 @@ Fields::~Fields() {
 }
 
 int Fields::IndexOf(StringView name) const {
-  if (next_ < elements_.size() && elements_[next_]->isFirst_ &&
-      SameText(elements_[next_]->Name(), name)) {
+  if (next_ < elements_.size() && elements_[next_]->isFirst_ && elements_[next_]->Name() == name) {
     return static_cast<int>(next_++);
   }
   const Hash hash = HashOf(name);
   for (size_t i = FindHash(hashes_, hash, 0); i < hashes_.size();
        i = FindHash(hashes_, hash, i + 1)) {
-    if (!SameText(elements_[i]->Name(), name)) continue;
+    if (elements_[i]->Name() != name) continue;
     elements_[i]->isFirst_ = true;
     next_ = i + 1;
     return static_cast<int>(i);
   }
   missing_ = name;
+  missingHash_ = hash;
   return kNone;
 }
 
@@ -94,11 +97,11 @@ Fields::Pointer Fields::Field(const NameOrIndex& nameOrIndex) const {
 
 int Fields::AddField(SharedText name, SharedText value) {
   // Grow first, then name: callers that catch a rejected name find the unnamed element in place.
-  const Pointer added = elements_.emplace_back(MakeNew());
-  hashes_.push_back(HashOf({}));
-  added->owner_ = this;
-  added->SetName(std::move(name));
-  added->SetValue(std::move(value));
+  quenmar::Field& added = *elements_.emplace_back(MakeNew());
+  hashes_.push_back(0);  // of an empty name
+  added.owner_ = this;
+  added.SetName(std::move(name));
+  added.SetValue(std::move(value));
   return Count() - 1;
 }
 
@@ -137,10 +140,11 @@ void Fields::NameChanged(quenmar::Field& field) {
       std::find_if(elements_.rbegin(), elements_.rend(),
                    [&field](const Pointer& element) { return element.get() == &field; });
   const auto position = static_cast<size_t>(elements_.rend() - hit) - 1;
-  hashes_[position] = HashOf(field.Name());
+  const bool wasMissing = !missing_.empty() && field.Name() == missing_;
+  hashes_[position] = wasMissing ? missingHash_ : HashOf(field.Name());
   // A field behind it may have had the new name before it.
   for (size_t i = position + 1; i < elements_.size(); ++i) elements_[i]->isFirst_ = false;
-  field.isFirst_ = !missing_.empty() && missing_ == field.Name();
+  field.isFirst_ = wasMissing;
   missing_.clear();
 }
 

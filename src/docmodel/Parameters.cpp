@@ -18,11 +18,10 @@ Parameters::Pointer Parameters::Parameter(const NameOrIndex& nameOrIndex) const 
 }
 
 int Parameters::AddParameter(SharedText name, SharedText value) {
-  if (elements_.empty()) elements_.reserve(2);  // what every field of a configuration file has
   // Grow first, then name: callers that catch a rejected name find the unnamed element in place.
-  const Pointer added = elements_.emplace_back(MakeNew());
-  added->SetName(std::move(name));
-  added->SetValue(std::move(value));
+  quenmar::Parameter& added = *elements_.emplace_back(MakeNew());
+  added.SetName(std::move(name));
+  added.SetValue(std::move(value));
   return Count() - 1;
 }
 

@@ -2,11 +2,13 @@
 
 #include "docmodel/Collection.h"
 #include "docmodel/Parameter.h"
+#include "docmodel/ShortList.h"
 
 namespace quenmar {
 
 /// The attributes of a `Document` or a `Field`, in order. Names compare without regard to case.
-class Parameters : public Collection<Parameter, Ref<Parameter>> {
+/// Two of them, which is what every field of a configuration file has, need no array of their own.
+class Parameters : public Collection<Parameter, Ref<Parameter>, ShortList<Ref<Parameter>, 2>> {
  public:
   /// @return the first parameter of that name, or the one at that index; see `Collection`.
   [[nodiscard]] Pointer Parameter(const NameOrIndex& nameOrIndex) const;

@@ -3,6 +3,7 @@
 #include <compare>
 #include <concepts>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "text/String.h"
@@ -46,7 +47,7 @@ class SharedText {
 
   template <std::convertible_to<StringView> Text>
   friend bool operator==(const SharedText& left, const Text& right) {
-    return left.View() == StringView(right);
+    return left.Equals(right);
   }
   template <std::convertible_to<StringView> Text>
   friend std::strong_ordering operator<=>(const SharedText& left, const Text& right) {
@@ -54,6 +55,13 @@ class SharedText {
   }
 
  private:
+  /// Compares memory, which is faster than character by character.
+  [[nodiscard]] bool Equals(StringView other) const {
+    return other.size() == View().size() &&
+           (block_ == nullptr ||
+            std::memcmp(block_->Characters(), other.data(), other.size() * sizeof(char16_t)) == 0);
+  }
+
   /// What an allocation begins with; the characters follow.
   struct Block {
     std::uint32_t copies;
