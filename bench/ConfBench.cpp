@@ -107,7 +107,7 @@ void SortSettings(benchmark::State& state, int duplicates) {
   for ([[maybe_unused]] auto iteration : state) {
     state.PauseTiming();
     auto unsorted = std::make_unique<Fields>();
-    for (int i = 0; i < fields.Count(); ++i) unsorted->AddField(fields.Field(i)->Name(), {});
+    for (const Field& field : fields) unsorted->AddField(field.Name(), {});
     for (int i = 0; i < duplicates; ++i) unsorted->AddField(fields.Field(i)->Name(), {});
     state.ResumeTiming();
     unsorted->Sort(true);

@@ -21,11 +21,10 @@ std::string NameOf(int number) {
   return name + "_" + std::to_string(number);
 }
 
-void AppendComments(std::string& file, int number) {
-  file.append(kEnd).append("// Block ").append(std::to_string(number)).append(" of the settings.");
-  file.append(kEnd).append(
-      "// 0: switched off, 1: everybody,\t2: supporters only (caf\xE9, b\xFCro)");
-  file.append(kEnd).append("// Takes effect at the next start of the server.").append(kEnd);
+/// A blank line and a comment line.
+void AppendComment(std::string& file, int number) {
+  file.append(kEnd).append("// ").append(std::to_string(number));
+  file.append(": 0 is off, 1 is on,\t2 for supporters only (caf\xE9).").append(kEnd);
 }
 
 void AppendSetting(std::string& file, const std::string& name, const std::string& value) {
@@ -37,16 +36,18 @@ void AppendSetting(std::string& file, const std::string& name, const std::string
 SampleFiles MakeSampleFiles(int settings) {
   SampleFiles files;
   for (int i = 0; i < settings; ++i) {
-    if (i % 10 == 0) {
-      AppendComments(files.distribution, i / 10);
-      AppendComments(files.server, i / 10);
-    }
     const std::string value = std::to_string(i * 37 % 1000);
-    const std::string ownValue = i % 3 == 0 ? value + "0 // our own" : value;
     const bool onlyDistribution = i % 40 == 7;
     const bool onlyServer = i % 40 == 27;
-    if (!onlyServer) AppendSetting(files.distribution, NameOf(i), value);
-    if (!onlyDistribution) AppendSetting(files.server, NameOf(i), ownValue);
+    if (!onlyServer) {
+      AppendComment(files.distribution, i);
+      AppendSetting(files.distribution, NameOf(i), value);
+    }
+    if (!onlyDistribution) {
+      if (!onlyServer && i % 25 != 24) AppendComment(files.server, i);
+      const std::string remark = i % 15 == 0 ? " // our own" : "";
+      AppendSetting(files.server, NameOf(i), (i % 3 == 0 ? value + "0" : value) + remark);
+    }
     if (i % 25 == 0) {
       const std::string script = "npc/town/guard_" + std::to_string(i) + ".txt";
       AppendSetting(files.distribution, "npc", script);

@@ -11,8 +11,9 @@ struct SampleFiles {
 };
 
 /// Makes up a pair of files of about `settings` settings each, always the same for the same number:
-/// one setting in twenty stands in only one of them, a third of the values differ, every ten
-/// settings a comment block, here and there a series entry; lines end with CR LF.
+/// one setting in twenty is in only one of them, a third of the values differ, a blank line and a
+/// comment line come before nearly every setting, here and there a series entry; lines end with
+/// CR LF.
 [[nodiscard]] SampleFiles MakeSampleFiles(int settings);
 
 }  // namespace quenmar

@@ -1,7 +1,9 @@
-"""whole_process.py QUENMARCTL FOLDER: measures whole processes on the sample files in FOLDER/5000 and
-FOLDER/50000: `quenmarctl compare` beside git's diff and a script, from start to end, output included.
+"""whole_process.py QUENMARCTL FOLDER: measures whole processes, from start to end, output included:
+`quenmarctl compare` beside other programs on the sample files in FOLDER/5000 and FOLDER/50000, and
+the commands on large and odd files, which are written to FOLDER.
 """
 import os
+import re
 import statistics
 import subprocess
 import sys
@@ -10,13 +12,15 @@ from pathlib import Path
 
 RUNS = 15  # of each program, in turn, after one that warms up the disk cache
 
-quenmarctl, folder = os.path.abspath(sys.argv[1]), Path(sys.argv[2])
+folder = Path(sys.argv[2])
+quenmarctl = [os.path.abspath(sys.argv[1]), "--registry", str(folder / "options.reg"), "--no"]
 
 
 def programs(settings):
     pair = [str(folder / settings / name) for name in ("dist.conf", "server.conf")]
     return {
-        "quenmarctl compare": [quenmarctl, "--registry", str(folder / "options.reg"), "compare", *pair],
+        "quenmarctl compare": [*quenmarctl, "compare", *pair],
+        "diff -u": ["diff", "-u", *pair],
         "git diff --stat": ["git", "diff", "--no-index", "--stat", *pair],
         "dict_compare.py": ["/usr/bin/python3", str(Path(__file__).with_name("dict_compare.py")), *pair],
     }
@@ -41,7 +45,15 @@ def peak(command):
     return int(report.read_text()) / 1024
 
 
-def measure(settings, runs):
+def instructions(command):
+    """Runs it once; returns how many million instructions it executes."""
+    counted = subprocess.run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *command],
+                             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                             text=True)
+    return int(re.search(r"Collected : (\d+)", counted.stderr).group(1)) / 1e6
+
+
+def compare_programs(settings, runs):
     commands = programs(settings)
     times = {name: [] for name in commands}
     for turn in range(runs + 1):
@@ -56,7 +68,39 @@ def measure(settings, runs):
     for name, command in commands.items():
         ratio = f"{ours / medians[name]:.2f} times"
         print(f"{name:22}{medians[name]:9.1f} ms{ratio:>14}{peak(command):10.1f} MiB")
+    print(f"quenmarctl compare executes {instructions(commands['quenmarctl compare']):.1f} million instructions")
 
 
-measure("5000", RUNS)
-measure("50000", 1)
+def write_pair(name, distribution, server):
+    """Writes both versions of one file; returns their folders."""
+    folders = [folder / name / version for version in ("dist", "server")]
+    for version, content in zip(folders, (distribution, server)):
+        version.mkdir(parents=True)
+        (version / "odd.conf").write_bytes(content)
+    return [str(version) for version in folders]
+
+
+def measure_odd_file(title, folders, commands):
+    size = os.path.getsize(Path(folders[0]) / "odd.conf") / 2**20
+    print(f"\n{title}, {size:.1f} MiB:")
+    for command in commands:
+        arguments = [folders[0] + "/odd.conf"] if command[0] == "dump" else [*folders, "odd.conf"]
+        full = [*quenmarctl, *command, *arguments]
+        most = peak(full)
+        print(f"{' '.join(command):22}{run(full):9.1f} ms{most:10.1f} MiB, {most / size:.1f} times the file")
+
+
+compare_programs("5000", RUNS)
+compare_programs("50000", 1)
+
+block = b"".join(b"// line %d of a long comment block\r\n" % i for i in range(14_000))
+names = [b"name_%d: %%d\r\n" % i for i in range(2_000)]
+pair = [block + b"".join(name % (i * factor) for i, name in enumerate(names)) for factor in (1, 2)]
+measure_odd_file("14000 comment lines, then 2000 settings", write_pair("block", *pair),
+                 [["check"], ["merge", "--dry-run"]])
+line = b"a: " + b"x" * 100_000_000 + b"\r\n"
+measure_odd_file("One line", write_pair("line", line, line), [["check"], ["dump"]])
+comments = b"".join(b"// line %d of a file that has nothing but comments, and many of them\r\n" % i
+                    for i in range(1_300_000))
+measure_odd_file("1.3 million comment lines", write_pair("comments", comments, comments),
+                 [["check"], ["dump"]])
