@@ -87,22 +87,22 @@ void AppendField(OutputBuffer& out, const Field& field) {
 
 }  // namespace
 
-void PrintTreesJson(std::ostream& stream, std::initializer_list<NamedTree> trees) {
-  OutputBuffer out(stream);
+void PrintTreesJson(std::ostream& out, std::initializer_list<NamedTree> trees) {
+  OutputBuffer buffer(out);
   std::string_view separator = "{\n\"";
   for (const auto& [key, tree] : trees) {
-    out.Append(std::exchange(separator, ",\n\""));
-    out.Append(key);
-    out.Append("\": [");
+    buffer.Append(std::exchange(separator, ",\n\""));
+    buffer.Append(key);
+    buffer.Append("\": [");
     std::string_view start = "\n ";
     for (const Field& field : tree->Fields()) {
-      out.Append(std::exchange(start, ",\n "));
-      AppendField(out, field);
+      buffer.Append(std::exchange(start, ",\n "));
+      AppendField(buffer, field);
     }
-    out.Append(']');
+    buffer.Append(']');
   }
-  out.Append("\n}\n");
-  out.Flush();
+  buffer.Append("\n}\n");
+  buffer.Flush();
 }
 
 }  // namespace quenmar

@@ -29,7 +29,8 @@ class SharedText {
     if (block_ != nullptr) ++block_->copies;
   }
   SharedText(SharedText&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
-  SharedText& operator=(SharedText other) noexcept {
+  SharedText& operator=(const SharedText& other) { return *this = SharedText(other); }
+  SharedText& operator=(SharedText&& other) noexcept {
     std::swap(block_, other.block_);
     return *this;
   }

@@ -39,6 +39,20 @@ TEST_F(ConsoleTest, CompareAndDumpPrintTrees) {
             "\t<a Comments=\"\" Disabled=\"1\">\xE9&lt;</a>\r\n</xml>\r\n");
 }
 
+TEST_F(ConsoleTest, DumpEscapesTextAsJsonDoes) {
+  std::string text = "\"\\\x7F\xC2\x80\xF0\x9F\x98\x80\xED\xA0\x80\xFF";
+  for (char control = 0x1F; control >= 0; --control) {
+    if (control != '\r' && control != '\n' && control != '\t') text += control;
+  }
+  // A comment line and a value; the long one does not fit any buffer.
+  Write("all.conf",
+        "\xEF\xBB\xBF// " + text + "\r\na\tb: " + text + std::string(40000, 'x') + "\r\n");
+  EXPECT_EQ(Run({"dump", At("all.conf")}), kNothingToDo);
+  const auto field = nlohmann::ordered_json::parse(out_)["settings"][0];
+  EXPECT_TRUE(out_.find("\n " + field.dump() + "]") != std::string::npos);
+  EXPECT_THAT(field["value"], HasSubstr("\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD"));
+}
+
 TEST_F(ConsoleTest, TellsWhatATerminalOrALaterReadingWouldChange) {
   Write("server/a.conf", "a\x1B[2J\x9D: 1\r\na\x1B[2J\x9D: 2\r\n");
   EXPECT_EQ(Merge({}), kTrouble);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "text/Charset.h"
+#include "text/SharedText.h"
 
 namespace quenmar {
 namespace {
@@ -27,6 +28,23 @@ TEST(Strings, ThatAreNoWholeNumberOf32BitsReadAsZero) {
         u"5.0", u"0x10", u"1 2", u"\t5", u"\uFF15", u"\u0135"}) {
     EXPECT_EQ(ToInteger(text), 0) << ToUtf8(text);
   }
+}
+
+TEST(SharedTexts, KeepTheirCharactersAsLongAsThereIsACopy) {
+  SharedText last(u"another text, which gives way");
+  StringView view;
+  {
+    const SharedText text(String(u"some") + u" text");
+    const SharedText copy = text;
+    view = last = copy;
+    EXPECT_EQ(text.View().data(), copy.View().data());
+  }
+  const SharedText moved = std::move(last);
+  EXPECT_EQ(view, u"some text");
+  EXPECT_EQ(moved.View().data(), view.data());
+  EXPECT_TRUE(moved == String(view) && moved != u"some" && moved != u"some tex\u0174");
+  EXPECT_TRUE(moved > u"some" && moved < SharedText(u"t") && SharedText() == StringView());
+  EXPECT_TRUE(SharedText(String()).empty() && !moved.empty());
 }
 
 }  // namespace
