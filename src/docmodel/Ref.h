@@ -31,7 +31,11 @@ class Ref {
   explicit Ref(T* object) : object_(object) { Count(); }
   Ref(const Ref& other) : object_(other.object_) { Count(); }
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-  Ref& operator=(const Ref& other) { return *this = Ref(other); }
+  Ref& operator=(const Ref& other) {
+    Ref copy(other);
+    std::swap(object_, copy.object_);
+    return *this;
+  }
   Ref& operator=(Ref&& other) noexcept {
     std::swap(object_, other.object_);
     return *this;

@@ -29,7 +29,11 @@ class SharedText {
     if (block_ != nullptr) ++block_->copies;
   }
   SharedText(SharedText&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
-  SharedText& operator=(const SharedText& other) { return *this = SharedText(other); }
+  SharedText& operator=(const SharedText& other) {
+    SharedText copy(other);
+    std::swap(block_, copy.block_);
+    return *this;
+  }
   SharedText& operator=(SharedText&& other) noexcept {
     std::swap(block_, other.block_);
     return *this;
