@@ -222,9 +222,8 @@ class Run {
 
   void SaveAndReadBack(const Document& settings, const SeriesView& groups, ConfCharset charset) {
     const Path path = folder_ / "saved.conf";
-    const ConfWriter writer(options_, language_, answers_);
     try {
-      const std::string bytes = writer.ConfFileBytes(settings, groups, charset);
+      const std::string bytes = ConfFileBytes(settings, groups, charset, options_, language_);
       if (OtherCharset(bytes, charset)) return;  // the user is warned of it
     } catch (const RuntimeError&) {
       return;  // the distribution's entries have characters that the server's character set lacks
@@ -240,7 +239,7 @@ class Run {
     const Trees second = Saved(path, *first.settings, firstGroups, charset);
     const std::string bytes = ReadBytes(path);
     const std::string again =
-        writer.ConfFileBytes(*second.settings, SeriesGroups(*second.series), charset);
+        ConfFileBytes(*second.settings, SeriesGroups(*second.series), charset, options_, language_);
     Require(again == bytes, "saving what was read changes nothing");
     const ConfFile after(path, bytes, charset);
     Require(ListSaveChanges(ConfFile(path, bytes), after, options_.series).Empty(),
@@ -261,7 +260,7 @@ class Run {
     OpenedFile file = OpenedFile::FromDisk(path);
     file.charset = charset;
     const ConfWriter writer(options_, language_, answers_);
-    Require(writer.SaveBytes(file, writer.ConfFileBytes(settings, groups, charset)),
+    Require(writer.SaveBytes(file, ConfFileBytes(settings, groups, charset, options_, language_)),
             "what was read can be saved");
     Require(
         !existed || ReadBytes(path) == before || ReadBytes(folder_ / "saved.conf.bak") == before,

@@ -48,6 +48,9 @@ void PrintChanges(const SaveChanges& changes, const Language& language, std::ost
   if (changes.lostCommentLines > 0) {
     out << "comment lines lost: " << changes.lostCommentLines << '\n';
   }
+  if (changes.addedCommentLines > 0) {
+    out << "comment lines added: " << changes.addedCommentLines << '\n';
+  }
   for (const String& effect : WholeFileEffects(changes, language)) {
     out << Printable(effect) << '\n';
   }
@@ -66,6 +69,8 @@ std::vector<std::string> EffectsOf(const SaveChanges& changes, const Language& l
   }
   add(changes.lostCommentLines,
       changes.lostCommentLines == 1 ? "comment line lost" : "comment lines lost");
+  add(changes.addedCommentLines,
+      changes.addedCommentLines == 1 ? "comment line added" : "comment lines added");
   for (const String& effect : WholeFileEffects(changes, language)) {
     effects.push_back(Printable(effect));
   }

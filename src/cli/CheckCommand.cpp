@@ -1,10 +1,8 @@
-#include <algorithm>
 #include <ostream>
 #include <utility>
 
 #include "cli/CheckReport.h"
 #include "cli/Commands.h"
-#include "conf/ConfFolder.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -12,16 +10,9 @@ namespace quenmar {
 namespace {
 
 std::vector<Path> FilesToCheck(const CheckArguments& arguments) {
+  if (arguments.files.empty()) return DistributionFiles(arguments.distribution);
   std::vector<Path> files;
   for (const std::string& file : arguments.files) files.push_back(ArgumentPath(file));
-  if (!files.empty()) return files;
-  String trouble;
-  files = ListConfFiles(arguments.distribution, trouble);
-  if (files.empty() && trouble.empty()) trouble = u"no .conf file in it";
-  if (!trouble.empty()) {
-    throw CommandTrouble(ToUtf8(PathText(arguments.distribution) + u": " + trouble));
-  }
-  std::sort(files.begin(), files.end());
   return files;
 }
 

@@ -35,6 +35,9 @@ struct CommandContext {
   }
 };
 
+/// Why a merge comes to nothing when the user answers No.
+inline constexpr const char* kDeclined = "declined, the file was not saved";
+
 /// Something the user asked for cannot be done; `what` is the sentence to show.
 class CommandTrouble : public std::runtime_error {
  public:
@@ -65,14 +68,19 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context);
 struct MergeArguments {
   Path distribution;
   Path server;
-  std::string file;
+  std::string file;              ///< a name; empty with `all`
+  bool all = false;              ///< every file of the distribution
+  std::optional<Layout> layout;  ///< the stored one when nothing is given
   std::vector<std::string> restore;
+  bool restoreAll = false;
   std::vector<std::string> add;
   bool addMandatory = false;
   bool addAll = false;
   std::vector<std::string> remove;
-  std::vector<std::string> set;       ///< NAME=VALUE
-  std::optional<std::string> output;  ///< another file than the server's; "-" is `out`
+  std::vector<std::string> set;        ///< NAME=VALUE
+  std::vector<std::string> switchOn;   ///< NAME or TYPE:VALUE
+  std::vector<std::string> switchOff;  ///< likewise
+  std::optional<std::string> output;   ///< another file than the server's; "-" is `out`
   bool dryRun = false;
 };
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);
@@ -83,6 +91,10 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 [[nodiscard]] bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
                                 std::shared_ptr<Document>& series, const CommandContext& context,
                                 ConfReader::Comments comments, ConfNotes* notes = nullptr);
+
+/// @return the names of the distribution's files, sorted. Throws `CommandTrouble` when there are
+/// none.
+[[nodiscard]] std::vector<Path> DistributionFiles(const Path& distribution);
 
 /// @return the path of `file` in `folder`. Throws `CommandTrouble` when `file` is no mere name.
 [[nodiscard]] Path FileIn(const Path& folder, const Path& file);

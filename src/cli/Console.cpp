@@ -1,12 +1,14 @@
 #include "cli/Console.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 #include <ostream>
 
 #include "cli/Commands.h"
 #include "cli/Printable.h"
 #include "cli/TerminalMessages.h"
+#include "conf/ConfFolder.h"
 #include "conf/EndApplication.h"
 #include "files/Folder.h"
 #include "registry/OpenRegistry.h"
@@ -75,18 +77,34 @@ void AddMerge(CLI::App& app, MergeArguments& arguments) {
       "knows; obsolete settings go unless restored, new ones come when added");
   AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
   AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
-  command.add_option("FILE", arguments.file, "Name of the file to merge")
-      ->required()
-      ->type_name("");
+  CLI::Option* const file =
+      command.add_option("FILE", arguments.file, "Name of the file to merge")->type_name("");
+  CLI::Option* const all =
+      command.add_flag("--all", arguments.all, "Merge every file that both folders have")
+          ->excludes(file);
+  command
+      .add_option_function<std::string>(
+          "--layout",
+          [&arguments](const std::string& name) { arguments.layout = LayoutNamed(FromUtf8(name)); },
+          "What the file is made of: settings only, the server's own lines, or the distribution's "
+          "lines")
+      ->check(CLI::IsMember({"settings", "server", "distribution"}))
+      ->type_name("settings|server|distribution");
   AddRepeated(command, "--restore", arguments.restore, "NAME", "Keep an obsolete setting");
+  command.add_flag("--restore-all", arguments.restoreAll, "Keep all obsolete settings");
   AddRepeated(command, "--add", arguments.add, "NAME", "Add a new setting");
   command.add_flag("--add-mandatory", arguments.addMandatory, "Add all new mandatory settings");
   command.add_flag("--add-all", arguments.addAll, "Add all new settings");
   AddRepeated(command, "--remove", arguments.remove, "NAME", "Leave a setting out");
   AddRepeated(command, "--set", arguments.set, "NAME=VALUE", "Give a kept setting another value");
+  AddRepeated(command, "--switch-on", arguments.switchOn, "NAME|TYPE:VALUE",
+              "Make a setting (not with layout settings) or a series entry active");
+  AddRepeated(command, "--switch-off", arguments.switchOff, "NAME|TYPE:VALUE",
+              "Comment a setting (not with layout settings) or a series entry out");
   CLI::Option* const output =
       command.add_option("--output", arguments.output, "Write to PATH instead; - prints the file")
-          ->type_name("PATH");
+          ->type_name("PATH")
+          ->excludes(all);
   command.add_flag("--dry-run", arguments.dryRun, "Write nothing; print what a save would change")
       ->excludes(output);
 }
@@ -136,6 +154,10 @@ void RequireCommand(const CLI::App& app) {
   const std::vector<std::string> rest = app.remaining();
   const auto fail = [](const std::string& text) { throw CLI::ValidationError(text); };
   if (!app.get_subcommands().empty()) {
+    const CLI::App& command = *app.get_subcommands().front();
+    if (command.get_name() == "merge" && command.count("FILE") + command.count("--all") == 0) {
+      fail("merge: FILE or --all is required");
+    }
     if (!rest.empty()) fail("The following argument was not expected: " + rest.front());
   } else if (rest.empty()) {
     fail("A command is required");
@@ -187,6 +209,15 @@ bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
   const ConfReader reader(context.options, context.language, context.messages,
                           context.BareLineFeeds(), comments);
   return reader.LoadConfFile(file, settings, series, notes);
+}
+
+std::vector<Path> DistributionFiles(const Path& distribution) {
+  String trouble;
+  std::vector<Path> files = ListConfFiles(distribution, trouble);
+  if (files.empty() && trouble.empty()) trouble = u"no .conf file in it";
+  if (!trouble.empty()) throw CommandTrouble(ToUtf8(PathText(distribution) + u": " + trouble));
+  std::sort(files.begin(), files.end());
+  return files;
 }
 
 Path FileIn(const Path& folder, const Path& file) {

@@ -5,10 +5,11 @@
 
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
+#include "cli/MergeRequests.h"
 #include "cli/Printable.h"
 #include "conf/ConfFolder.h"
-#include "conf/ConfLine.h"
 #include "conf/ConfWriter.h"
+#include "conf/EndApplication.h"
 #include "conf/Functions.h"
 #include "files/FileError.h"
 #include "files/Folder.h"
@@ -18,34 +19,6 @@
 namespace quenmar {
 
 namespace {
-
-constexpr const char* kDeclined = "declined, the file was not saved";
-
-std::vector<String> ToTexts(const std::vector<std::string>& arguments) {
-  std::vector<String> texts;
-  texts.reserve(arguments.size());
-  for (const std::string& argument : arguments) texts.push_back(FromUtf8(argument));
-  return texts;
-}
-
-void RequireNames(const std::vector<String>& names, const Document& list, const char* what) {
-  for (const String& name : names) {
-    if (list.Fields().Field(name)->Name().empty()) {
-      throw CommandTrouble(ToUtf8(name) + " is not among the " + what + " settings");
-    }
-  }
-}
-
-/// @return the names of the fields of `list` that are among `names`, once for each field: a name
-/// may stand twice.
-std::vector<String> EachOccurrence(const std::vector<String>& names, const Document& list) {
-  std::vector<String> found;
-  for (const Field& field : list.Fields()) {
-    const auto hit = std::find(names.begin(), names.end(), field.Name());
-    if (hit != names.end()) found.push_back(*hit);
-  }
-  return found;
-}
 
 /// @return whether the path, links followed, leads to the folder or into it.
 bool IsWithin(const Path& path, const Path& folder) {
@@ -62,15 +35,15 @@ bool IsWithin(const Path& path, const Path& folder) {
 /// One merge, from the two files to the saved one.
 class Merge {
  public:
-  Merge(const MergeArguments& arguments, const CommandContext& context)
+  Merge(const Path& file, const MergeArguments& arguments, const CommandContext& context)
       : arguments_(arguments),
         context_(context),
-        distributionFile_(FileIn(arguments.distribution, ArgumentPath(arguments.file))),
-        serverFile_(FileIn(arguments.server, ArgumentPath(arguments.file))) {}
+        file_(file),
+        distributionFile_(FileIn(arguments.distribution, file)),
+        serverFile_(FileIn(arguments.server, file)) {}
 
-  int Run() {
-    RequireFolder(arguments_.distribution);
-    RequireFolder(arguments_.server);
+  /// Throws `CommandTrouble` for what cannot be done.
+  int Run(MergeRequests& requests) {
     if (IsMissing(distributionFile_)) {
       throw CommandTrouble(ToUtf8(PathText(distributionFile_)) + ": no such file");
     }
@@ -81,20 +54,21 @@ class Merge {
     if (lacking_ && WritesServerFile()) AskToBegin();
     merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
     if (!merge_) return kTrouble;
-    ApplyRequests();
+    requests.Apply(*merge_);
     return Save() ? kNothingToDo : kTrouble;
   }
 
- private:
-  using List = FileMerge::List;
+  /// @return whether the file is another one now, or would be.
+  [[nodiscard]] bool HasChanges() const { return hasChanges_; }
 
+ private:
   [[nodiscard]] bool WritesServerFile() const { return !arguments_.dryRun && !arguments_.output; }
 
   /// Throws `CommandTrouble` when the user does not want a file that the server lacks.
   void AskToBegin() const {
     const Button answer =
         ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
-                    message_style::kYesNo | message_style::kQuestion, {FromUtf8(arguments_.file)});
+                    message_style::kYesNo | message_style::kQuestion, {PathText(file_)});
     if (answer != Button::kYes) throw CommandTrouble(kDeclined);
   }
 
@@ -102,65 +76,17 @@ class Merge {
     FileMerge::Request request;
     request.distribution = distributionFile_;
     request.server = serverFile_;
+    request.layout = arguments_.layout.value_or(context_.options.layout);
     request.bareLineFeeds = context_.BareLineFeeds(!arguments_.dryRun);
     request.comments = ConfReader::Comments::kLeftOut;
     request.reading = [this](const Path& file) { context_.messages.SetSubject(file); };
     return request;
   }
 
-  /// Throws `CommandTrouble` for a name out of place and when the user declines.
-  void ApplyRequests() {
-    const auto restored = ToTexts(arguments_.restore);
-    RequireNames(restored, merge_->Tree(List::kDeleted), "obsolete");
-    merge_->Restore(EachOccurrence(restored, merge_->Tree(List::kDeleted)));
-
-    const auto added = ToTexts(arguments_.add);
-    RequireNames(added, merge_->Tree(List::kNew), "new");
-    merge_->Add(EachOccurrence(added, merge_->Tree(List::kNew)));
-    if (arguments_.addMandatory || arguments_.addAll) merge_->Add(FurtherNames());
-
-    const auto removed = ToTexts(arguments_.remove);
-    RequireNames(removed, merge_->Tree(List::kActual), "kept");
-    const auto leaving = EachOccurrence(removed, merge_->Tree(List::kActual));
-    const int left = merge_->Remove(leaving);
-    if (left < static_cast<int>(leaving.size())) throw CommandTrouble(kDeclined);
-    for (const std::string& request : arguments_.set) SetValue(request);
-  }
-
-  [[nodiscard]] std::vector<String> FurtherNames() const {
-    std::vector<String> names;
-    for (const Field& field : merge_->Tree(List::kNew).Fields()) {
-      if (arguments_.addAll || merge_->IsMandatory(field.Name())) {
-        names.emplace_back(field.Name());
-      }
-    }
-    return names;
-  }
-
-  void SetValue(const std::string& request) {
-    const size_t equals = request.find('=');
-    if (equals == std::string::npos) throw CommandTrouble("--set " + request + ": no = in it");
-    if (!IsUtf8(request)) {
-      throw CommandTrouble("--set " + ToUtf8(FromUtf8(request)) + ": this is no UTF-8 text");
-    }
-    const String name = FromUtf8(request.substr(0, equals));
-    const String value = FromUtf8(request.substr(equals + 1));
-    if (value.find_first_of(u"\r\n") != String::npos) {
-      throw CommandTrouble("--set " + ToUtf8(name) + ": a value is one line");
-    }
-    RequireNames({name}, merge_->Tree(List::kActual), "kept");
-    merge_->SetValue(List::kActual, name, value);
-    const String readBack = ReadBackValue(value);
-    if (readBack != value) {
-      context_.streams.err << "quenmarctl: --set " << Printable(name)
-                           << ": the value will be read back as \"" << Printable(readBack)
-                           << "\"\n";
-    }
-  }
-
   bool Save() {
     OpenedFile target = Target();
     const SavePlan plan = MakePlan({target.path, target.bytes.value_or(std::string())});
+    hasChanges_ = !plan.changes.Empty();
     if (!plan.warnings.charset.empty()) {
       context_.streams.err << "quenmarctl: " << Printable(plan.warnings.charset) << '\n';
     }
@@ -229,16 +155,91 @@ class Merge {
 
   const MergeArguments& arguments_;
   const CommandContext& context_;
+  Path file_;
   Path distributionFile_;
   Path serverFile_;
   bool lacking_ = false;  // the server has no such file yet
+  bool hasChanges_ = false;
   std::unique_ptr<FileMerge> merge_;
+};
+
+/// Merges every file that both folders have and, if the user wants them, those that the server
+/// lacks.
+class MergeAll {
+ public:
+  MergeAll(const MergeArguments& arguments, const CommandContext& context)
+      : arguments_(arguments), context_(context), requests_(arguments, context) {}
+
+  int Run() {
+    for (const Path& file : DistributionFiles(arguments_.distribution)) {
+      if (Wants(file)) MergeOne(file);
+    }
+    for (const std::string& wanted : requests_.Unmatched()) {
+      Tell(wanted, "this concerns no file");
+      ++failed_;
+    }
+    (arguments_.dryRun ? context_.streams.out : context_.streams.err)
+        << "Sum of " << files_ << (files_ == 1 ? " file: " : " files: ") << changed_ << " changed, "
+        << files_ - changed_ - failedFiles_ << " unchanged, " << failedFiles_ << " failed\n";
+    return failed_ > 0 ? kTrouble : kNothingToDo;
+  }
+
+ private:
+  /// A file that the server lacks is merged when the user wants it.
+  [[nodiscard]] bool Wants(const Path& file) const {
+    if (!IsMissing(FileIn(arguments_.server, file))) return true;
+    if (arguments_.dryRun) return context_.messages.AnswersYes();
+    context_.messages.SetSubject(file);
+    return ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
+                       message_style::kYesNo | message_style::kQuestion,
+                       {PathText(file)}) == Button::kYes;
+  }
+
+  /// A file whose merge fails is told, and the next one goes on.
+  void MergeOne(const Path& file) {
+    ++files_;
+    if (arguments_.dryRun) context_.streams.out << Printable(PathText(file)) << ":\n";
+    bool failed = true;
+    try {
+      Merge merge(file, arguments_, context_);
+      failed = merge.Run(requests_) != kNothingToDo;
+      changed_ += !failed && merge.HasChanges() ? 1 : 0;
+    } catch (const EndApplication&) {
+      Tell(ToUtf8(PathText(file)), "ended");
+    } catch (const std::exception& error) {
+      Tell(ToUtf8(PathText(file)), error.what());
+    }
+    failed_ += failed ? 1 : 0;
+    failedFiles_ += failed ? 1 : 0;
+  }
+
+  void Tell(const std::string& what, const std::string& trouble) const {
+    context_.streams.err << "quenmarctl: " << PrintableLines(FromUtf8(what + ": " + trouble))
+                         << '\n';
+  }
+
+  const MergeArguments& arguments_;
+  const CommandContext& context_;
+  MergeRequests requests_;
+  int files_ = 0;
+  int changed_ = 0;
+  int failedFiles_ = 0;
+  int failed_ = 0;  // files and requests
 };
 
 }  // namespace
 
 int RunMerge(const MergeArguments& arguments, const CommandContext& context) {
-  return Merge(arguments, context).Run();
+  const Layout layout = arguments.layout.value_or(context.options.layout);
+  if (context.fixLineEnds && layout != Layout::kSettings) {
+    throw CommandTrouble("--fix-line-ends: layout " + ToUtf8(NameOf(layout)) +
+                         " keeps the line ends");
+  }
+  RequireFolder(arguments.distribution);
+  RequireFolder(arguments.server);
+  if (arguments.all) return MergeAll(arguments, context).Run();
+  MergeRequests requests(arguments, context);
+  return Merge(ArgumentPath(arguments.file), arguments, context).Run(requests);
 }
 
 }  // namespace quenmar

@@ -21,6 +21,9 @@ class TerminalMessages : public MessageBoxes {
   /// Sets the file that the next messages are about.
   void SetSubject(const Path& file) { subject_ = PathText(file); }
 
+  /// @return whether every question is answered with Yes.
+  [[nodiscard]] bool AnswersYes() const { return answers_ == Answers::kYes; }
+
   Button Show(const String& text, int style) override;
 
  private:

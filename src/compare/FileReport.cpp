@@ -7,7 +7,6 @@
 
 #include "compare/ChangeComparison.h"
 #include "conf/ConfSetting.h"
-#include "conf/ConfWriter.h"
 #include "conf/NoUser.h"
 #include "conf/SavePlan.h"
 
@@ -96,11 +95,15 @@ class Examination {
         report_.changed.push_back({String(name), String(field.Value()), String(original->Value())});
       }
       if (!seen.insert(name).second || !quenmar::IsActive(*original)) continue;
-      const int index = server_.settings->Fields().IndexOf(name);
-      if (!server_.notes.active[static_cast<size_t>(index)]) {
+      if (!IsActiveOnServer(name)) {
         report_.inactive.push_back({String(name), String(field.Value())});
       }
     }
+  }
+
+  [[nodiscard]] bool IsActiveOnServer(StringView name) const {
+    const int index = server_.settings->Fields().IndexOf(name);
+    return server_.notes.active.at(static_cast<size_t>(index));
   }
 
   /// What a merge without any wish would change in the server's file.
@@ -111,16 +114,13 @@ class Examination {
       report_.remarks.push_back(language_.Text(Message::kTooManySeries));
       return;
     }
-    NoUser nobody;
-    const ConfWriter writer(options_, language_, nobody);
-    const Document& settings = comparison_->ActualFields();
     try {
-      SavePlan plan;
-      plan.charset =
-          CharsetForSaving(server_.notes.file.Encoding(), distribution_.notes.file.Encoding());
-      plan.bytes = writer.ConfFileBytes(settings, groups, plan.charset);
-      plan.Compare(server_.notes.file, settings, *distribution_.settings, options_, language_);
-      report_.save = std::move(plan.changes);
+      const SavePlan plan =
+          SavePlan::Of({options_.layout, distribution_.notes.file, server_.notes.file,
+                        *distribution_.settings, comparison_->ActualFields(), groups,
+                        [this](StringView name) { return IsActiveOnServer(name); }},
+                       server_.notes.file, options_, language_);
+      report_.save = plan.changes;
       if (!plan.warnings.charset.empty()) report_.remarks.push_back(plan.warnings.charset);
     } catch (const RuntimeError& error) {
       report_.remarks.push_back(error.Description());

@@ -49,7 +49,7 @@ bool ConfWriter::SaveConfFile(const Path& path, const Document& settings,
                               const SeriesView& window) const {
   try {
     OpenedFile file = OpenedFile::FromDisk(path);
-    return SaveBytes(file, ConfFileBytes(settings, window, file.charset));
+    return SaveBytes(file, ConfFileBytes(settings, window, file.charset, options_, language_));
   } catch (const std::exception& error) {
     TellFailure(path, error);
     return false;
@@ -96,15 +96,15 @@ void ConfWriter::TellFailure(const Path& path, const std::exception& error) cons
                          {PathText(path)}));
 }
 
-std::string ConfWriter::ConfFileBytes(const Document& settings, const SeriesView& window,
-                                      ConfCharset charset) const {
+std::string ConfFileBytes(const Document& settings, const SeriesView& window, ConfCharset charset,
+                          const Options& options, const Language& language) {
   std::string bytes;
   const auto add = [&](const String& line, StringView about) {
     const auto encoded = EncodeConfText(line, charset);
     if (!encoded) {
       throw RuntimeError(
           0, u"ConfWriter",
-          FinishedText(language_.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
+          FinishedText(language.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
     }
     bytes.append(*encoded).append("\r\n");
   };
@@ -116,7 +116,7 @@ std::string ConfWriter::ConfFileBytes(const Document& settings, const SeriesView
     const String start = String(TabLabel(caption)) + String(kSeparator);
     for (int item = 0; item < window.ItemCount(group); ++item) {
       const bool checked = window.Selected(group, item);
-      if (!checked && !options_.saveCommentedSeries) continue;
+      if (!checked && !options.saveCommentedSeries) continue;
       const String entry = start + window.List(group, item);
       add(checked ? entry : u"//" + entry, entry);
     }

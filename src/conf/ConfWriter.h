@@ -50,11 +50,6 @@ class ConfWriter {
   /// @return whether the file has the content.
   [[nodiscard]] bool SaveBytes(OpenedFile& file, const std::string& bytes) const;
 
-  /// @return the content that a save writes, every line ended by CR LF. Throws `RuntimeError` that
-  /// names the setting whose characters the character set lacks.
-  [[nodiscard]] std::string ConfFileBytes(const Document& settings, const SeriesView& window,
-                                          ConfCharset charset) const;
-
   /// Shows that a file could not be saved.
   void TellFailure(const Path& path, const std::exception& error) const;
 
@@ -66,5 +61,11 @@ class ConfWriter {
   const Language& language_;
   MessageBoxes& messages_;
 };
+
+/// @return the content that a save of settings writes, every line ended by CR LF. Throws
+/// `RuntimeError` that names the setting whose characters the character set lacks.
+[[nodiscard]] std::string ConfFileBytes(const Document& settings, const SeriesView& window,
+                                        ConfCharset charset, const Options& options,
+                                        const Language& language);
 
 }  // namespace quenmar

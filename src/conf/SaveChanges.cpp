@@ -53,6 +53,7 @@ class Comparison {
   Comparison(const ConfFile& before, const ConfFile& after, StringView series) {
     after.ForEachLine(series, [&](const ConfLine& line) { TakeNew(after, line); });
     before.ForEachLine(series, [&](const ConfLine& line) { TakeOld(before, line); });
+    for (const auto& [comment, count] : newComments_) result_.addedCommentLines += count;
     FindPartners();
   }
 
@@ -139,8 +140,8 @@ class Comparison {
   }
 
   static Kind KindOfSwitch(const Entry& entry) {
-    if (!entry.series) return Kind::kActivated;
-    return entry.commented ? Kind::kSwitchedOff : Kind::kSwitchedOn;
+    if (entry.commented) return Kind::kSwitchedOff;
+    return entry.series ? Kind::kSwitchedOn : Kind::kActivated;
   }
 
   void Report(Kind kind, const Entry& entry, StringView oldValue, StringView newValue) {
@@ -156,17 +157,31 @@ class Comparison {
   SaveChanges result_;
 };
 
+/// @return whether a line ends otherwise than in CR LF.
+bool HasOtherEnds(const ConfFile& file) {
+  ConfLines lines(file.Body());
+  for (std::string_view line; lines.Next(line);) {
+    if (lines.End() != LineEnd::kCrLf && lines.End() != LineEnd::kNone) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 bool SaveChanges::Empty() const {
-  return changes.empty() && lostCommentLines == 0 && !reordered && !reformatted && !otherLineEnds &&
-         !markGoes;
+  return changes.empty() && lostCommentLines == 0 && addedCommentLines == 0 && !reordered &&
+         !reformatted && !otherLineEnds && !markGoes;
 }
 
-SaveChanges ListSaveChanges(const ConfFile& before, const ConfFile& after, StringView series) {
+SaveChanges ListSaveChanges(const ConfFile& before, const ConfFile& after, StringView series,
+                            Layout layout) {
   if (before.Bytes() == after.Bytes()) return {};
   SaveChanges changes = Comparison(before, after, series).Result();
   changes.markGoes = before.Encoding().mark && !after.Encoding().mark;
+  if (layout != Layout::kSettings) {
+    changes.reformatted = false;
+    changes.otherLineEnds = HasOtherEnds(before) && !HasOtherEnds(after);
+  }
   changes.reformatted |= changes.Empty();  // such as another character set
   return changes;
 }

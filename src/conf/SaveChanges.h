@@ -5,6 +5,7 @@
 
 #include "conf/ConfFile.h"
 #include "registry/Language.h"
+#include "registry/Options.h"
 #include "text/String.h"
 
 namespace quenmar {
@@ -17,7 +18,7 @@ struct SaveChange {
     kChanged,      ///< it stays active with another value
     kActivated,    ///< a commented-out setting becomes active
     kSwitchedOn,   ///< a commented-out series entry becomes active
-    kSwitchedOff,  ///< an active series entry becomes commented out
+    kSwitchedOff,  ///< an active series entry or setting becomes commented out
   };
 
   Kind kind;
@@ -30,6 +31,7 @@ struct SaveChange {
 struct SaveChanges {
   std::vector<SaveChange> changes;  ///< in the order of the new file, what is removed last
   int lostCommentLines = 0;         ///< comment lines that the new file does not have
+  int addedCommentLines = 0;        ///< comment lines that only the new file has
   bool reordered = false;           ///< lines that stay come in another order
   bool reformatted = false;         ///< other blanks in lines that stay, blank lines that go
   bool otherLineEnds = false;       ///< not every line ends in CR LF yet
@@ -43,8 +45,9 @@ struct SaveChanges {
 /// @param before the file as it is, in any character set and with any line ends
 /// @param after the file as a save writes it
 /// @param series the option that names the repeatable settings
+/// @param layout of the new file; only `Layout::kSettings` gives all lines a form of its own
 [[nodiscard]] SaveChanges ListSaveChanges(const ConfFile& before, const ConfFile& after,
-                                          StringView series);
+                                          StringView series, Layout layout = Layout::kSettings);
 
 /// @return what changes in the file as a whole, each in a few words.
 [[nodiscard]] std::vector<String> WholeFileEffects(const SaveChanges& changes,

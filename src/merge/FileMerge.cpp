@@ -239,47 +239,16 @@ const Document& FileMerge::SavedSettings() const {
   return request_.purpose == Purpose::kEdit ? *documents_.server : comparison_->ActualFields();
 }
 
-Wishes FileMerge::MakeWishes() const {
-  Wishes wishes;
-  std::set<StringView> seen;  // a further field of a name is a further line of it
-  for (const Field& field : SavedSettings().Fields()) {
-    const StringView name = field.Name();
-    if (!seen.insert(name).second) continue;
-    wishes.settings.push_back({String(name), String(field.Value()), IsWantedActive(name)});
-  }
-  for (int group = 0; group < series_.GroupCount(); ++group) {
-    for (int item = 0; item < series_.ItemCount(group); ++item) {
-      wishes.entries.push_back(
-          {series_.Type(group), series_.List(group, item), series_.Selected(group, item)});
-    }
-  }
-  return wishes;
-}
-
 SavePlan FileMerge::Plan() const {
   const OpenedFile onDisk = OpenedFile::FromDisk(request_.server);
   return PlanOver({request_.server, onDisk.bytes.value_or(std::string())});
 }
 
 SavePlan FileMerge::PlanOver(const ConfFile& before) const {
-  const Document& settings = SavedSettings();
-  SavePlan plan;
-  if (request_.layout == Layout::kSettings) {
-    const ConfCharset charset =
-        CharsetForSaving(serverNotes_.file.Encoding(), distributionNotes_.file.Encoding());
-    const ConfWriter writer(context_.options, context_.language, context_.messages);
-    plan.bytes = writer.ConfFileBytes(settings, series_, charset);
-    plan.charset = charset;
-  } else {
-    const bool onServer = request_.layout == Layout::kServer;
-    const ConfFile& base = onServer ? serverNotes_.file : distributionNotes_.file;
-    const ConfFile& other = onServer ? distributionNotes_.file : serverNotes_.file;
-    LaidOut laidOut = LayOut(base, other, MakeWishes(), context_.options, context_.language);
-    plan.bytes = std::move(laidOut.bytes);
-    plan.charset = laidOut.charset;
-  }
-  plan.Compare(before, settings, *documents_.distribution, context_.options, context_.language);
-  return plan;
+  return SavePlan::Of(
+      {request_.layout, distributionNotes_.file, serverNotes_.file, *documents_.distribution,
+       SavedSettings(), series_, [this](StringView name) { return IsWantedActive(name); }},
+      before, context_.options, context_.language);
 }
 
 bool FileMerge::Save(const SavePlan& plan) {

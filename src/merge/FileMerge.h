@@ -12,7 +12,6 @@
 #include "conf/ConfReader.h"
 #include "conf/ConfSetting.h"
 #include "conf/ConfWriter.h"
-#include "conf/Layout.h"
 #include "conf/SavePlan.h"
 #include "conf/SeriesGroups.h"
 #include "merge/History.h"
@@ -184,7 +183,6 @@ class FileMerge {
   void Swap(State& state);
 
   [[nodiscard]] const Document& SavedSettings() const;
-  [[nodiscard]] Wishes MakeWishes() const;
 
   Request request_;
   MergeContext context_;

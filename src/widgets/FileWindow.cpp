@@ -98,7 +98,7 @@ void FileWindow::Save() {
     return;
   }
   const Language& language = context_.with.language;
-  if (!AskToApply(WarningText(plan.warnings, language), DiffText(plan.changes, language))) return;
+  if (!AskToApply(WarningText(plan.warnings, language), plan.diff)) return;
   if (context_.merge.Save(plan)) ShowChanged();
 }
 

@@ -54,8 +54,8 @@ class ConfWriterTest : public ::testing::Test {
 
   bool Save(OpenedFile& file) {
     return ConfWriter(options_, language_, messages_)
-        .SaveBytes(file, ConfWriter(options_, language_, messages_)
-                             .ConfFileBytes(settings_, SeriesGroups(), file.charset));
+        .SaveBytes(file,
+                   ConfFileBytes(settings_, SeriesGroups(), file.charset, options_, language_));
   }
 
   ScratchFolder folder_;
@@ -276,9 +276,8 @@ TEST_F(ConfWriterTest, WhatWasWrittenReadsBackAndWritesTheSameBytes) {
                .LoadConfFile(path_, settings, series, &notes)) {
         break;
       }
-      const ConfWriter writer(options_, language_, messages_);
-      const std::string bytes =
-          writer.ConfFileBytes(*settings, SeriesGroups(*series), notes.file.Charset());
+      const std::string bytes = ConfFileBytes(*settings, SeriesGroups(*series),
+                                              notes.file.Charset(), options_, language_);
       if (pass == 2 || (pass == 1 && !joined)) {
         EXPECT_EQ(bytes, written) << content;
       }
