@@ -29,6 +29,10 @@ struct Insertion {
 };
 
 /// What the base lacks, as it comes from the other text, and where it goes.
+///
+/// Only what stays counts for the places: nothing goes behind a setting that is removed, or before
+/// a paragraph whose settings all are. New paragraphs behind the same paragraph of the base keep
+/// the order of the other text. At the end, settings come before series entries.
 class LayoutAdditions {
  public:
   /// What both sides of a save know; all references outlive the additions.
