@@ -155,6 +155,7 @@ void NEditForm::ShowContextMenu(QWidget* box, QPoint place) {
 }
 
 void NEditForm::Connect() {
+  connect(xEDG_->TextEditor(), &ValueEdit::TypingEnded, this, [this] { Merge().EndTyping(); });
   connect(series_, &SeriesTabs::ItemChecked, this, &NEditForm::EditSeries);
   connect(series_, &SeriesTabs::ItemSelected, this, &NEditForm::ShowSeriesComment);
   connect(apply_, &QPushButton::clicked, this, &NEditForm::Save);

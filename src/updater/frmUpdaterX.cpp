@@ -76,7 +76,7 @@ void frmUpdaterX::ConnectControls() {
   });
   for (ValueEdit* const editor : {originalValue_, actualValue_}) {
     UndoInMerge(editor);
-    connect(editor, &QLineEdit::editingFinished, this, [this] { Merge().EndTyping(); });
+    connect(editor, &ValueEdit::TypingEnded, this, [this] { Merge().EndTyping(); });
   }
   connect(tabLists_, &QTabWidget::currentChanged, this, &frmUpdaterX::ShowSelected);
   connect(series_, &SeriesTabs::ItemChecked, this, [this](int group, int item, bool checked) {

@@ -49,6 +49,7 @@ ValueEdit::ValueEdit(QWidget* parent) : QLineEdit(parent) {
   setMaxLength(std::numeric_limits<int>::max());
   setValidator(new OneLine(this));
   connect(this, &QLineEdit::textChanged, this, &ValueEdit::Mark);
+  connect(this, &QLineEdit::editingFinished, this, &ValueEdit::TypingEnded);
 }
 
 void ValueEdit::SetWarning(const String& warning) {
@@ -57,6 +58,7 @@ void ValueEdit::SetWarning(const String& warning) {
 }
 
 void ValueEdit::Begin(const QString& value) {
+  emit TypingEnded();
   first_ = value;
   setText(value);  // which forgets what could be undone
   Mark();          // also when signals are blocked
@@ -80,8 +82,10 @@ void ValueEdit::keyPressEvent(QKeyEvent* event) {
     QLineEdit::keyPressEvent(event);
     return;
   }
+  emit TypingEnded();  // so that undo brings back what was typed
   selectAll();
-  insert(first_);  // and not `setText`: Undo brings back what was typed
+  insert(first_);
+  emit TypingEnded();
 }
 
 void ValueEdit::paintEvent(QPaintEvent* event) {

@@ -35,6 +35,10 @@ class ValueEdit : public QLineEdit {
   /// that one cannot be undone into this one.
   void ShowValue(const QString& setting, const QString& value);
 
+ signals:
+  /// What is typed from now on is another edit than what was typed before.
+  void TypingEnded();
+
  protected:
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

@@ -47,7 +47,7 @@ class EditorTest : public QObject {
       for (int col = 0; col < 4; ++col) QCOMPARE(editor.Cell(row, col), rows[row][col]);
     }
     QCOMPARE(editor.form->windowTitle(),
-             "Editing a.conf - " + ToQString(editor.context.serverFolder) + "[*]");
+             "Editing a.conf - " + ToQString(PathText(editor.folder / "conf")) + "[*]");
     QCOMPARE(editor.Find<QGroupBox>("Frame1")->title(), QString("Editing: a.conf"));
     QCOMPARE(editor.Find<QPushButton>("Command3")->text(), QString("Apply"));
     QCOMPARE(editor.Comment(), QString("About a & <b>"));
@@ -71,7 +71,7 @@ class EditorTest : public QObject {
     QTest::keyClick(editor.T(), Qt::Key_Home);
     QTest::keyClicks(editor.T(), "xy");
     QCOMPARE(editor.Cell(0, 1), QString("xy5"));
-    QCOMPARE(Values(*editor.context.documents.server), std::string("a=xy5 b=6 own=7"));
+    QCOMPARE(editor.Settings(), std::string("a=xy5 b=6 own=7"));
     QCOMPARE(editor.T()->cursorPosition(), 2);
     for (int i = 0; i < 2; ++i) QTest::keyClick(editor.T(), Qt::Key_Backspace);
     QCOMPARE(editor.Cell(0, 1), QString("5"));
@@ -141,7 +141,7 @@ class EditorTest : public QObject {
   void takesBackWhatWasTyped() {
     Editor editor(kDistribution, kServer);
     QVERIFY(editor.Open());
-    const auto values = [&editor] { return Values(*editor.context.documents.server); };
+    const auto values = [&editor] { return editor.Settings(); };
     editor.ClickCell(0, 1);
     QTest::keyClicks(editor.T(), "x");
     QTest::keyClick(editor.T(), Qt::Key_Down);
@@ -152,10 +152,8 @@ class EditorTest : public QObject {
     QVERIFY(editor.T()->hasFocus() && editor.form->isVisible());
     QTest::keySequence(editor.T(), QKeySequence::Undo);
     QCOMPARE(values(), std::string("a=5x b=6yz own=7"));
-    QTest::keyClick(editor.T(), Qt::Key_Escape);
-    QCOMPARE(editor.form->Changed(), std::int16_t(1));  // also when all is as before
     editor.messages.Answer({Button::kYes});
-    QTest::keyClick(editor.T(), Qt::Key_Escape);
+    QTest::keyClick(editor.Grid(), Qt::Key_Escape);
     QVERIFY(!editor.form->isVisible());
 
     QVERIFY(editor.Open());
@@ -254,11 +252,11 @@ class EditorTest : public QObject {
 
   void staysChangedWhenSavingFails() {
     Editor editor(kDistribution, kServer);
-    editor.context.server = {editor.folder / "missing" / "a.conf"};
     QVERIFY(editor.Open());
     editor.ClickCell(0, 1);
     QTest::keyClicks(editor.T(), "0");
-    editor.messages.Answer({Button::kYes});
+    std::filesystem::remove_all(editor.folder / "conf");
+    editor.messages.Answer({Button::kYes, Button::kYes});
     editor.Press("Command3");
     QVERIFY(editor.messages.Take().last().startsWith("[0] Error: "));
     QVERIFY(editor.Changed());
@@ -300,8 +298,7 @@ class EditorTest : public QObject {
     QCOMPARE(editor.Comment(), QString("** n/a **"));
     QTest::keyClick(maps, Qt::Key_Space);
     QVERIFY(editor.Changed());
-    QCOMPARE(Values(*editor.context.documents.serverSeries), std::string("m1= m2= n1= m3="));
-    QCOMPARE(editor.Disabled(u"m2"), QString("1"));
+    QVERIFY(editor.merge->Series().Selected(0, 1));
     QTest::keyClick(maps, Qt::Key_Return);
     QCOMPARE(editor.messages.Take(), QStringList());  // presses no button
     editor.messages.Answer({Button::kYes});
@@ -312,7 +309,7 @@ class EditorTest : public QObject {
     editor.Find<SeriesTabs>("TSeries")->setCurrentIndex(1);
     QTest::keyClick(editor.List(1), Qt::Key_Space);
     QVERIFY(editor.Changed());  // an only item
-    QCOMPARE(editor.Disabled(u"n1"), QString("0"));
+    QVERIFY(!editor.merge->Series().Selected(1, 0));
   }
 
   void opensWithUpToTenKindsOfSeries_data() {

@@ -11,7 +11,6 @@
 
 #include "ScratchFolder.h"
 #include "Trees.h"
-#include "conf/ConfReader.h"
 #include "editor/EditGridView.h"
 #include "editor/NEditForm.h"
 #include "widgets/GuiMessages.h"
@@ -31,19 +30,17 @@ struct Editor {
       std::filesystem::create_directory(folder / name);
       WriteFile(folder / name / "a.conf", text);
     }
-    const ConfReader reader(options, language, messages);
-    context.serverFolder = PathText(folder / "conf");
-    read = reader.LoadConfFile(folder / "dist" / "a.conf", context.documents.distribution,
-                               context.documents.distributionSeries) &&
-           reader.LoadConfFile(folder / "conf" / "a.conf", context.documents.server,
-                               context.documents.serverSeries);
-    context.server = OpenedFile::FromDisk(folder / "conf" / "a.conf");
   }
 
   [[nodiscard]] bool Open() {
-    form = std::make_unique<NEditForm>(context, nullptr);
+    form.reset();
+    merge = FileMerge::Open(
+        {folder / "dist" / "a.conf", folder / "conf" / "a.conf", FileMerge::Purpose::kEdit}, with);
+    if (merge == nullptr) return false;
+    form = std::make_unique<NEditForm>(
+        FileContext{*merge, with, PathText(folder / "conf"), u"a.conf"}, nullptr);
     form->LoadGrid();
-    if (!read || !form->LoadSeries()) return false;
+    form->LoadSeries();
     form->resize(700, 600);
     form->show();
     return QTest::qWaitForWindowActive(form.get());
@@ -64,10 +61,8 @@ struct Editor {
   }
   [[nodiscard]] bool Changed() const { return form->isWindowModified(); }
 
-  [[nodiscard]] QString Disabled(StringView entry) const {
-    const auto field = context.documents.serverSeries->Fields().Field(entry);
-    return ToQString(field->Parameters().Parameter(u"Disabled")->Value());
-  }
+  /// @return the server's settings as they would be saved.
+  [[nodiscard]] std::string Settings() const { return Values(merge->ServerSettings()); }
 
   void ClickCell(int row, int col) const {
     const QRect cell = Grid()->visualRect(Grid()->model()->index(row, col));
@@ -81,8 +76,8 @@ struct Editor {
   Options options;
   Language language;
   GuiMessages messages;
-  FileContext context{options, language, messages, {}, {}, u"a.conf"};
-  bool read = false;
+  const MergeContext with{options, language, messages};
+  std::unique_ptr<FileMerge> merge;
   std::unique_ptr<NEditForm> form;
 };
 

@@ -11,7 +11,6 @@
 
 #include "ScratchFolder.h"
 #include "Trees.h"
-#include "conf/ConfReader.h"
 #include "updater/frmUpdaterX.h"
 #include "widgets/GuiMessages.h"
 #include "widgets/PrivateState.h"
@@ -30,17 +29,14 @@ class OpenUpdater : public QObject {
  protected:
   /// Reads the two texts and shows the window on them.
   void Open(std::string_view distribution = kDistribution, std::string_view server = kServer) {
-    const ConfReader reader(options_, language_, messages_);
-    ConfDocuments documents;
+    window_.reset();
     WriteFile(*folder_ / "dist", distribution);
     WriteFile(*folder_ / "a.conf", server);
-    QVERIFY(reader.LoadConfFile(*folder_ / "dist", documents.distribution,
-                                documents.distributionSeries));
-    QVERIFY(reader.LoadConfFile(*folder_ / "a.conf", documents.server, documents.serverSeries));
-    FileContext context{options_, language_, messages_, documents, PathText(folder_->Folder()),
-                        fileName_};
-    context.server = OpenedFile::FromDisk(*folder_ / PathFromText(fileName_));
-    window_ = std::make_unique<frmUpdaterX>(context);
+    const MergeContext with{options_, language_, messages_};
+    merge_ = FileMerge::Open({*folder_ / "dist", *folder_ / "a.conf"}, with);
+    QVERIFY(merge_ != nullptr);
+    window_ = std::make_unique<frmUpdaterX>(
+        FileContext{*merge_, with, PathText(folder_->Folder()), u"a.conf"});
     window_->FillLists();
     window_->FillSeries();
     window_->show();
@@ -96,7 +92,7 @@ class OpenUpdater : public QObject {
   Options options_;
   Language language_;
   GuiMessages messages_;
-  String fileName_;
+  std::unique_ptr<FileMerge> merge_;
   std::unique_ptr<frmUpdaterX> window_;
 };
 
