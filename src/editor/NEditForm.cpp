@@ -114,44 +114,28 @@ void NEditForm::AddClipboardActions() {
   connect(copy_, &QAction::triggered, this, &NEditForm::Copy);
   connect(paste_, &QAction::triggered, this, &NEditForm::Paste);
   addActions({copy_, paste_});
-  for (QWidget* const box :
-       std::initializer_list<QWidget*>{xEDG_->TextEditor(), comments_, xEDG_}) {
+  for (QAbstractScrollArea* const box :
+       std::initializer_list<QAbstractScrollArea*>{comments_, xEDG_}) {
     box->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(box, &QWidget::customContextMenuRequested, this,
             [this, box](QPoint place) { ShowContextMenu(box, place); });
   }
-  UndoInMerge(xEDG_->TextEditor());
-  comments_->installEventFilter(this);
-}
-
-/// Puts the window's Copy and Paste in the places of the toolkit's.
-void NEditForm::TakeOver(QMenu& menu) {
-  for (QAction* const standard : menu.actions()) {
-    const QString caption = standard->text().section('\t', 0, 0);  // keys may stand behind a tab
-    for (QAction* const own : {copy_, paste_}) {
-      if (caption != own->text()) continue;
-      menu.insertAction(standard, own);
-      menu.removeAction(standard);
-    }
+  for (QWidget* const control :
+       std::initializer_list<QWidget*>{xEDG_->TextEditor(), comments_, xEDG_}) {
+    UndoInMerge(control);
   }
 }
 
-void NEditForm::ShowContextMenu(QWidget* box, QPoint place) {
+void NEditForm::ShowContextMenu(QAbstractScrollArea* box, QPoint place) {
   std::unique_ptr<QMenu> menu;
-  if (auto* const line = qobject_cast<QLineEdit*>(box)) {
-    menu.reset(line->createStandardContextMenu());
-    TakeOver(*menu);
-  } else if (auto* const comments = qobject_cast<QPlainTextEdit*>(box)) {
+  if (auto* const comments = qobject_cast<QPlainTextEdit*>(box)) {
     menu.reset(comments->createStandardContextMenu());
-    TakeOver(*menu);
   } else {
     menu = std::make_unique<QMenu>(box);
     menu->addAction(copy_);
   }
-  menu->setObjectName("contextMenu");
   // Areas that scroll count from within their margins.
-  const auto* const area = qobject_cast<QAbstractScrollArea*>(box);
-  menu->exec((area != nullptr ? area->viewport() : box)->mapToGlobal(place));
+  ShowMenu(*menu, box->viewport()->mapToGlobal(place));
 }
 
 void NEditForm::Connect() {
@@ -266,7 +250,7 @@ void NEditForm::ShowMerge() {
   for (int row = 1; row < grid.Rows(); ++row) {
     grid.SetCellValue(row, kActualValue, SettingOf(row)->Value());
   }
-  grid.MoveTo(grid.Row(), grid.Col());  // which closes the editor
+  grid.EditorKeyPress(xEditGrid::kEnter);  // which closes the editor
   xEDG_->Reload();
   series_->ShowChecks(Merge().Series());
 }

@@ -4,10 +4,10 @@
 #include "grid/xEditGridEvents.h"
 #include "widgets/FileWindow.h"
 
+class QAbstractScrollArea;
 class QAction;
 class QGroupBox;
 class QLineEdit;
-class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 
@@ -68,8 +68,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   /// one name.
   [[nodiscard]] Fields::Pointer SettingOf(int row) const;
   void ShowSettingComment();
-  void TakeOver(QMenu& menu);
-  void ShowContextMenu(QWidget* box, QPoint place);
+  void ShowContextMenu(QAbstractScrollArea* box, QPoint place);
   /// @return the height of a comments box of so many lines, in twips.
   [[nodiscard]] int CommentsHeight(int lines) const;
   /// @return the least height that the series want, in twips: the tabs and about one entry.

@@ -121,7 +121,7 @@ int FileMerge::Do(Step step, const String& topic, Change change) {
   std::optional<State> before;
   if (!history_.Continues(topic)) before = Capture();
   const int changed = change();
-  if (changed > 0 && before) history_.Add(step, topic, std::move(*before));
+  if (changed > 0 && before) history_.Add(step, Counts(step), topic, std::move(*before));
   return changed;
 }
 
@@ -233,7 +233,7 @@ void FileMerge::Redo() {
   if (CanRedo()) history_.Redo([this](State& state) { Swap(state); });
 }
 
-std::optional<FileMerge::Step> FileMerge::UnsavedStep() const { return history_.Unsaved(Counts); }
+std::optional<FileMerge::Step> FileMerge::UnsavedStep() const { return history_.Unsaved(); }
 
 const Document& FileMerge::SavedSettings() const {
   return request_.purpose == Purpose::kEdit ? *documents_.server : comparison_->ActualFields();

@@ -24,72 +24,76 @@ class History {
   }
 
   /// Adds a step and forgets what was undone.
+  /// @param counts whether the step makes a difference to what is saved
   /// @param topic what is being typed: further changes of the same topic are part of the step,
   ///   until something else happens; empty for a step of its own
   /// @param before the state before the step
-  void Add(Kind kind, const String& topic, State before) {
+  void Add(Kind kind, bool counts, const String& topic, State before) {
     topic_ = topic;
     steps_.resize(position_);
-    if (saved_ && *saved_ > position_) saved_.reset();
-    steps_.push_back({kind, std::move(before)});
+    steps_.push_back({std::move(before), current_});
+    if (counts) current_ = {++contents_, kind};
     ++position_;
-    if (steps_.size() > kMost) ForgetOldest();
+    if (steps_.size() <= kMost) return;
+    steps_.erase(steps_.begin());
+    --position_;
   }
 
   [[nodiscard]] bool CanUndo() const { return position_ > 0; }
   [[nodiscard]] bool CanRedo() const { return position_ < steps_.size(); }
 
   /// Steps back. @param swap gives the state to return to and receives the one that is left
-  template <class Swap>
-  void Undo(Swap swap) {
+  template <class SwapState>
+  void Undo(SwapState swap) {
     topic_.clear();
-    swap(steps_[--position_].state);
+    Swap(steps_[--position_], swap);
   }
 
-  template <class Swap>
-  void Redo(Swap swap) {
+  template <class SwapState>
+  void Redo(SwapState swap) {
     topic_.clear();
-    swap(steps_[position_++].state);
+    Swap(steps_[position_++], swap);
   }
 
   void EndTyping() { topic_.clear(); }
 
   /// The current state is the saved one.
   void MarkSaved() {
-    saved_ = position_;
+    saved_ = current_;
     topic_.clear();
   }
 
   /// @return what the last step that counts did since the save, or before it when it was undone;
-  /// nothing when the saved state is the current one.
-  /// @param counts whether steps of a kind make a difference to what is saved
-  template <class Counts>
-  [[nodiscard]] std::optional<Kind> Unsaved(Counts counts) const {
-    const size_t first = saved_ ? std::min(*saved_, position_) : 0;
-    const size_t last = saved_ ? std::max(*saved_, position_) : position_;
-    for (size_t i = last; i > first; --i) {
-      if (counts(steps_[i - 1].kind)) return steps_[i - 1].kind;
-    }
-    if (saved_) return std::nullopt;
-    return steps_[position_ > 0 ? position_ - 1 : 0].kind;
+  /// nothing when the current state has the saved content.
+  [[nodiscard]] std::optional<Kind> Unsaved() const {
+    if (current_.number == saved_.number) return std::nullopt;
+    return std::max(current_, saved_,
+                    [](const Content& a, const Content& b) { return a.number < b.number; })
+        .made;
   }
 
  private:
+  /// What a save would write; each step that counts makes another one.
+  struct Content {
+    size_t number = 0;
+    Kind made{};  // the kind of the step that made it
+  };
   struct Step {
-    Kind kind;
     State state;
+    Content content;  // of that state
   };
 
-  void ForgetOldest() {
-    steps_.erase(steps_.begin());
-    --position_;
-    if (saved_ == size_t{0}) saved_.reset();
-    if (saved_) --*saved_;
+  template <class SwapState>
+  void Swap(Step& step, SwapState swap) {
+    swap(step.state);
+    std::swap(step.content, current_);
   }
 
   std::vector<Step> steps_;
-  size_t position_ = 0;              // how many steps are done
-  std::optional<size_t> saved_ = 0;  // how many were done at the save; nothing: it is out of reach
+  size_t position_ = 0;  // how many steps are done
+  size_t contents_ = 0;  // how many have been made
+  Content current_;
+  Content saved_;
   String topic_;
 };
 

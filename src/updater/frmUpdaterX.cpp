@@ -38,7 +38,6 @@ frmUpdaterX::frmUpdaterX(FileContext context, QWidget* parent)
   BuildWindow();
   OrderTabs();
   ConnectControls();
-  UpdateChangesPage();
 }
 
 void frmUpdaterX::ConnectControls() {
@@ -74,8 +73,11 @@ void frmUpdaterX::ConnectControls() {
     if (!name || !Merge().SetValue(FileMerge::List::kActual, *name, FromQString(text))) return;
     ShowChanged();
   });
+  for (QWidget* const control :
+       std::initializer_list<QWidget*>{originalValue_, actualValue_, value_, comments_}) {
+    UndoInMerge(control);
+  }
   for (ValueEdit* const editor : {originalValue_, actualValue_}) {
-    UndoInMerge(editor);
     connect(editor, &ValueEdit::TypingEnded, this, [this] { Merge().EndTyping(); });
   }
   connect(tabLists_, &QTabWidget::currentChanged, this, &frmUpdaterX::ShowSelected);
@@ -88,6 +90,7 @@ void frmUpdaterX::ConnectControls() {
 }
 
 void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& ticked) {
+  const QWidget* const focused = focusWidget();
   for (const int k : {kNew, kActual, kDeleted}) {
     CheckList items;
     for (const Field& field : Tree(k).Fields()) {
@@ -102,7 +105,9 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
   }
   UpdateButtons();
   ShowSelected();
-  if (focusWidget() == nullptr) lists_[ShownList()]->setFocus();
+  UpdateChangesPage();
+  // What has nothing left to do passes the focus on; it belongs beside that.
+  if (focused == nullptr || focusWidget() != focused) lists_[ShownList()]->setFocus();
 }
 
 void frmUpdaterX::FillSeries() {
@@ -164,7 +169,6 @@ void frmUpdaterX::SelectAll(int list) {
 }
 
 void frmUpdaterX::Move(int index) {
-  const bool hadFocus = moves_[index]->hasFocus();
   int moved = 0;
   if (index == kNew) {
     if (const auto name = lists_[kNew]->CurrentName()) moved = Merge().Add({*name});
@@ -176,8 +180,6 @@ void frmUpdaterX::Move(int index) {
   if (moved == 0) return;
   ShowChanged();
   FillAgain(index);
-  // A button that has nothing left to do passes the focus on; it belongs beside that button.
-  if (hadFocus && !moves_[index]->hasFocus()) lists_[ShownList()]->setFocus();
 }
 
 void frmUpdaterX::FillAgain(std::optional<int> unticked) {
@@ -186,7 +188,6 @@ void frmUpdaterX::FillAgain(std::optional<int> unticked) {
     if (k != unticked) ticked[k] = lists_[k]->TickedNames();
   }
   FillListsTicking(ticked);
-  UpdateChangesPage();
 }
 
 void frmUpdaterX::ShowMerge() {

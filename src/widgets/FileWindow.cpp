@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextDocument>
@@ -23,16 +24,23 @@ FileWindow::FileWindow(FileContext context, QWidget* parent)
 }
 
 void FileWindow::AddUndo() {
+  const auto add = [this](const QString& caption, const char* name, void (FileMerge::*step)()) {
+    auto* const action = new QAction(caption, this);
+    action->setObjectName(name);
+    connect(action, &QAction::triggered, this, [this, step] { Step(step); });
+    addAction(action);
+    return action;
+  };
   // In the toolkit's words, which it translates.
-  undo_ = new QAction(QLineEdit::tr("&Undo"), this);
-  redo_ = new QAction(QLineEdit::tr("&Redo"), this);
-  undo_->setObjectName("Undo");
-  redo_->setObjectName("Redo");
-  undo_->setShortcut(QKeySequence::Undo);
-  redo_->setShortcuts({QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")});
-  connect(undo_, &QAction::triggered, this, [this] { Step(&FileMerge::Undo); });
-  connect(redo_, &QAction::triggered, this, [this] { Step(&FileMerge::Redo); });
-  addActions({undo_, redo_});
+  undo_ = add(QLineEdit::tr("&Undo"), "Undo", &FileMerge::Undo);
+  redo_ = add(QLineEdit::tr("&Redo"), "Redo", &FileMerge::Redo);
+  undo_->setShortcuts(QKeySequence::Undo);
+  QList<QKeySequence> keys = QKeySequence::keyBindings(QKeySequence::Redo);
+  for (const char* const common : {"Ctrl+Shift+Z", "Ctrl+Y"}) {
+    // A key that is there twice would be ambiguous.
+    if (!keys.contains(QKeySequence(common))) keys << QKeySequence(common);
+  }
+  redo_->setShortcuts(keys);
   ShowChanged();
 }
 
@@ -70,18 +78,41 @@ void FileWindow::ShowChanged() {
   redo_->setEnabled(context_.merge.CanRedo());
 }
 
-void FileWindow::UndoInMerge(QWidget* control) { control->installEventFilter(this); }
+void FileWindow::UndoInMerge(QWidget* control) {
+  control->installEventFilter(this);
+  auto* const line = qobject_cast<QLineEdit*>(control);
+  if (line == nullptr) return;
+  line->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(line, &QWidget::customContextMenuRequested, this, [this, line](QPoint place) {
+    const std::unique_ptr<QMenu> menu(line->createStandardContextMenu());
+    ShowMenu(*menu, line->mapToGlobal(place));
+  });
+}
 
-/// Leaves the shortcuts of undo and redo to the window's actions, which text controls would take.
+/// Leaves the keys of undo and redo to the window, also while there is nothing to undo.
 bool FileWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride) {
-    const auto& key = *static_cast<QKeyEvent*>(event);
-    if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
-      event->ignore();
+  const bool pressed = event->type() == QEvent::KeyPress;
+  if (pressed || event->type() == QEvent::ShortcutOverride) {
+    const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
+    if (undo_->shortcuts().contains(key) || redo_->shortcuts().contains(key)) {
+      event->setAccepted(pressed);
       return true;
     }
   }
   return QDialog::eventFilter(watched, event);
+}
+
+void FileWindow::ShowMenu(QMenu& menu, QPoint place) {
+  for (QAction* const standard : menu.actions()) {
+    const QString caption = standard->text().section('\t', 0, 0);  // keys may stand behind a tab
+    for (QAction* const own : actions()) {
+      if (own == standard || caption != own->text()) continue;
+      menu.insertAction(standard, own);
+      menu.removeAction(standard);
+    }
+  }
+  menu.setObjectName("contextMenu");
+  menu.exec(place);
 }
 
 void FileWindow::SetTitle(const String& title) {

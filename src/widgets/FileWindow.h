@@ -6,6 +6,7 @@
 #include "widgets/FileContext.h"
 
 class QAction;
+class QMenu;
 class QPlainTextEdit;
 
 namespace quenmar {
@@ -45,9 +46,13 @@ class FileWindow : public QDialog {
   /// undo or to redo. To be called after every change.
   void ShowChanged();
 
-  /// Makes a text control leave undoing and redoing to the window, as far as what is typed in it
-  /// goes into the merge at once.
+  /// Makes a text control leave undo and redo to the window, by key and in the context menu of a
+  /// line. What is typed there is to go into the merge at once.
   void UndoInMerge(QWidget* control);
+
+  /// Shows a context menu with the window's actions in the places of the toolkit's.
+  /// @param place on the screen
+  void ShowMenu(QMenu& menu, QPoint place);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -378,6 +378,56 @@ class EditorTest : public QObject {
     }
   }
 
+  void undoesAndRedoesByKey() {
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    const auto press = [&editor](const QKeySequence& key) {
+      QTest::keySequence(editor.form->focusWidget(), key);
+    };
+    const auto* const undo = editor.Find<QAction>("Undo");
+    const auto* const redo = editor.Find<QAction>("Redo");
+    QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+    editor.ClickCell(1, 1);
+    QTest::keyClicks(editor.T(), "xy");
+    QTest::keyClick(editor.T(), Qt::Key_Down);
+    QTest::keyClicks(editor.T(), "z");
+    QTest::keyClick(editor.T(), Qt::Key_Up);
+    QTest::keyClick(editor.T(), Qt::Key_Down);
+    QTest::keyClicks(editor.T(), "w");  // another edit of the same value
+    for (const char* const left : {"a=5 b=6xy own=7z", "a=5 b=6xy own=7", "a=5 b=6 own=7"}) {
+      QVERIFY(editor.Changed() && undo->isEnabled());
+      press(QKeySequence::Undo);
+      QCOMPARE(editor.Settings(), std::string(left));
+      QVERIFY(editor.T()->isHidden() && editor.Grid()->hasFocus());
+      QCOMPARE(editor.Grid()->currentIndex(), editor.Grid()->model()->index(2, 1));
+    }
+    QVERIFY(!editor.Changed() && !undo->isEnabled());
+    QCOMPARE(editor.Cell(1, 1), QString("6"));
+    press(QKeySequence("Ctrl+Y"));
+    QCOMPARE(editor.Cell(1, 1), QString("6xy"));
+    editor.ClickCell(0, 1);
+    press(QKeySequence("Ctrl+Shift+Z"));
+    QCOMPARE(editor.Cell(2, 1), QString("7z"));
+    QCOMPARE(editor.Grid()->currentIndex().row(), 0);
+
+    QListWidget* const maps = editor.List(0);
+    maps->setFocus();
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Space}) QTest::keyClick(maps, key);
+    QVERIFY(!redo->isEnabled());
+    for (const bool on : {false, true, false}) {
+      press(on ? QKeySequence::Redo : QKeySequence::Undo);
+      QCOMPARE(maps->item(1)->checkState(), on ? Qt::Checked : Qt::Unchecked);
+      QVERIFY(maps->hasFocus() && maps->currentRow() == 1);
+    }
+    editor.messages.Answer({Button::kYes});
+    editor.Press("Command3");
+    QVERIFY(!editor.Changed() && undo->isEnabled());
+    editor.Find<QPlainTextEdit>("Comments")->setFocus();
+    press(QKeySequence::Undo);
+    QVERIFY(editor.Changed());
+    QCOMPARE(editor.Cell(2, 1), QString("7"));
+  }
+
   void copiesAndPastes() {
     Editor editor(kDistribution, kServer);
     QVERIFY(editor.Open());
@@ -401,13 +451,14 @@ class EditorTest : public QObject {
     Editor editor(kDistribution, kServer);
     QVERIFY(editor.Open());
     QStringList offered;
+    QString chosen = "Copy";
     QTimer poll;
-    connect(&poll, &QTimer::timeout, this, [&offered] {
+    connect(&poll, &QTimer::timeout, this, [&offered, &chosen] {
       auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
       if (menu == nullptr) return;
       for (QAction* const action : menu->actions()) {
         offered << action->objectName();
-        if (action->objectName() == "Copy") action->trigger();
+        if (action->objectName() == chosen) action->trigger();
       }
       menu->close();
     });
@@ -424,10 +475,15 @@ class EditorTest : public QObject {
       QCOMPARE(offered, QStringList("Copy"));
       QCOMPARE(QGuiApplication::clipboard()->text(), QString("a"));
     }
-    // The menu of the value: undo, redo and cut, too.
     editor.ClickCell(0, 1);
+    QTest::keyClicks(editor.T(), "x");
+    QTest::keyClick(editor.T(), Qt::Key_Down);
+    chosen = "Undo";
     ask(editor.T(), QContextMenuEvent::Keyboard);
-    QVERIFY(offered.contains("Copy") && offered.contains("Paste") && offered.size() > 6);
+    for (const char* const own : {"Undo", "Redo", "Copy", "Paste"}) QCOMPARE(offered.count(own), 1);
+    QVERIFY(offered.size() > 6);  // to cut, too
+    QCOMPARE(editor.Cell(0, 1), QString("5"));
+    QCOMPARE(editor.form->focusWidget(), editor.Grid());
   }
 
   void choosesAndGrowsAndRefuses() {

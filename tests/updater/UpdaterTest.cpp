@@ -1,3 +1,4 @@
+#include <QAction>
 #include <array>
 #include <functional>
 
@@ -39,6 +40,8 @@ class UpdaterTest : public OpenUpdater {
   void OnlyASaveThatSucceedsEndsTheChanges();
   void ClosingAsksOnceThereAreChanges();
   void HelpExplainsTheLists();
+  void UndoesAndRedoesByKey();
+  void UndoKeepsTicksAndFocus();
   void WorksByKeyboardAlone();
 };
 
@@ -414,6 +417,95 @@ void UpdaterTest::HelpExplainsTheLists() {
            (QStringList{"[64] " + ToQString(language_.Text(Message::kNewSettingsHelp)),
                         "[64] " + ToQString(language_.Text(Message::kObsoleteSettingsHelp))}));
   QCOMPARE(window_->Changed(), 0);
+}
+
+void UpdaterTest::UndoesAndRedoesByKey() {
+  Open();
+  const auto* const undo = Find<QAction>("Undo");
+  const auto* const redo = Find<QAction>("Redo");
+  QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+  const auto type = [this](const char* editor) {
+    Find<QLineEdit>(editor)->setFocus();
+    Type(editor, "x//y");
+  };
+  auto* const maps = Find<QListWidget>("lstSeries0");
+  const std::vector<std::function<void()>> steps{[&] { type("txtOriginalValue"); },
+                                                 [&] { Press("cmdMove0"); },
+                                                 [&] {
+                                                   Pages()->setCurrentIndex(1);
+                                                   type("txtActualValue");
+                                                 },
+                                                 [&] {
+                                                   Click(List(1), 1, true);
+                                                   Press("cmdMove1");
+                                                 },
+                                                 [&] {
+                                                   maps->setFocus();
+                                                   QTest::keyClick(maps, Qt::Key_Space);
+                                                 }};
+  const auto state = [&] {
+    QStringList shown;
+    for (const auto list : {FileMerge::List::kNew, FileMerge::List::kActual}) {
+      shown << QString::fromStdString(Values(merge_->Tree(list)));
+    }
+    for (int k = 0; k < 3; ++k) shown << Items(k).remove('+');
+    shown << Find<QLineEdit>("txtActualValue")->text();
+    return shown << Items(maps);
+  };
+  QList<QStringList> states{state()};
+  for (const auto& step : steps) {
+    step();
+    QVERIFY(!states.contains(state()));
+    states << state();
+  }
+  const auto press = [this](const QKeySequence& key) {
+    QTest::keySequence(window_->focusWidget(), key);
+  };
+  const auto count = states.size();
+  for (auto i = count - 2; i >= 0; --i) {
+    QVERIFY(undo->isEnabled());
+    press(QKeySequence::Undo);
+    QCOMPARE(state(), states[i]);
+    QCOMPARE(window_->isWindowModified(), i > 1);  // a new setting's value is not saved
+    QVERIFY(redo->isEnabled());
+  }
+  QVERIFY(!undo->isEnabled());
+  Find<QLineEdit>("txtActualValue")->setFocus();
+  press(QKeySequence::Undo);  // nothing, also not in the editor
+  QCOMPARE(state(), states[0]);
+  for (int i = 1; i < count; ++i) {
+    press(QKeySequence(i % 2 == 0 ? "Ctrl+Y" : "Ctrl+Shift+Z"));
+    QCOMPARE(state(), states[i]);
+  }
+  QVERIFY(!redo->isEnabled() && window_->isWindowModified());
+  Applied();
+  QVERIFY(!window_->isWindowModified());
+  press(QKeySequence::Undo);
+  QVERIFY(window_->isWindowModified());
+  press(QKeySequence::Redo);
+  QVERIFY(!window_->isWindowModified());
+}
+
+void UpdaterTest::UndoKeepsTicksAndFocus() {
+  Open("a: 1\r\nb: 2\r\nc: 3\r\n//d: 4\r\n", "a: 1\r\nb: 2\r\nc: 3\r\nd: 4\r\n");
+  Click(List(1), 3, true);
+  Press("cmdMove1");
+  Click(List(1), 0, true);
+  Click(List(1), 2);
+  Pages()->setCurrentIndex(0);
+  for (QWidget* const focused : std::initializer_list<QWidget*>{
+           List(2), Find<QLineEdit>("txtValue"), Find<QPlainTextEdit>("txtComments")}) {
+    Pages()->setCurrentIndex(0);
+    focused->setFocus();
+    QVERIFY(focused->hasFocus());
+    QTest::keySequence(focused, QKeySequence::Undo);  // which leaves that page without settings
+    QCOMPARE(Pages()->currentIndex(), 1);
+    QCOMPARE(Items(1), "+a b c d");
+    QCOMPARE(List(1)->currentRow(), 2);
+    QVERIFY(window_->focusWidget() == focused ? focused->isVisible() : List(1)->hasFocus());
+    QTest::keySequence(window_->focusWidget(), QKeySequence::Redo);
+    QCOMPARE(Items(2), "d");
+  }
 }
 
 void UpdaterTest::WorksByKeyboardAlone() {
