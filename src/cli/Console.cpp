@@ -89,7 +89,7 @@ void AddMerge(CLI::App& app, MergeArguments& arguments) {
           "What the file is made of: settings only, the server's own lines, or the distribution's "
           "lines")
       ->check(CLI::IsMember({"settings", "server", "distribution"}))
-      ->type_name("settings|server|distribution");
+      ->type_name("LAYOUT");
   AddRepeated(command, "--restore", arguments.restore, "NAME", "Keep an obsolete setting");
   command.add_flag("--restore-all", arguments.restoreAll, "Keep all obsolete settings");
   AddRepeated(command, "--add", arguments.add, "NAME", "Add a new setting");

@@ -1,0 +1,121 @@
+// Merges that keep the lines of a file, and merges of many files, on the console.
+#include "cli/ConsoleFixture.h"
+
+namespace quenmar {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+constexpr const char* kTheirs =
+    "// Their head\r\n\r\n// rate of all\r\nrate: 100\r\n\r\n// about base\r\nbase: 1 // "
+    "low\r\n\r\n"
+    "// needed now\r\nfresh: 7\r\n\r\nnpc: a.txt\r\n";
+constexpr const char* kMine =
+    "# My head\n\nrate: 150   // mine\n//base: 2\nnote: 5\n\n// gone\nold: 3\n\n//npc: a.txt\n";
+
+class LayoutMergeTest : public ConsoleTest {
+ protected:
+  LayoutMergeTest() {
+    Write("dist/a.conf", kTheirs);
+    Write("server/a.conf", kMine);
+  }
+  bool HasCopy() { return std::filesystem::exists(folder_ / "server/a.conf.bak"); }
+};
+
+TEST_F(LayoutMergeTest, KeepsTheLinesOfTheChosenFile) {
+  struct Case {
+    std::vector<std::string> options;
+    const char* merged;
+  };
+  const Case kCases[] = {
+      {{"--layout", "server", "--restore-all", "--set", "rate=9"},
+       "# My head\n\nrate: 9   // mine\n//base: 2\nnote: 5\n\n// gone\nold: 3\n\n//npc: a.txt\n"},
+      {{"--layout", "server", "--restore", "note", "--add", "fresh", "--set", "base=4"},
+       "# My head\n\nrate: 150   // mine\nbase: 4\nnote: 5\n\n// needed now\nfresh: 7\n\n"
+       "//npc: a.txt\n"},
+      {{"--layout", "server", "--restore-all", "--switch-on", "base", "--switch-off", "rate",
+        "--switch-on", "npc:a.txt", "--set", "base=4"},
+       "# My head\n\n//rate: 150   // mine\nbase: 4\nnote: 5\n\n// gone\nold: 3\n\nnpc: a.txt\n"},
+      {{"--layout", "server", "--restore-all", "--set", "base=4", "--switch-off", "base"},
+       "# My head\n\nrate: 150   // mine\n//base: 4\nnote: 5\n\n// gone\nold: 3\n\n//npc: a.txt\n"},
+      {{"--layout", "distribution"},
+       "// Their head\r\n\r\n// rate of all\r\nrate: 150\r\n\r\n// about base\r\n//base: 2 // "
+       "low\r\n"
+       "\r\n//npc: a.txt\r\n"},
+      {{"--layout", "settings", "--switch-on", "npc:a.txt"},
+       "rate: 150\r\nbase: 2\r\nnpc: a.txt\r\n"},
+  };
+  for (const auto& [options, merged] : kCases) {
+    std::vector<std::string> printing = options;
+    printing.insert(printing.end(), {"--output", "-"});
+    EXPECT_EQ(Merge(printing), kNothingToDo) << err_;
+    EXPECT_EQ(out_, merged);
+    EXPECT_EQ(Merge(options), kNothingToDo);
+    EXPECT_EQ(Read("server/a.conf"), merged);
+    Write("server/a.conf", kMine);
+  }
+}
+
+TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
+  WriteFile(folder_ / "options.reg",
+            "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n"
+            "\"Layout\"=\"server\"\r\n");
+  EXPECT_EQ(Merge({"--restore-all", "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "no changes\n");
+  EXPECT_EQ(Merge({"--restore-all"}), kNothingToDo);
+  EXPECT_THAT(err_, HasSubstr("Saved!"));
+  EXPECT_FALSE(HasCopy());
+  EXPECT_EQ(Merge({"--restore", "note", "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "removed        old: 3\ncomment lines lost: 1\n");
+  EXPECT_EQ(Run({"check", At("dist"), At("server")}), kDifferences);
+  EXPECT_THAT(out_, AllOf(HasSubstr("save     2 removed\n"), Not(HasSubstr("reformatted"))));
+}
+
+TEST_F(LayoutMergeTest, RefusesWhatALayoutCannotDo) {
+  const std::pair<std::vector<std::string>, const char*> kCases[] = {
+      {{"--layout", "settings", "--switch-off", "rate"}, "every setting is active"},
+      {{"--layout", "server", "--restore-all", "--switch-off", "note"}, "it would be a comment"},
+      {{"--layout", "server", "--switch-off", "none"}, "none is not among the kept settings"},
+      {{"--switch-on", "npc:none"}, "there is no such series entry"},
+      {{"--layout", "server", "--fix-line-ends"}, "keeps the line ends"},
+      {{"--layout", "other"}, "other not in"},
+      {{"--all"}, "excludes"},
+  };
+  for (const auto& [options, message] : kCases) {
+    EXPECT_EQ(Merge(options), kTrouble);
+    EXPECT_THAT(err_, HasSubstr(message));
+    EXPECT_EQ(Read("server/a.conf"), kMine);
+  }
+}
+
+TEST_F(LayoutMergeTest, MergesAllFiles) {
+  Write("dist/b.conf", "x: 1\r\n");
+  Write("server/b.conf", "x: 2\r\n");
+  Write("dist/c.conf", "x: 1\r\ny<: 2\r\n");
+  Write("server/c.conf", "x: 2\r\n");
+  Write("dist/d.conf", "x: 1\r\n");
+  const auto all = [this](std::vector<std::string> options) {
+    options.insert(options.begin(), {"merge", At("dist"), At("server"), "--all"});
+    return Run(options);
+  };
+  EXPECT_EQ(all({"--add-mandatory", "--set", "x=3", "--dry-run"}), kTrouble);
+  EXPECT_THAT(out_, AllOf(HasSubstr("b.conf:\nchanged        x: 2 -> 3\n"),
+                          HasSubstr("added          fresh: 7\n"), Not(HasSubstr("d.conf")),
+                          HasSubstr("Sum of 3 files: 2 changed, 0 unchanged, 1 failed\n")));
+  EXPECT_EQ(Read("server/b.conf"), "x: 2\r\n");
+
+  std::filesystem::remove(folder_ / "dist/c.conf");
+  EXPECT_EQ(all({"--remove", "rate", "--restore", "nowhere"}), kTrouble);
+  EXPECT_THAT(err_, AllOf(HasSubstr("nowhere: this concerns no file"),
+                          HasSubstr("Sum of 2 files: 0 changed, 1 unchanged, 1 failed\n")))
+      << "rate is mandatory, and the answer is No";
+  EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("server"), "--all"}), kNothingToDo);
+  EXPECT_EQ(Read("server/d.conf"), "x: 1\r\n");
+  EXPECT_THAT(err_, HasSubstr("Sum of 3 files: 2 changed, 1 unchanged, 0 failed\n"));
+}
+
+}  // namespace
+}  // namespace quenmar
