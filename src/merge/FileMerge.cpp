@@ -153,6 +153,7 @@ bool FileMerge::SetValue(List list, StringView name, StringView value) {
 void FileMerge::SetServerValue(int index, StringView value) {
   const auto setting = documents_.server->Fields().Field(index);
   (void)Do(Step::kValue, u"server " + ToText(index), [&] {
+    if (setting->Value() == value) return 0;
     GiveServerValue(*setting, value);
     return 1;
   });
@@ -184,6 +185,7 @@ void FileMerge::GiveServerValue(Field& setting, StringView value) {
 
 void FileMerge::SetEntry(int group, int item, bool on) {
   (void)Do(Step::kSeries, {}, [&] {
+    if (series_.Selected(group, item) == on) return 0;
     series_.SetSelected(group, item, on);
     return 1;
   });
