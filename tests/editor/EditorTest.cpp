@@ -227,12 +227,6 @@ class EditorTest : public QObject {
     const Path file = editor.folder / "conf" / "a.conf";
     editor.ClickCell(1, 1);
     QTest::keyClicks(editor.T(), "0");
-    WriteFile(file, "theirs: 1\r\n");
-    editor.messages.Answer({Button::kNo});
-    editor.Press("Command3");
-    QVERIFY(editor.messages.Details().contains("- theirs: 1"));  // the list is of the disk
-    WriteFile(file, kServer);
-    editor.messages.Take();
     editor.messages.Answer({Button::kNo, Button::kYes});
     editor.Press("Command3");
     QCOMPARE(ReadFile(file), std::string(kServer));
@@ -248,18 +242,6 @@ class EditorTest : public QObject {
     editor.Press("Command4");
     QVERIFY(!editor.form->isVisible());
     QCOMPARE(editor.messages.Take(), QStringList());
-  }
-
-  void staysChangedWhenSavingFails() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
-    editor.ClickCell(0, 1);
-    QTest::keyClicks(editor.T(), "0");
-    std::filesystem::remove_all(editor.folder / "conf");
-    editor.messages.Answer({Button::kYes, Button::kYes});
-    editor.Press("Command3");
-    QVERIFY(editor.messages.Take().last().startsWith("[0] Error: "));
-    QVERIFY(editor.Changed());
   }
 
   void asksBeforeItIgnoresChanges() {
@@ -289,57 +271,24 @@ class EditorTest : public QObject {
     }
   }
 
-  void writesSeriesTicks() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
-    QListWidget* const maps = editor.List(0);
-    QTest::keyClick(maps, Qt::Key_Down);
-    QVERIFY(!editor.Changed());  // only chosen
-    QCOMPARE(editor.Comment(), QString("** n/a **"));
-    QTest::keyClick(maps, Qt::Key_Space);
-    QVERIFY(editor.Changed());
-    QVERIFY(editor.merge->Series().Selected(0, 1));
-    QTest::keyClick(maps, Qt::Key_Return);
-    QCOMPARE(editor.messages.Take(), QStringList());  // presses no button
-    editor.messages.Answer({Button::kYes});
-    editor.Press("Command3");
-    QVERIFY(ReadFile(editor.folder / "conf" / "a.conf").find("\r\nmap: m2\r\n") !=
-            std::string::npos);
-
-    editor.Find<SeriesTabs>("TSeries")->setCurrentIndex(1);
-    QTest::keyClick(editor.List(1), Qt::Key_Space);
-    QVERIFY(editor.Changed());  // an only item
-    QVERIFY(!editor.merge->Series().Selected(1, 0));
-  }
-
-  void opensWithUpToTenKindsOfSeries_data() {
-    QTest::addColumn<int>("kinds");
-    for (int kinds = 8; kinds <= 11; ++kinds) QTest::addRow("%d", kinds) << kinds;
-  }
-
-  void opensWithUpToTenKindsOfSeries() {
-    QFETCH(int, kinds);
+  void showsTenKindsOfSeries() {
     Options options;
-    options.series.clear();
     std::string text;
-    for (int i = 0; i < kinds; ++i) {
+    for (int i = 0; i < 10; ++i) {
       options.series += u"{k" + ToText(i) + u"}";
       text += "k" + std::to_string(i) + ": v" + std::to_string(i) + "\r\n";
     }
     Editor editor(text, "", options);
-    QCOMPARE(editor.Open(), kinds <= 10);
-    if (kinds > 10) {
-      QCOMPARE(editor.messages.Take(),
-               QStringList("[16] Sorry, this tool only works with 10 series"));
-      return;
-    }
+    QVERIFY(editor.Open());
     auto* const tabs = editor.Find<SeriesTabs>("TSeries");
-    QVERIFY(tabs->isTabVisible(kinds - 1));
-    QCOMPARE(tabs->tabText(kinds - 1), QString("k%1(1)").arg(kinds - 1));
-    editor.messages.Answer({Button::kYes});
-    editor.Press("Command3");
-    QVERIFY(QString::fromStdString(ReadFile(editor.folder / "conf" / "a.conf"))
-                .endsWith(QString("//k%1: v%1\r\n").arg(kinds - 1)));
+    QVERIFY(tabs->isTabVisible(9));
+    QCOMPARE(tabs->tabText(9), QString("k9(1)"));
+    tabs->setCurrentIndex(9);
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Return}) QTest::keyClick(editor.List(9), key);
+    QVERIFY(!editor.Changed());  // no button is pressed either
+    QTest::keyClick(editor.List(9), Qt::Key_Space);
+    QVERIFY(editor.merge->Series().Selected(9, 0) && editor.Changed());
+    QCOMPARE(editor.Comment(), QString("** n/a **"));
   }
 
   void sharesOutItsRoom() {

@@ -2,7 +2,6 @@
 #include <array>
 #include <functional>
 
-#include "conf/EndApplication.h"
 #include "updater/OpenUpdater.h"
 
 namespace quenmar {
@@ -23,22 +22,14 @@ class UpdaterTest : public OpenUpdater {
   void ListsShowWhatIsNewCurrentAndObsolete();
   void SelectionShowsCommentStateAndValue();
   void TicksOfNewSettingsAreUndone();
-  void AddMovesTheCurrentSettingWithItsEditedValue();
-  void RemoveAsksForMandatorySettings_data();
-  void RemoveAsksForMandatorySettings();
-  void SelectAllTicksAndRestoreMovesWhatIsTicked();
   void MovesKeepPlacesAndOtherTicks();
-  void SortKeepsListsOrdered();
+  void RefusedMovesLeaveTicks();
+  void SelectAllTicksWhatButtonsMove();
   void EditorsWithoutItemTakeNoKeys();
-  void ValuesBelongToTheirSettings();
-  void ChangesAreSetNotAdded();
-  void ValuesCanBeTakenBackAndAreMarked();
-  void PastedLinesBecomeOne();
-  void ChangesPageFollowsItsLists();
-  void SeriesTicksAreWritten();
-  void TenKindsOfSeriesFitElevenEndTheApplication();
+  void SeriesHaveTabs();
   void OnlyASaveThatSucceedsEndsTheChanges();
-  void ClosingAsksOnceThereAreChanges();
+  void ValuesCanBeTakenBackAndAreMarked();
+  void ChangesPageFollowsItsLists();
   void HelpExplainsTheLists();
   void UndoesAndRedoesByKey();
   void UndoKeepsTicksAndFocus();
@@ -77,7 +68,8 @@ void UpdaterTest::SelectionShowsCommentStateAndValue() {
   QCOMPARE(Comments(), "Mine.");
   QCOMPARE(Find<QLineEdit>("txtValue")->text(), "9");
   Click(List(0), 1);
-  QCOMPARE(Find<QLineEdit>("txtValue")->text(), "2");
+  Type("txtOriginalValue", "two");
+  QCOMPARE(Find<QLineEdit>("txtValue")->text(), "two");
   Pages()->setCurrentIndex(1);
   QCOMPARE(Comments(), "Both know me.");
   QCOMPARE(Hint()->text(), " [Mandatory]");
@@ -97,73 +89,78 @@ void UpdaterTest::TicksOfNewSettingsAreUndone() {
   QCOMPARE(window_->Changed(), 0);
 }
 
-void UpdaterTest::AddMovesTheCurrentSettingWithItsEditedValue() {
-  Open();
-  Click(List(0), 1);
-  Type("txtOriginalValue", "two");
-  QCOMPARE(Find<QLineEdit>("txtValue")->text(), "two");
-  QCOMPARE(window_->Changed(), 0);
-  Press("cmdMove0");
-  QCOMPARE(Items(0), "+need");
-  QCOMPARE(Items(1), "keep free must may");
-  QCOMPARE(window_->Changed(), 1);
-  QVERIFY(window_->isWindowModified());
-  QVERIFY(Applied().starts_with("keep: 30\r\nfree: 40\r\nmust: 50\r\nmay: two\r\nmap: "));
-}
-
-void UpdaterTest::RemoveAsksForMandatorySettings_data() {
-  QTest::addColumn<QList<Button>>("answers");
-  QTest::addColumn<QString>("left");
-  QTest::addColumn<QString>("removed");
-  QTest::addColumn<int>("changed");
-  using List = QList<Button>;
-  const auto yes = Button::kYes, no = Button::kNo, cancel = Button::kCancel;
-  QTest::newRow("yes, yes") << List{yes, yes} << ""
-                            << "own old keep free must" << 1;
-  QTest::newRow("no, yes") << List{no, yes} << "keep"
-                           << "own old free must" << 1;
-  QTest::newRow("yes, cancel") << List{yes, cancel} << "must"
-                               << "own old keep free" << 1;
-  QTest::newRow("cancel") << List{cancel} << "+keep +free +must"
-                          << "own old" << 0;
-}
-
-void UpdaterTest::RemoveAsksForMandatorySettings() {
-  QFETCH(QList<Button>, answers);
+void UpdaterTest::RefusedMovesLeaveTicks() {
   Open();
   Pages()->setCurrentIndex(1);
   QVERIFY(!Find<QPushButton>("cmdMove1")->isEnabled());
   for (int row = 0; row < 3; ++row) Click(List(1), row, true);
-  QStringList questions;
-  for (const Button answer : answers) {
-    messages_.Answer({answer});
-    questions << kMandatory.arg(questions.isEmpty() ? "keep" : "must");
+  messages_.Answer({Button::kCancel, Button::kNo, Button::kYes});
+  for (const char* const left : {"+keep +free +must", "keep"}) {
+    Press("cmdMove1");
+    QCOMPARE(messages_.Take().first(), kMandatory.arg("keep"));
+    QCOMPARE(Items(1), left);
   }
-  Press("cmdMove1");
-  QCOMPARE(messages_.Take(), questions);
-  QTEST(Items(1), "left");
-  QTEST(Items(2), "removed");
-  QTEST(int(window_->Changed()), "changed");
 }
 
-void UpdaterTest::SelectAllTicksAndRestoreMovesWhatIsTicked() {
+void UpdaterTest::SelectAllTicksWhatButtonsMove() {
   Open();
   Click(List(2), 1, true);
   Press("cmdMove2");
   QCOMPARE(Items(1), "keep free must old");
-  QCOMPARE(Items(2), "own");
-  QCOMPARE(window_->Changed(), 1);
-  QVERIFY(Applied().starts_with("keep: 30\r\nfree: 40\r\nmust: 50\r\nold: 8\r\nmap: "));
-
   Press("cmdSelectAll0");
   QCOMPARE(Items(0), "+need +may");
-  QCOMPARE(Items(2), "own");
   QCOMPARE(Find<QLabel>("lblCheckHint")->text(), "");
   Press("cmdSelectAll2");
   QCOMPARE(Items(2), "+own");
   QVERIFY(List(0)->isVisible() && List(2)->isVisible());
-  Press("cmdMove2");
-  QCOMPARE(Items(2), "");
+}
+
+void UpdaterTest::EditorsWithoutItemTakeNoKeys() {
+  Open("", "b: 2\r\n");
+  QVERIFY(!List(0)->isEnabled() && !List(1)->isEnabled() && List(2)->isEnabled());
+  QVERIFY(!Find<QPushButton>("cmdMove0")->isEnabled());
+  QVERIFY(!Find<QLineEdit>("txtOriginalValue")->isEnabled());
+  Pages()->setCurrentIndex(1);
+  QVERIFY(!Find<QLineEdit>("txtActualValue")->isEnabled());
+  QCOMPARE(Comments() + Hint()->text(), "");
+}
+
+void UpdaterTest::SeriesHaveTabs() {
+  Open();
+  auto* const tabs = Find<QTabWidget>("TSeries");
+  QCOMPARE(tabs->tabText(0), "map(3)");
+  QCOMPARE(tabs->tabText(1), "npc(1)");
+  QVERIFY(tabs->isVisible() && !tabs->isTabVisible(2));
+  QCOMPARE(Items(Find<QListWidget>("lstSeries0")), "+town home inn");
+  Click(Find<QListWidget>("lstSeries0"), 1);
+  QCOMPARE(window_->Changed(), 0);
+  Open("a: 1\r\n", "a: 2\r\n");
+  QVERIFY(!Find<QTabWidget>("TSeries")->isVisible());
+}
+
+void UpdaterTest::OnlyASaveThatSucceedsEndsTheChanges() {
+  Open("a: 1\r\n", "a: 2\r\nown: 9\r\n");
+  Type("txtActualValue", "3");
+  messages_.Answer({Button::kNo});
+  Press("cmdApply");
+  QCOMPARE(messages_.Take(), {kApplyChanges});
+  QCOMPARE(ReadFile(*folder_ / "a.conf"), "a: 2\r\nown: 9\r\n");
+  QCOMPARE(Applied(), "a: 3\r\n");
+  QCOMPARE(messages_.Take(), (QStringList{kApplyChanges, kSaved}));
+  QVERIFY(!window_->isWindowModified());
+
+  Type("txtActualValue", "4");
+  std::filesystem::remove_all(folder_->Folder());
+  messages_.Answer({Button::kYes});  // to save over what has changed on the disk
+  Applied();
+  QVERIFY(messages_.Take().last().startsWith("[0] Error: "));
+  QCOMPARE(window_->Changed(), 2);
+  messages_.Answer({Button::kNo, Button::kYes});
+  for (const bool stays : {true, false}) {
+    Press("cmdClose");
+    QCOMPARE(window_->isVisible(), stays);
+  }
+  QCOMPARE(messages_.Take(), QStringList(2, kIgnoreChanges));
 }
 
 void UpdaterTest::MovesKeepPlacesAndOtherTicks() {
@@ -198,69 +195,6 @@ void UpdaterTest::MovesKeepPlacesAndOtherTicks() {
   QCOMPARE(List(0)->currentRow(), 66);
 }
 
-void UpdaterTest::SortKeepsListsOrdered() {
-  options_.sort = 1;
-  Open();
-  QCOMPARE(Items(0), "may +need");
-  QCOMPARE(Items(1), "keep free must");
-  Press("cmdMove0");
-  QCOMPARE(Items(1), "free keep may must");
-}
-
-void UpdaterTest::EditorsWithoutItemTakeNoKeys() {
-  Open("a: 1\r\n", "b: 2\r\n");
-  Press("cmdMove0");
-  QVERIFY(!List(0)->isEnabled());
-  QVERIFY(!Find<QPushButton>("cmdMove0")->isEnabled());
-  auto* const original = Find<QLineEdit>("txtOriginalValue");
-  QCOMPARE(original->text(), "");
-  original->setFocus();
-  QTest::keyClick(window_->focusWidget(), 'x');
-  QCOMPARE(original->text(), "");
-
-  Open("", "b: 2\r\n");
-  QVERIFY(!List(0)->isEnabled() && !List(1)->isEnabled() && List(2)->isEnabled());
-  Pages()->setCurrentIndex(1);
-  QVERIFY(!Find<QLineEdit>("txtActualValue")->isEnabled());
-  QCOMPARE(Comments(), "");
-  QCOMPARE(Hint()->text(), "");
-
-  Open("a: 1\r\n", "a: 2\r\n");
-  Type("txtActualValue", "3");
-  QCOMPARE(window_->Changed(), 2);
-  QCOMPARE(Applied(), "a: 3\r\n");
-}
-
-void UpdaterTest::ValuesBelongToTheirSettings() {
-  Open("a: 1\r\nb: 2\r\nn: x\r\n//n: y\r\n", "a: 1\r\nb: 2\r\n//m: 0\r\n");
-  Pages()->setCurrentIndex(1);
-  Type("txtActualValue", "2");
-  Click(List(1), 1);
-  QTest::keySequence(Find<QLineEdit>("txtActualValue"), QKeySequence::Undo);
-  QCOMPARE(Find<QLineEdit>("txtActualValue")->text(), "2");  // b's own value, and not a's former
-  QTest::keySequence(Find<QLineEdit>("txtActualValue"), QKeySequence("Ctrl+Y"));
-  // Of settings with one name the first one goes.
-  QCOMPARE(Items(0), "+n +n");
-  Pages()->setCurrentIndex(0);
-  Click(List(0), 1);
-  Press("cmdMove0");
-  QCOMPARE(Applied(), "a: 2\r\nb: 2\r\nn: x\r\n");
-}
-
-void UpdaterTest::ChangesAreSetNotAdded() {
-  Open();
-  Click(Find<QListWidget>("lstSeries0"), 1);
-  QCOMPARE(int(window_->Changed()), 0);
-  Click(Find<QListWidget>("lstSeries0"), 0, true);
-  QCOMPARE(int(window_->Changed()), 4);
-  Pages()->setCurrentIndex(1);
-  Type("txtActualValue", "3");
-  QCOMPARE(int(window_->Changed()), 2);
-  Pages()->setCurrentIndex(0);
-  Press("cmdMove0");
-  QCOMPARE(int(window_->Changed()), 1);
-}
-
 void UpdaterTest::ValuesCanBeTakenBackAndAreMarked() {
   Open("// One\r\n\r\na: 1\r\nb: 2\r\nn: x\r\n//n: y\r\n", "a: 1\r\nb: 2\r\n");
   const std::array<std::pair<const char*, QListWidget*>, 2> editors{
@@ -292,13 +226,6 @@ void UpdaterTest::ValuesCanBeTakenBackAndAreMarked() {
   QVERIFY(!window_->isVisible());
 }
 
-void UpdaterTest::PastedLinesBecomeOne() {
-  Open("a: 1\r\n", "a: 2\r\n");
-  Find<QLineEdit>("txtActualValue")->selectAll();
-  Find<QLineEdit>("txtActualValue")->insert("x\r\nb: y");
-  QCOMPARE(Applied(), "a: x b: y\r\n");
-}
-
 void UpdaterTest::ChangesPageFollowsItsLists() {
   Open("a: 1\r\n//c: 1\r\n", "a: 2\r\n");
   QVERIFY(Pages()->isTabEnabled(0));
@@ -314,99 +241,6 @@ void UpdaterTest::ChangesPageFollowsItsLists() {
   QVERIFY(!Pages()->isTabEnabled(0));
   QCOMPARE(Pages()->currentIndex(), 1);
   QVERIFY(List(1)->hasFocus());
-}
-
-void UpdaterTest::SeriesTicksAreWritten() {
-  Open();
-  auto* const tabs = Find<QTabWidget>("TSeries");
-  QCOMPARE(tabs->tabText(0), "map(3)");
-  QCOMPARE(tabs->tabText(1), "npc(1)");
-  QVERIFY(!tabs->isTabVisible(2));
-  auto* const maps = Find<QListWidget>("lstSeries0");
-  QCOMPARE(Items(maps), "+town home inn");
-  Click(maps, 0, true);
-  Click(maps, 2, true);
-  QCOMPARE(window_->Changed(), 4);
-  const std::string settings = "keep: 30\r\nfree: 40\r\nmust: 50\r\n";
-  QCOMPARE(Applied(), settings + "//map: town\r\n//map: home\r\nmap: inn\r\n//npc: guard\r\n");
-  QCOMPARE(ReadFile(*folder_ / "a.conf.bak"), kServer);
-  options_.saveCommentedSeries = false;
-  QCOMPARE(Applied(), settings + "map: inn\r\n");
-}
-
-void UpdaterTest::TenKindsOfSeriesFitElevenEndTheApplication() {
-  std::string kinds, lines;
-  for (char kind = 'a'; kind < 'a' + 10; ++kind) {
-    options_.series += String(u"{s") + static_cast<char16_t>(kind) + u"}";
-    lines += std::string("s") + kind + ": of_" + kind + "\r\n";
-  }
-  Open(lines, "");
-  auto* const tabs = Find<QTabWidget>("TSeries");
-  QVERIFY(tabs->isVisible() && tabs->isTabVisible(9));
-  QCOMPARE(tabs->tabText(9), "sj(1)");
-  QVERIFY(Applied().ends_with("//sj: of_j\r\n"));
-  messages_.Take();
-
-  bool ended = false;
-  try {
-    Open(lines + "map: m\r\n", "");
-  } catch (const EndApplication&) {
-    ended = true;
-  }
-  QVERIFY(ended);
-  QCOMPARE(messages_.Take(), {"[16] Sorry, this tool only works with 10 series"});
-}
-
-void UpdaterTest::OnlyASaveThatSucceedsEndsTheChanges() {
-  Open("a: 1\r\n", "a: 2\r\nown: 9\r\n");
-  QVERIFY(!Find<QTabWidget>("TSeries")->isVisible());
-  Type("txtActualValue", "3");
-  messages_.Answer({Button::kNo});
-  Press("cmdApply");
-  QCOMPARE(messages_.Take(), {kApplyChanges});
-  QCOMPARE(ReadFile(*folder_ / "a.conf"), "a: 2\r\nown: 9\r\n");
-  QCOMPARE(window_->Changed(), 2);
-  QCOMPARE(Applied(), "a: 3\r\n");
-  QCOMPARE(messages_.Take(), (QStringList{kApplyChanges, kSaved}));
-  QCOMPARE(window_->Changed(), 0);
-  QVERIFY(!window_->isWindowModified());
-
-  Open("a: 1\r\n", "a: 2\r\n");
-  Type("txtActualValue", "3");
-  std::filesystem::remove_all(folder_->Folder());
-  messages_.Answer({Button::kYes});  // to save over what has changed on the disk
-  Applied();
-  QVERIFY(messages_.Take().last().startsWith("[0] Error: "));
-  QCOMPARE(window_->Changed(), 2);
-}
-
-void UpdaterTest::ClosingAsksOnceThereAreChanges() {
-  const std::array<std::function<void()>, 3> ways{
-      [this] { Press("cmdClose"); }, [this] { QTest::keyClick(window_.get(), Qt::Key_Escape); },
-      [this] { window_->close(); }};
-  for (const auto& close : ways) {
-    Open();
-    close();
-    QVERIFY(!window_->isVisible());
-
-    Open();
-    Type("txtOriginalValue", "new");
-    Press("cmdMove0");
-    messages_.Answer({Button::kNo, Button::kYes});
-    close();
-    QVERIFY(window_->isVisible());
-    close();
-    QVERIFY(!window_->isVisible());
-    QCOMPARE(messages_.Take(), (QStringList{kIgnoreChanges, kIgnoreChanges}));
-
-    Open();
-    Press("cmdMove0");
-    Applied();
-    close();
-    QVERIFY(!window_->isVisible());
-    const QString losses = "\r\n\r\nComment lines that will be lost: 1";
-    QCOMPARE(messages_.Take(), (QStringList{kApplyChanges + losses, kSaved}));
-  }
 }
 
 void UpdaterTest::HelpExplainsTheLists() {
@@ -449,15 +283,17 @@ void UpdaterTest::UndoesAndRedoesByKey() {
       shown << QString::fromStdString(Values(merge_->Tree(list)));
     }
     for (int k = 0; k < 3; ++k) shown << Items(k).remove('+');
-    shown << Find<QLineEdit>("txtActualValue")->text();
-    return shown << Items(maps);
+    return shown << Find<QLineEdit>("txtActualValue")->text() << Items(maps);
   };
   QList<QStringList> states{state()};
+  QList<int> changed;
   for (const auto& step : steps) {
     step();
+    changed << window_->Changed();
     QVERIFY(!states.contains(state()));
     states << state();
   }
+  QCOMPARE(changed, (QList<int>{0, 1, 2, 1, 4}));
   const auto press = [this](const QKeySequence& key) {
     QTest::keySequence(window_->focusWidget(), key);
   };
