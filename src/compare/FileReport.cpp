@@ -103,7 +103,7 @@ class Examination {
 
   [[nodiscard]] bool IsActiveOnServer(StringView name) const {
     const int index = server_.settings->Fields().IndexOf(name);
-    return server_.notes.active.at(static_cast<size_t>(index));
+    return server_.notes.active.at(static_cast<size_t>(index)) != 0;
   }
 
   /// What a merge without any wish would change in the server's file.

@@ -39,6 +39,12 @@ std::string_view ConfFile::Body() const {
   return std::string_view(bytes_).substr(encoding_.mark ? kUtf8Mark.size() : 0);
 }
 
+SharedText ConfFile::Shared(std::string_view part) const {
+  if (encoding_.charset == ConfCharset::kUtf8) return Text(part);
+  return SharedText::Filled(part.size(),
+                            [part](char16_t* characters) { FromWindows1252(part, characters); });
+}
+
 std::vector<ConfLine> ConfFile::Lines(StringView series) const {
   std::vector<ConfLine> lines;
   ForEachLine(series, [&lines](const ConfLine& line) { lines.push_back(line); });

@@ -7,6 +7,7 @@
 #include "conf/ConfLine.h"
 #include "conf/ConfText.h"
 #include "files/Files.h"
+#include "text/SharedText.h"
 
 namespace quenmar {
 
@@ -60,6 +61,9 @@ class ConfFile {
   [[nodiscard]] String Text(std::string_view part) const {
     return DecodeConfText(part, encoding_.charset);
   }
+
+  /// The same as a text that a tree keeps.
+  [[nodiscard]] SharedText Shared(std::string_view part) const;
 
   /// Hands every line to `take`, taken apart; a lone LF is a line end.
   /// @param series the option that names the repeatable settings

@@ -27,16 +27,26 @@ StringView CutBefore(StringView value, StringView mark) {
   return hit == StringView::npos ? value : Trim(value.substr(0, hit));
 }
 
-/// @param matches whether the name equals a part of the option that is as long as it
-template <class Matches>
-bool IsListed(size_t nameSize, StringView series, Matches matches) {
-  // Finds "{name}" without building it: every line of a file asks.
+/// @return what follows each "{" of the option that names the repeatable settings.
+std::vector<StringView> ListedIn(StringView series) {
+  std::vector<StringView> listed;
   for (size_t open = series.find(u'{'); open != StringView::npos;
        open = series.find(u'{', open + 1)) {
-    const StringView listed = series.substr(open + 1);
-    if (listed.size() > nameSize && listed[nameSize] == u'}' && matches(listed)) return true;
+    listed.push_back(series.substr(open + 1));
   }
-  return false;
+  return listed;
+}
+
+/// @param name of a setting, as bytes or characters
+/// @param lower makes a character of the name small
+/// @return whether the name and a "}" begin one of the listed texts.
+template <class Name, class Lower>
+bool IsListed(Name name, const std::vector<StringView>& listed, Lower lower) {
+  return std::any_of(listed.begin(), listed.end(), [&](StringView text) {
+    return text.size() > name.size() && text[name.size()] == u'}' &&
+           std::equal(name.begin(), name.end(), text.begin(),
+                      [&](auto own, char16_t stored) { return lower(own) == stored; });
+  });
 }
 
 }  // namespace
@@ -87,15 +97,14 @@ ConfLine ConfGrammar::Parse(std::string_view line) const {
   return parsed;
 }
 
+ConfGrammar::ConfGrammar(StringView series, ConfCharset charset)
+    : series_(series), listed_(ListedIn(series)), charset_(charset) {}
+
 bool ConfGrammar::Repeats(std::string_view name) const {
   if (!std::all_of(name.begin(), name.end(), IsAscii)) {
     return IsRepeatable(DecodeConfText(name, charset_), series_);
   }
-  return IsListed(name.size(), series_, [name](StringView listed) {
-    return std::equal(name.begin(), name.end(), listed.begin(), [](char own, char16_t stored) {
-      return static_cast<char16_t>(AsciiLower(own)) == stored;
-    });
-  });
+  return IsListed(name, listed_, [](char own) { return static_cast<char16_t>(AsciiLower(own)); });
 }
 
 String ReadBackValue(StringView value) {
@@ -109,10 +118,7 @@ bool IsRemarkName(StringView name) {
 }
 
 bool IsRepeatable(StringView name, StringView series) {
-  return IsListed(name.size(), series, [name](StringView listed) {
-    return std::equal(name.begin(), name.end(), listed.begin(),
-                      [](char16_t own, char16_t stored) { return ToLower(own) == stored; });
-  });
+  return IsListed(name, ListedIn(series), [](char16_t own) { return ToLower(own); });
 }
 
 ConfLines::ConfLines(std::string_view bytes, LineFeed lineFeed)

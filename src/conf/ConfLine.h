@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "conf/ConfText.h"
 #include "text/String.h"
@@ -46,7 +47,7 @@ class ConfGrammar {
  public:
   /// @param series the option that names the repeatable settings; outlives this object
   /// @param charset of the file
-  ConfGrammar(StringView series, ConfCharset charset) : series_(series), charset_(charset) {}
+  ConfGrammar(StringView series, ConfCharset charset);
 
   /// @param line one line without its end and without blanks around it: leading blanks make a
   /// comment of it
@@ -56,6 +57,7 @@ class ConfGrammar {
   [[nodiscard]] bool Repeats(std::string_view name) const;
 
   StringView series_;
+  std::vector<StringView> listed_;  // what follows each "{" of the option
   ConfCharset charset_;
 };
 

@@ -194,7 +194,7 @@ class Reading {
       case ConfLine::Kind::kRemark:
       case ConfLine::Kind::kSetting:
         AddCutLines();
-        return TakeSetting(Text(line_.name), Text(line_.value));
+        return TakeSetting(file_->Shared(line_.name), file_->Shared(line_.value));
     }
     return true;
   }
@@ -210,7 +210,7 @@ class Reading {
     if (line_.hasTab) AddToComment(line_.text);
   }
 
-  bool TakeSetting(StringView name, StringView value) {
+  bool TakeSetting(const SharedText& name, const SharedText& value) {
     Fields& fields = settings_.Fields();
     const int index = fields.IndexOf(name);
     const int first = index < 0 ? fields.Count() : index;
@@ -236,10 +236,10 @@ class Reading {
   /// @param first where the first field of that name is, or will be
   void NoteActiveLine(size_t first, StringView name) {
     if (first >= notes_.active.size()) notes_.active.resize(first + 1);
-    if (notes_.active[first]) {
+    if (notes_.active[first] != 0) {
       notes_.findings.push_back({lines_.Number(), Finding::Kind::kDuplicate, String(name)});
     }
-    notes_.active[first] = true;
+    notes_.active[first] = 1;
   }
 
   bool AcceptsDuplicate(StringView name) {
@@ -253,7 +253,7 @@ class Reading {
   /// a second field of that name, while its parameters go to the first: what looks fields up by
   /// name must not see it.
   /// @param first where the first field of that name is, or will be
-  void AddUnlessRemark(StringView name, StringView value, int first) {
+  void AddUnlessRemark(const SharedText& name, const SharedText& value, int first) {
     if (line_.kind == ConfLine::Kind::kRemark) {
       if (comment_.Empty()) comment_.Begin(carriedComment_);
       AddToComment(line_.text);
@@ -268,7 +268,7 @@ class Reading {
   }
 
   /// A further line of a setting whose first line was commented out or gave way to a duplicate.
-  void Merge(StringView value, Field& known) {
+  void Merge(const SharedText& value, Field& known) {
     if (!line_.commented && !override_) known.SetValue(value);
     if (context_.comments == ConfReader::Comments::kLeftOut) return;
     if (line_.commented) {
@@ -282,13 +282,13 @@ class Reading {
   }
 
   void TakeSeriesEntry() {
-    const String name = Text(line_.value);
+    const SharedText name = file_->Shared(line_.value);
     const Ref<Field> known = series_.Fields().Field(name);
     if (!known->Name().empty()) {
       if (IsCommentedOut(*known) && !line_.commented) SetActive(*known, true);
       return;
     }
-    AddSeriesEntry(series_, name, Text(line_.name), !line_.commented);
+    AddSeriesEntry(series_, name, file_->Shared(line_.name), !line_.commented);
     comment_.Clear();
     carriedComment_ = {};
   }

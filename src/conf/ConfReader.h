@@ -25,7 +25,7 @@ struct ConfNotes {
 
   /// For each field of the settings tree, by its index: whether any line of that name is active.
   /// Only the first field of a name counts.
-  std::vector<bool> active;
+  std::vector<unsigned char> active;
 };
 
 /// Reads configuration files; keeps nothing between two calls.

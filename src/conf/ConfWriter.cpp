@@ -99,17 +99,20 @@ void ConfWriter::TellFailure(const Path& path, const std::exception& error) cons
 std::string ConfFileBytes(const Document& settings, const SeriesView& window, ConfCharset charset,
                           const Options& options, const Language& language) {
   std::string bytes;
-  const auto add = [&](const String& line, StringView about) {
-    const auto encoded = EncodeConfText(line, charset);
-    if (!encoded) {
-      throw RuntimeError(
-          0, u"ConfWriter",
-          FinishedText(language.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
+  const auto add = [&](std::initializer_list<StringView> parts, StringView about) {
+    for (const StringView part : parts) {
+      const auto encoded = EncodeConfText(part, charset);
+      if (!encoded) {
+        throw RuntimeError(
+            0, u"ConfWriter",
+            FinishedText(language.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
+      }
+      bytes += *encoded;
     }
-    bytes.append(*encoded).append("\r\n");
+    bytes += "\r\n";
   };
   for (const Field& field : settings.Fields()) {
-    add(String(field.Name()).append(kSeparator).append(field.Value()), field.Name());
+    add({field.Name(), kSeparator, field.Value()}, field.Name());
   }
   for (int group = 0; group < window.GroupCount(); ++group) {
     const String caption = window.TabCaption(group);
@@ -118,7 +121,7 @@ std::string ConfFileBytes(const Document& settings, const SeriesView& window, Co
       const bool checked = window.Selected(group, item);
       if (!checked && !options.saveCommentedSeries) continue;
       const String entry = start + window.List(group, item);
-      add(checked ? entry : u"//" + entry, entry);
+      add({checked ? u"" : u"//", entry}, entry);
     }
   }
   return bytes;

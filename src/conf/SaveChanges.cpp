@@ -19,24 +19,33 @@ using Kind = SaveChange::Kind;
 /// What makes two lines the same entry: the name, and for series entries the value that counts.
 using Key = std::pair<String, String>;
 
-/// A setting or series line of one of the two files.
+/// A setting or series line of one of the two files. What is long stays a part of the file.
 struct Entry {
   Key key;
-  String line;   // with its blanks
-  String value;  // remarks included
+  const ConfFile* file;
+  std::string_view line;   // with its blanks
+  std::string_view value;  // remarks included
   bool commented;
   bool series;
 
   [[nodiscard]] const String& Name() const { return key.first; }
+  [[nodiscard]] String Value() const { return file->Text(value); }
 };
 
 Entry ToEntry(const ConfFile& file, const ConfLine& line) {
   const bool series = line.kind == ConfLine::Kind::kSeriesEntry;
   return {{file.Text(line.name), series ? file.Text(line.value) : String()},
-          file.Text(line.bytes),
-          file.Text(line.written),
+          &file,
+          line.bytes,
+          line.written,
           line.commented,
           series};
+}
+
+/// @return whether the same part of two entries is the same text.
+bool AreSame(const Entry& one, const Entry& other, std::string_view Entry::*part) {
+  if (one.file->Charset() == other.file->Charset()) return one.*part == other.*part;
+  return one.file->Text(one.*part) == other.file->Text(other.*part);
 }
 
 /// The lines of one key that wait for those which they become, as indexes in file order.
@@ -61,7 +70,7 @@ class Comparison {
     std::optional<size_t> last;
     for (size_t i = 0; i < new_.size(); ++i) {
       if (!partners_[i]) {
-        Report(Kind::kAdded, new_[i], {}, new_[i].value);
+        Report(Kind::kAdded, new_[i], {}, new_[i].Value());
         continue;
       }
       Compare(old_[*partners_[i]], new_[i]);
@@ -115,11 +124,11 @@ class Comparison {
 
   void Compare(const Entry& old, const Entry& entry) {
     if (old.commented != entry.commented) {
-      Report(KindOfSwitch(entry), entry, old.value, entry.value);
-    } else if (old.value != entry.value) {
-      Report(Kind::kChanged, entry, old.value, entry.value);
+      Report(KindOfSwitch(entry), entry, old.Value(), entry.Value());
+    } else if (!AreSame(old, entry, &Entry::value)) {
+      Report(Kind::kChanged, entry, old.Value(), entry.Value());
     } else {
-      result_.reformatted |= old.line != entry.line;
+      result_.reformatted |= !AreSame(old, entry, &Entry::line);
     }
   }
 
@@ -134,7 +143,7 @@ class Comparison {
       if (entry.commented && waiting_.at(entry.key).newLines > 0) {
         ++result_.lostCommentLines;  // beside a line that stays it was but a comment
       } else {
-        Report(Kind::kRemoved, entry, entry.value, {});
+        Report(Kind::kRemoved, entry, entry.Value(), {});
       }
     }
   }
@@ -144,9 +153,9 @@ class Comparison {
     return entry.series ? Kind::kSwitchedOn : Kind::kActivated;
   }
 
-  void Report(Kind kind, const Entry& entry, StringView oldValue, StringView newValue) {
+  void Report(Kind kind, const Entry& entry, String oldValue, String newValue) {
     result_.changes.push_back(
-        {kind, entry.Name(), String(oldValue), String(newValue), entry.commented});
+        {kind, entry.Name(), std::move(oldValue), std::move(newValue), entry.commented});
   }
 
   std::vector<Entry> old_;

@@ -84,7 +84,7 @@ bool FileMerge::Prepare() {
 void FileMerge::RememberServer() {
   int index = 0;
   for (const Field& field : documents_.server->Fields()) {
-    const bool active = serverNotes_.active.at(static_cast<size_t>(index++));
+    const bool active = serverNotes_.active.at(static_cast<size_t>(index++)) != 0;
     onServer_.try_emplace(String(field.Name()), ServerSetting{String(field.Value()), active});
   }
 }

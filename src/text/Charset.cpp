@@ -124,8 +124,18 @@ std::string EncodeUtf8(StringView text, bool escapes, bool& unpaired) {
 
 String FromWindows1252(std::string_view bytes) {
   String text(bytes.size(), u'\0');
-  std::transform(bytes.begin(), bytes.end(), text.begin(), CharacterOf);
+  FromWindows1252(bytes, text.data());
   return text;
+}
+
+void FromWindows1252(std::string_view bytes, char16_t* text) {
+  unsigned char all = 0;
+  for (size_t i = 0; i < bytes.size(); ++i) {  // without a branch, for ASCII is what most texts are
+    const auto code = static_cast<unsigned char>(bytes[i]);
+    all |= code;
+    text[i] = code;
+  }
+  if (all >= 0x80) std::transform(bytes.begin(), bytes.end(), text, CharacterOf);
 }
 
 std::optional<std::string> ToWindows1252(StringView text) {

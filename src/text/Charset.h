@@ -16,6 +16,9 @@ namespace quenmar {
 /// @return one character for each byte of `bytes`.
 [[nodiscard]] String FromWindows1252(std::string_view bytes);
 
+/// The same into an array of as many characters.
+void FromWindows1252(std::string_view bytes, char16_t* text);
+
 /// @return one byte for each character, or nothing when the code page lacks one of them.
 [[nodiscard]] std::optional<std::string> ToWindows1252(StringView text);
 

@@ -7,14 +7,16 @@
 
 namespace quenmar {
 
-SharedText::Block* SharedText::Allocate(StringView text) {
-  if (text.empty()) return nullptr;
-  if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
-    throw std::length_error("SharedText");
-  }
-  void* const memory = ::operator new(sizeof(Block) + text.size() * sizeof(char16_t));
-  auto* const block = new (memory) Block{1, static_cast<std::uint32_t>(text.size())};
-  std::copy(text.begin(), text.end(), block->Characters());
+SharedText::Block* SharedText::Allocate(size_t size) {
+  if (size == 0) return nullptr;
+  if (size > std::numeric_limits<std::uint32_t>::max()) throw std::length_error("SharedText");
+  void* const memory = ::operator new(sizeof(Block) + size * sizeof(char16_t));
+  return new (memory) Block{1, static_cast<std::uint32_t>(size)};
+}
+
+SharedText::Block* SharedText::Copy(StringView text) {
+  Block* const block = Allocate(text.size());
+  if (block != nullptr) std::copy(text.begin(), text.end(), block->Characters());
   return block;
 }
 

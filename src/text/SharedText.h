@@ -23,7 +23,18 @@ class SharedText {
   /// Copies the characters of `text`. Implicit, so that functions that keep a text take any.
   template <std::convertible_to<StringView> Text>
   requires(!std::same_as<Text, SharedText>) SharedText(const Text& text)  // NOLINT(*-explicit-*)
-      : block_(Allocate(text)) {}
+      : block_(Copy(text)) {}
+
+  /// Makes a text of `size` characters without a copy of them.
+  /// @param fill is called with the address of the characters, which it writes; not for an empty
+  /// text
+  template <class Fill>
+  [[nodiscard]] static SharedText Filled(size_t size, Fill fill) {
+    SharedText text;
+    text.block_ = Allocate(size);
+    if (size > 0) fill(text.block_->Characters());
+    return text;
+  }
 
   SharedText(const SharedText& other) : block_(other.block_) {
     if (block_ != nullptr) ++block_->copies;
@@ -76,7 +87,8 @@ class SharedText {
   };
 
   /// @return a block for one copy of `text`; null for an empty one.
-  static Block* Allocate(StringView text);
+  static Block* Copy(StringView text);
+  static Block* Allocate(size_t size);
   static void Free(Block* block);
 
   Block* block_ = nullptr;
