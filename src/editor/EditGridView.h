@@ -26,6 +26,10 @@ class EditGridView : public QTableView {
   [[nodiscard]] const xEditGrid& Grid() const { return grid_; }
   void Reload();
 
+  /// Takes over the grid's current cell, rows, texts and editors after an action; what is shown of
+  /// the table stays.
+  void Follow();
+
   [[nodiscard]] ValueEdit* TextEditor() const { return text_; }
 
   /// Marks from now on what a saved file would give back otherwise, in the editor and in the cells.
@@ -52,8 +56,6 @@ class EditGridView : public QTableView {
   void CreateEditors();
   void SetColumnWidths();
 
-  /// Takes over the grid's current cell, rows, texts and editors after an action.
-  void Follow();
   void ShowTextEditor(bool started);
   void ShowList(bool started);
   void HideEditors();

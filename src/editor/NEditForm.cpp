@@ -251,7 +251,7 @@ void NEditForm::ShowMerge() {
     grid.SetCellValue(row, kActualValue, SettingOf(row)->Value());
   }
   grid.EditorKeyPress(xEditGrid::kEnter);  // which closes the editor
-  xEDG_->Reload();
+  xEDG_->Follow();
   series_->ShowChecks(Merge().Series());
 }
 

