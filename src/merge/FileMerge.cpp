@@ -140,7 +140,7 @@ int FileMerge::Restore(const std::vector<String>& names) {
 
 bool FileMerge::SetValue(List list, StringView name, StringView value) {
   const bool isNew = list == List::kNew;
-  const String topic = (isNew ? u"new " : u"actual ") + String(name);
+  const String topic = u"value " + String(name);
   const int changed = Do(isNew ? Step::kNewValue : Step::kValue, topic, [&] {
     if (isNew) return comparison_->SetNewValue(name, value) ? 1 : 0;
     if (!comparison_->SetActualValue(name, value)) return 0;

@@ -37,8 +37,7 @@ class EditorTest : public QObject {
 
  private slots:
   void showsBothFiles() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     const QList<QStringList> rows{
         {"a", "5", "1", "Mandatory"}, {"b", "6", "2", "Optional"}, {"own", "7", "", "Optional"}};
     QCOMPARE(editor.Grid()->model()->rowCount(), 3);
@@ -58,8 +57,7 @@ class EditorTest : public QObject {
   }
 
   void commitsEveryChangeAtOnce() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     const QAbstractItemModelTester tester(editor.Grid()->model());
     editor.ClickCell(0, 1);
     QVERIFY(editor.T()->hasFocus());
@@ -81,7 +79,6 @@ class EditorTest : public QObject {
   void editsTheRowThatIsShown() {
     // Two settings of one name, and a value longer than lines of text commonly are.
     Editor editor("a: 1\r\n", "a: 1\r\n//a: 2\r\nlong: " + std::string(40000, 'x') + "\r\n");
-    QVERIFY(editor.Open());
     editor.ClickCell(1, 1);
     QTest::keyClicks(editor.T(), "9");
     QCOMPARE(editor.T()->accessibleName(), QString("a, Actual Value"));
@@ -95,8 +92,7 @@ class EditorTest : public QObject {
   }
 
   void movesTheEditByArrows() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     QTest::keyClick(editor.Grid(), Qt::Key_Right);
     QTest::keyClick(editor.Grid(), Qt::Key_Return);
     QVERIFY(editor.T()->hasFocus());
@@ -119,7 +115,6 @@ class EditorTest : public QObject {
 
   void showsOneCommentForAllRowsOfAName() {
     Editor editor("", "// One\xA0\r\n// two\r\na: 1\r\n//a: 2\r\n\r\nb: 3\r\n");
-    QVERIFY(editor.Open());
     auto* const comments = editor.Find<QPlainTextEdit>("Comments");
     comments->selectAll();
     editor.ClickCell(1, 0);
@@ -130,8 +125,7 @@ class EditorTest : public QObject {
   }
 
   void takesBackWhatWasTyped() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     editor.ClickCell(0, 1);
     QTest::keyClicks(editor.T(), "x");
     QTest::keyClick(editor.T(), Qt::Key_Down);
@@ -146,15 +140,14 @@ class EditorTest : public QObject {
     QTest::keyClick(editor.Grid(), Qt::Key_Escape);
     QVERIFY(!editor.form->isVisible());
 
-    QVERIFY(editor.Open());
+    editor.Open();
     editor.ClickCell(0, 1);
     QTest::keyClick(editor.T(), Qt::Key_Escape);
     QVERIFY(!editor.form->isVisible());
   }
 
   void lettersReplaceAValue() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     QTest::keyClick(editor.Grid(), Qt::Key_O);
     QCOMPARE(editor.Grid()->currentIndex(), editor.Grid()->model()->index(2, 0));  // searched
     QTest::keyClick(editor.Grid(), Qt::Key_Right);
@@ -185,8 +178,7 @@ class EditorTest : public QObject {
   }
 
   void marksWhatWillBeReadBackOtherwise() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     for (const QColor base : {Qt::white, Qt::black}) {
       QPalette palette = editor.form->palette();
       palette.setColor(QPalette::Base, base);
@@ -212,8 +204,7 @@ class EditorTest : public QObject {
   }
 
   void asksBeforeItApplies() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     const Path file = editor.folder / "conf" / "a.conf";
     editor.ClickCell(1, 1);
     QTest::keyClicks(editor.T(), "0");
@@ -231,8 +222,7 @@ class EditorTest : public QObject {
   }
 
   void asksBeforeItIgnoresChanges() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     auto* const button = editor.Find<QPushButton>("Command4");
     editor.ClickCell(0, 1);
     QTest::keyClicks(editor.T(), "0");
@@ -263,7 +253,6 @@ class EditorTest : public QObject {
       text += "k" + std::to_string(i) + ": v" + std::to_string(i) + "\r\n";
     }
     Editor editor(text, "", options);
-    QVERIFY(editor.Open());
     auto* const tabs = editor.Find<SeriesTabs>("TSeries");
     QVERIFY(tabs->isTabVisible(9));
     QCOMPARE(tabs->tabText(9), QString("k9(1)"));
@@ -277,10 +266,8 @@ class EditorTest : public QObject {
 
   void sharesOutItsRoom() {
     Editor settings("a: 1\r\n", "a: 1\r\n");
-    QVERIFY(settings.Open());
     QVERIFY(!settings.Find<SeriesTabs>("TSeries")->isVisible());
     Editor series("map: m\r\n", "");
-    QVERIFY(series.Open());
     QVERIFY(series.Find<SeriesTabs>("TSeries")->isVisible());
     const int frame = series.Find<QGroupBox>("Frame1")->height();
     QVERIFY(qAbs(series.Grid()->height() - frame / 8) <= 1);
@@ -288,8 +275,7 @@ class EditorTest : public QObject {
     series.form->resize(1, 1);
     QCOMPARE(series.form->size(), QSize(334, 360));
     // A large font takes the room from the comments, not from the series.
-    Editor both(kDistribution, kServer);
-    QVERIFY(both.Open());
+    Editor both;
     QFont font = both.form->font();
     font.setPointSize(20);
     both.form->setFont(font);
@@ -297,8 +283,7 @@ class EditorTest : public QObject {
     const auto* const tabs = both.Find<SeriesTabs>("TSeries");
     QVERIFY(tabs->height() > tabs->tabBar()->height());
     // However large it is, the window does not outgrow the screen.
-    Editor huge(kDistribution, kServer);
-    QVERIFY(huge.Open());
+    Editor huge;
     font.setPointSize(60);
     huge.form->setFont(font);
     huge.form->resize(500, 500);
@@ -312,8 +297,7 @@ class EditorTest : public QObject {
   }
 
   void undoesAndRedoesByKey() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     const auto press = [&editor](const QKeySequence& key) {
       QTest::keySequence(editor.form->focusWidget(), key);
     };
@@ -357,8 +341,7 @@ class EditorTest : public QObject {
   }
 
   void copiesAndPastes() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     QClipboard* const clipboard = QGuiApplication::clipboard();
     editor.ClickCell(0, 1);
     clipboard->setText("one\r\ntwo");
@@ -376,8 +359,7 @@ class EditorTest : public QObject {
   }
 
   void offersCopyInEveryMenu() {
-    Editor editor(kDistribution, kServer);
-    QVERIFY(editor.Open());
+    Editor editor;
     QStringList offered;
     QString chosen = "Copy";
     QTimer poll;
@@ -455,7 +437,6 @@ class EditorTest : public QObject {
     std::string file;
     for (int i = 0; i < 5000; ++i) file += "setting" + std::to_string(i) + ": 1\r\n";
     Editor editor(file, file);
-    QVERIFY(editor.Open());
     QElapsedTimer timer;
     timer.start();
     editor.form->LoadGrid();

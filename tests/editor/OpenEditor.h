@@ -24,26 +24,27 @@ inline constexpr auto kServer =
 
 /// An editor window on a file of each folder.
 struct Editor {
-  Editor(const std::string& distribution, const std::string& server, Options chosen = {})
+  explicit Editor(const std::string& distribution = kDistribution,
+                  const std::string& server = kServer, Options chosen = {})
       : options(std::move(chosen)) {
     for (const auto& [name, text] : {std::pair("dist", distribution), std::pair("conf", server)}) {
       std::filesystem::create_directory(folder / name);
       WriteFile(folder / name / "a.conf", text);
     }
+    Open();
   }
 
-  [[nodiscard]] bool Open() {
+  void Open() {
     form.reset();
     merge = FileMerge::Open(
         {folder / "dist" / "a.conf", folder / "conf" / "a.conf", FileMerge::Purpose::kEdit}, with);
-    if (merge == nullptr) return false;
     form = std::make_unique<NEditForm>(
         FileContext{*merge, with, PathText(folder / "conf"), u"a.conf"}, nullptr);
     form->LoadGrid();
     form->LoadSeries();
     form->resize(700, 600);
     form->show();
-    return QTest::qWaitForWindowActive(form.get());
+    if (!QTest::qWaitForWindowActive(form.get())) qFatal("the window does not open");
   }
 
   template <class Widget>
