@@ -7,6 +7,7 @@
 
 #include "compare/ChangeComparison.h"
 #include "conf/ConfSetting.h"
+#include "conf/Functions.h"
 #include "conf/NoUser.h"
 #include "conf/SavePlan.h"
 
@@ -136,6 +137,35 @@ class Examination {
   FileReport report_;
 };
 
+/// Adds a text to a list that does not have it.
+void AddOnce(std::vector<String>& list, const String& text) {
+  if (std::find(list.begin(), list.end(), text) == list.end()) list.push_back(text);
+}
+
+String Joined(const std::vector<String>& words) {
+  String joined;
+  for (const String& word : words) joined += (joined.empty() ? u"" : u", ") + word;
+  return joined;
+}
+
+/// @return the finding in a few words; a duplicate's are its name.
+String Words(const ReportedFinding& reported, const Language& language) {
+  switch (reported.finding.kind) {
+    case Finding::Kind::kBareLineFeed:
+      return language.Text(Message::kRemarkLineEnds);
+    case Finding::Kind::kUtf8:
+      return language.Text(Message::kRemarkCharset);
+    case Finding::Kind::kNoText:
+      return language.Text(Message::kRemarkBytes);
+    case Finding::Kind::kRejectedName:
+      return reported.trouble + u": " + reported.finding.text;
+    case Finding::Kind::kDuplicate:
+    case Finding::Kind::kUnreadable:
+      break;
+  }
+  return reported.finding.text;
+}
+
 }  // namespace
 
 FileReport FileReport::Of(const Path& distributionFolder, const Path& serverFolder,
@@ -155,6 +185,31 @@ bool FileReport::HasDifferences() const {
 size_t FileReport::MandatoryCount() const {
   return static_cast<size_t>(std::count_if(
       fresh.begin(), fresh.end(), [](const NewSetting& setting) { return setting.mandatory; }));
+}
+
+bool FileReport::NeedsWork() const {
+  const bool toMend =
+      std::any_of(findings.begin(), findings.end(), [](const ReportedFinding& reported) {
+        const Finding::Kind kind = reported.finding.kind;
+        return kind == Finding::Kind::kDuplicate || kind == Finding::Kind::kNoText;
+      });
+  return status == FileStatus::kNew || status == FileStatus::kFailed || toMend || !fresh.empty() ||
+         !obsolete.empty() || !inactive.empty() || !newSeries.empty();
+}
+
+std::vector<String> FileReport::Oddities(const Language& language) const {
+  std::vector<String> oddities;
+  std::vector<String> duplicates;
+  for (const ReportedFinding& reported : findings) {
+    const bool duplicate = reported.finding.kind == Finding::Kind::kDuplicate;
+    AddOnce(duplicate ? duplicates : oddities, Words(reported, language));
+  }
+  if (!duplicates.empty()) {
+    oddities.push_back(
+        FinishedText(language.Text(Message::kRemarkDuplicates), {Joined(duplicates)}));
+  }
+  for (const String& remark : remarks) AddOnce(oddities, remark);
+  return oddities;
 }
 
 }  // namespace quenmar

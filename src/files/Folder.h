@@ -1,6 +1,7 @@
 /// What stands where: questions about paths that the systems answer each in their own way.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "files/Files.h"
@@ -36,5 +37,16 @@ struct FolderEntry {
 /// @return whether the file has names that a new file in the place of this one would not have:
 /// several hard links, or on Windows a symbolic link that stands at the path.
 [[nodiscard]] bool HasOtherNames(const Path& path);
+
+/// What tells one content of a file from another without reading it.
+struct FileStamp {
+  std::int64_t time = 0;  ///< of the last change, in the system's own count
+  std::uint64_t size = 0;
+
+  bool operator==(const FileStamp&) const = default;
+};
+
+/// @return the stamp of the file behind links; zeros where there is none or it cannot be told.
+[[nodiscard]] FileStamp StampOf(const Path& path);
 
 }  // namespace quenmar

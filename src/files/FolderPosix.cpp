@@ -50,4 +50,12 @@ bool HasOtherNames(const Path& path) {
   return !error && names > 1;
 }
 
+FileStamp StampOf(const Path& path) {
+  std::error_code error;
+  const auto time = fs::last_write_time(path, error);
+  if (error) return {};
+  const auto size = fs::file_size(path, error);  // fails for a folder
+  return {time.time_since_epoch().count(), error ? 0 : size};
+}
+
 }  // namespace quenmar

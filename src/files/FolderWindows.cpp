@@ -90,4 +90,15 @@ bool HasOtherNames(const Path& path) {
   return found && found->nNumberOfLinks > 1;
 }
 
+FileStamp StampOf(const Path& path) {
+  const auto found = InformationOn(path);
+  if (!found) return {};
+  const auto join = [](DWORD high, DWORD low) {
+    return (static_cast<std::uint64_t>(high) << 32U) | low;
+  };
+  const FILETIME& time = found->ftLastWriteTime;
+  return {static_cast<std::int64_t>(join(time.dwHighDateTime, time.dwLowDateTime)),
+          join(found->nFileSizeHigh, found->nFileSizeLow)};
+}
+
 }  // namespace quenmar

@@ -6,6 +6,7 @@
 
 #include "ScratchFolder.h"
 #include "files/FileError.h"
+#include "files/Folder.h"
 
 namespace quenmar {
 namespace {
@@ -47,6 +48,19 @@ TEST(Files, FailuresCarryTheSystemsWordsAndLeaveNothingBehind) {
     }
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Folder()), {}), 1);
+}
+
+TEST(Files, AStampFollowsTimeAndSize) {
+  const ScratchFolder folder;
+  const Path file = folder / "file";
+  EXPECT_EQ(StampOf(file), FileStamp());
+  ReplaceBytes(file, "one");
+  const FileStamp first = StampOf(file);
+  EXPECT_EQ(first, StampOf(file));
+  EXPECT_EQ(first.size, 3U);
+  std::filesystem::last_write_time(file, {});
+  const FileStamp second = StampOf(file);
+  EXPECT_TRUE(second.time != first.time && second.size == first.size);
 }
 
 }  // namespace
