@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
@@ -61,15 +62,19 @@ void Main::CreateControls() {
   filesLabel_ = Named(new QLabel, "Label4");
   files_ = Named(new QComboBox, "ConfFiles");
   sort_ = Named(new QCheckBox, "Check1");
+  layoutLabel_ = Named(new QLabel, "lblLayout");
+  layout_ = Named(new QComboBox, "cmbLayout");
   edit_ = Named(new QPushButton, "Command3");
   checkChanges_ = Named(new QPushButton, "Command5");
   close_ = Named(new QPushButton, "Command4");
   distributionLabel_->setBuddy(distribution_);
   serverLabel_->setBuddy(server_);
   filesLabel_->setBuddy(files_);
+  layoutLabel_->setBuddy(layout_);
   edit_->setEnabled(false);
   checkChanges_->setEnabled(false);
   sort_->setChecked(options_.IsSorted());
+  sort_->setEnabled(options_.layout == Layout::kSettings);
 }
 
 void Main::SetCaptions() {
@@ -92,6 +97,24 @@ void Main::SetCaptions() {
   distribution_->setAccessibleName(Text(Message::kDistributionFolder));
   server_->setAccessibleName(Text(Message::kServerFolder));
   files_->setAccessibleName(Text(Message::kConfigFile));
+  layoutLabel_->setText(Caption(Message::kWhenSaving));
+  layout_->setAccessibleName(Text(Message::kWhenSaving));
+  OfferLayouts();
+}
+
+/// The tool tip begins with the key that opens the list.
+void Main::OfferLayouts() {
+  QStringList hints(QKeySequence(Qt::ALT | Qt::Key_Down).toString(QKeySequence::NativeText));
+  for (const auto& [name, hint] :
+       {std::pair(Message::kSettingsOnly, Message::kSettingsOnlyHint),
+        std::pair(Message::kKeepServerLines, Message::kKeepServerLinesHint),
+        std::pair(Message::kKeepDistributionLines, Message::kKeepDistributionLinesHint)}) {
+    layout_->addItem(Text(name));
+    layout_->setItemData(layout_->count() - 1, ToToolTip(Text(hint)), Qt::ToolTipRole);
+    hints << Text(name) + ": " + Text(hint);
+  }
+  layout_->setToolTip(ToToolTip(hints.join('\n')));
+  layout_->setCurrentIndex(static_cast<int>(options_.layout));
 }
 
 void Main::LayOut() {
@@ -114,15 +137,22 @@ void Main::LayOut() {
   file->addWidget(filesLabel_);
   file->addWidget(files_, 1);
 
+  auto* const saving = new QHBoxLayout;
+  saving->addWidget(layoutLabel_);
+  saving->addWidget(layout_);
+  saving->addStretch();
+
   auto* const all = new QVBoxLayout(this);
   all->addWidget(frame_);
   all->addLayout(file);
+  all->addLayout(saving);
   all->addWidget(sort_);
   all->addStretch();
   all->addLayout(buttons);
   // The sort check box comes last, although it stands above the buttons: it is rarely needed.
-  const QList<QWidget*> order = {distribution_, browseDistribution_, server_, browseServer_, files_,
-                                 edit_,         checkChanges_,       close_,  sort_};
+  const QList<QWidget*> order = {
+      distribution_, browseDistribution_, server_, browseServer_, files_,
+      edit_,         checkChanges_,       close_,  sort_,         layout_};
   for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 
   resize(560, sizeHint().height());
@@ -150,6 +180,8 @@ void Main::Connect() {
     options_.sort = checked ? 1 : 0;
     StoreSort(registry_, options_.sort);
   });
+  connect(layout_, &QComboBox::currentIndexChanged, this,
+          [this](int index) { ChooseLayout(static_cast<Layout>(index)); });
   connect(edit_, &QPushButton::clicked, this, [this] { Run(&Main::Edit); });
   connect(checkChanges_, &QPushButton::clicked, this, [this] { Run(&Main::CheckChanges); });
   connect(close_, &QPushButton::clicked, this, &QWidget::close);
@@ -176,6 +208,12 @@ void Main::SetFolders(const std::optional<Folders>& folders) {
   if (!distribution.isEmpty()) distribution_->SetFolder(distribution);
   if (!server.isEmpty()) server_->SetFolder(server);
   seen_ = LookAtFolders();
+}
+
+void Main::ChooseLayout(Layout layout) {
+  options_.layout = layout;
+  StoreLayout(registry_, layout);
+  sort_->setEnabled(layout == Layout::kSettings);
 }
 
 Main::FolderChecks Main::LookAtFolders() const {
@@ -330,6 +368,10 @@ std::unique_ptr<FileMerge> Main::Open(const String& file, FileMerge::Purpose pur
   request.server = FileIn(*server_, file);
   request.purpose = purpose;
   request.begun = begun;
+  request.layout = options_.layout;
+  if (request.layout != Layout::kSettings) {
+    request.bareLineFeeds = ConfReader::BareLineFeeds::kEndLines;
+  }
   if (IsSame(request.distribution, request.server)) {
     ShowMessage(messages_, language_.Text(Message::kSameFolder), message_style::kOk);
     return nullptr;

@@ -54,9 +54,12 @@ class Main : public QWidget {
  private:
   void CreateControls();
   void SetCaptions();
+  void OfferLayouts();
   void LayOut();
   void Connect();
   void SetFolders(const std::optional<Folders>& folders);
+  /// Stores what saved files are made of from now on. Only the program's own form can be sorted.
+  void ChooseLayout(Layout layout);
 
   /// What both folders are found to be.
   struct FolderChecks {
@@ -118,6 +121,8 @@ class Main : public QWidget {
   QLabel* filesLabel_ = nullptr;
   QComboBox* files_ = nullptr;
   QCheckBox* sort_ = nullptr;
+  QLabel* layoutLabel_ = nullptr;
+  QComboBox* layout_ = nullptr;
   QPushButton* edit_ = nullptr;
   QPushButton* checkChanges_ = nullptr;
   QPushButton* close_ = nullptr;

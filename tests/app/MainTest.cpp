@@ -26,6 +26,36 @@ class MainTest : public MainFixture {
     QVERIFY(Get<QCheckBox>("Check1")->isChecked());
   }
 
+  void TheChoiceOfALayoutIsStoredAndGreysTheSorting() {
+    registry_->RegWriteString(RegistryRoot::kLocalMachine, u"Software\\Quenmar\\Options", u"Sort",
+                              u"1");
+    WriteFile(*scratch_ / "conf/a.conf", "// mine\na: 2\n");
+    const std::initializer_list<std::tuple<const char*, Layout, std::string>> choices = {
+        {"Keep this file's comments", Layout::kServer, "// mine\na: 2\n//npc: x\n"},
+        {"New release's comments", Layout::kDistribution, "a: 2\r\n//npc: x\r\n"},
+        {"Settings only", Layout::kSettings, "a: 2\r\n//npc: x\r\n"}};
+    for (const auto& [name, layout, saved] : choices) {
+      OpenOnFolders("a.conf");
+      Get<QComboBox>("cmbLayout")->setCurrentText(name);
+      QVERIFY(Get<QComboBox>("cmbLayout")->toolTip().contains(QString(name) + ": "));
+      QCOMPARE(LoadOptions(*registry_).layout, layout);
+      OpenOnFolders("a.conf");
+      QCOMPARE(Get<QComboBox>("cmbLayout")->currentText(), QString(name));
+      const auto* const sort = Get<QCheckBox>("Check1");
+      QVERIFY(sort->isChecked() && sort->isEnabled() == (layout == Layout::kSettings));
+
+      // Only the program's own form needs other line ends, and asks.
+      WriteFile(*scratch_ / "conf/a.conf", "// mine\na: 2\n");
+      const bool repairs = layout == Layout::kSettings;
+      if (repairs) messages_.Answer({Button::kYes});
+      messages_.Answer({Button::kYes});
+      const auto apply = [](QWidget* win) { win->findChild<QPushButton*>("cmdApply")->click(); };
+      QVERIFY(PressAndClose("Command5", apply).contains("a.conf"));
+      QCOMPARE(messages_.Take().first().contains("do you want to fix?"), repairs);
+      QCOMPARE(Server(), saved);
+    }
+  }
+
   void CommandsNeedAFileThatBothFoldersHave() {
     const QString select = "[0] Select a config file from the list.";
     OpenOnFolders();
@@ -187,7 +217,7 @@ class MainTest : public MainFixture {
       control = control->nextInFocusChain();
     } while (control != From());
     QCOMPARE(order, QStringList({"txt_FileFrom", "Command1", "txt_FileTo", "Command2", "ConfFiles",
-                                 "Command3", "Command5", "Command4", "Check1"}));
+                                 "Command3", "Command5", "Command4", "Check1", "cmbLayout"}));
   }
 
   void CaptionsAreShownLetterForLetter() {
