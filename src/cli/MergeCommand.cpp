@@ -1,7 +1,5 @@
 #include <algorithm>
-#include <filesystem>
 #include <ostream>
-#include <system_error>
 
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
@@ -19,18 +17,6 @@
 namespace quenmar {
 
 namespace {
-
-/// @return whether the path, links followed, leads to the folder or into it.
-bool IsWithin(const Path& path, const Path& folder) {
-  std::error_code error;  // what cannot be looked at is taken as it is written
-  const Path target = std::filesystem::absolute(BehindLinks(path), error);
-  Path part = std::filesystem::weakly_canonical(target, error);
-  while (!IsSame(part, folder)) {
-    if (!part.has_relative_path()) return false;
-    part = part.parent_path();
-  }
-  return true;
-}
 
 /// One merge, from the two files to the saved one.
 class Merge {

@@ -37,7 +37,8 @@ class Examination {
               ConfReader::BareLineFeeds bareLineFeeds)
       : options_(options), language_(language), bareLineFeeds_(bareLineFeeds) {}
 
-  FileReport Run(const Path& distributionFile, const Path& serverFile) {
+  FileReport Run(const Path& distributionFile, const Path& serverFile,
+                 const std::optional<ConfFile>& old) {
     const bool lacking = IsMissing(serverFile);
     const bool first = Read(distributionFile, distribution_);
     if (!(lacking || Read(serverFile, server_)) || !first) {
@@ -45,6 +46,7 @@ class Examination {
       return std::move(report_);
     }
     Compare();
+    if (old) ListReleaseChanges(*old);
     if (lacking) {
       report_.status = FileStatus::kNew;
     } else {
@@ -105,6 +107,19 @@ class Examination {
   [[nodiscard]] bool IsActiveOnServer(StringView name) const {
     const int index = server_.settings->Fields().IndexOf(name);
     return server_.notes.active.at(static_cast<size_t>(index)) != 0;
+  }
+
+  void ListReleaseChanges(const ConfFile& file) {
+    String trouble;
+    const auto old = OldVersion::Read(file, options_, language_, trouble);
+    report_.oldKnown = old.has_value();
+    if (old) {
+      report_.release = FindReleaseChanges(*old, {*distribution_.settings, *distribution_.series},
+                                           {comparison_->ActualFields(), *server_.series});
+    } else {
+      report_.findings.push_back(
+          {file.FilePath(), {0, Finding::Kind::kUnreadable, std::move(trouble)}, {}});
+    }
   }
 
   /// What a merge without any wish would change in the server's file.
@@ -170,9 +185,10 @@ String Words(const ReportedFinding& reported, const Language& language) {
 
 FileReport FileReport::Of(const Path& distributionFolder, const Path& serverFolder,
                           const Path& name, const Options& options, const Language& language,
-                          ConfReader::BareLineFeeds bareLineFeeds) {
+                          ConfReader::BareLineFeeds bareLineFeeds,
+                          const std::optional<ConfFile>& old) {
   FileReport report = Examination(options, language, bareLineFeeds)
-                          .Run(distributionFolder / name, serverFolder / name);
+                          .Run(distributionFolder / name, serverFolder / name, old);
   report.file = PathText(name);
   return report;
 }
@@ -210,6 +226,12 @@ std::vector<String> FileReport::Oddities(const Language& language) const {
   }
   for (const String& remark : remarks) AddOnce(oddities, remark);
   return oddities;
+}
+
+size_t FileReport::DefaultCount(DefaultChange::Kind kind) const {
+  return static_cast<size_t>(
+      std::count_if(release.defaults.begin(), release.defaults.end(),
+                    [kind](const DefaultChange& change) { return change.kind == kind; }));
 }
 
 }  // namespace quenmar

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "compare/ReleaseChanges.h"
 #include "conf/ConfReader.h"
 #include "conf/SaveChanges.h"
 #include "files/Files.h"
@@ -52,8 +53,8 @@ struct ReportedFinding {
   String trouble;  ///< why a name was rejected, in words
 };
 
-/// What is worth telling about one configuration file in its two versions. Nothing is asked and,
-/// unless repairs are wanted, nothing is written.
+/// What is worth telling about one configuration file in its two versions, and in a third, older
+/// one where that is known. Nothing is asked and, unless repairs are wanted, nothing is written.
 struct FileReport {
   String file;  ///< the name
   FileStatus status = FileStatus::kSame;
@@ -63,6 +64,12 @@ struct FileReport {
   std::vector<ServerSetting> inactive;
   std::vector<ReportedEntry> newSeries;
   std::vector<ReportedEntry> obsoleteSeries;
+
+  /// The settings of these are among `changed`, too, which compares two versions only; and the
+  /// entries among `obsoleteSeries`.
+  ReleaseChanges release;
+  bool oldKnown = false;  ///< there was an old version, without which `release` is empty
+
   std::vector<ReportedFinding> findings;
   SaveChanges save;             ///< what a merge without any wish would change in the server's file
   std::vector<String> remarks;  ///< what else to know about such a merge
@@ -70,10 +77,12 @@ struct FileReport {
   /// Compares two files.
   /// @param name of the file in both folders
   /// @param bareLineFeeds what becomes of bare LF line ends; nobody is asked
+  /// @param old the distribution's file as it was when the server's was saved last, if it is known
   [[nodiscard]] static FileReport Of(const Path& distributionFolder, const Path& serverFolder,
                                      const Path& name, const Options& options,
                                      const Language& language,
-                                     ConfReader::BareLineFeeds bareLineFeeds);
+                                     ConfReader::BareLineFeeds bareLineFeeds,
+                                     const std::optional<ConfFile>& old = {});
 
   [[nodiscard]] bool HasDifferences() const;
 
@@ -87,6 +96,9 @@ struct FileReport {
 
   /// @return what is odd in either version, each in a few words and once, then `remarks`.
   [[nodiscard]] std::vector<String> Oddities(const Language& language) const;
+
+  /// @return how many of the defaults that the release has changed are of a kind.
+  [[nodiscard]] size_t DefaultCount(DefaultChange::Kind kind) const;
 };
 
 }  // namespace quenmar

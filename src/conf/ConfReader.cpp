@@ -382,7 +382,9 @@ bool ReadQuietly(const ConfFile& file, const Options& options, Document& setting
   bool complete = false;
   try {
     complete = reading.RunOn(file);
-  } catch (const DocError&) {  // the result is the report
+  } catch (const DocError& error) {
+    told.trouble = error.Description();
+    told.troubleLine = reading.LineNumber();
   }
   told.active.resize(static_cast<size_t>(settings.Fields().Count()));
   return complete;

@@ -70,7 +70,7 @@ class ConfReader {
 /// Reads a file that is in memory, without a user: a lone LF ends a line, duplicates are accepted,
 /// and comments are left out.
 /// @param settings, series empty trees; receive what was read, also when reading stopped
-/// @param notes receives the active lines and the duplicates, if given
+/// @param notes receives the active lines, the duplicates and what stopped the reading, if given
 /// @return whether the file was read to its end; false where it has a name that a tree rejects.
 [[nodiscard]] bool ReadQuietly(const ConfFile& file, const Options& options, Document& settings,
                                Document& series, ConfNotes* notes = nullptr);

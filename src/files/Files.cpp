@@ -208,6 +208,17 @@ Path BehindLinks(Path path) {
   return path;
 }
 
+bool IsWithin(const Path& path, const Path& folder) {
+  std::error_code error;  // what cannot be looked at is taken as it is written
+  const Path target = fs::absolute(BehindLinks(path), error);
+  Path part = fs::weakly_canonical(target, error);
+  while (!IsSame(part, folder)) {
+    if (!part.has_relative_path()) return false;
+    part = part.parent_path();
+  }
+  return true;
+}
+
 void ReplaceBytes(const Path& path, std::string_view bytes, const std::function<void()>& ready) {
   const FileKind kind = KindOf(path);
   if (kind != FileKind::kFile && kind != FileKind::kMissing) {

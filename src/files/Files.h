@@ -48,6 +48,10 @@ void ReplaceBytes(const Path& path, std::string_view bytes,
 /// @return the file behind symbolic links, also one that is yet to be created.
 [[nodiscard]] Path BehindLinks(Path path);
 
+/// @return whether the path, links followed, leads to the folder or into it, whether or not there
+/// is anything at the path.
+[[nodiscard]] bool IsWithin(const Path& path, const Path& folder);
+
 /// Makes `copy` a whole copy of `file`, by a temporary file in the folder of `copy` that is
 /// flushed and renamed over. A link at `copy`, also one to `file`, is replaced and not followed.
 /// The copy has the owner, permissions and extended attributes of `file`, or is for this user alone

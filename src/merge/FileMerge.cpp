@@ -47,6 +47,7 @@ bool FileMerge::Read() {
       !ReadVersion(source, documents_.server, documents_.serverSeries, serverNotes_)) {
     return false;
   }
+  if (!ReadOldVersion()) return false;
   RememberServer();
   opened_.path = request_.server;
   if (!lacking) opened_.bytes = serverNotes_.file.Bytes();
@@ -61,6 +62,17 @@ bool FileMerge::ReadVersion(const Path& path, std::shared_ptr<Document>& setting
   const ConfReader reader(context_.options, context_.language, context_.messages,
                           request_.bareLineFeeds, request_.comments);
   return reader.LoadConfFile(path, settings, series, &notes);
+}
+
+/// A merge does not need the old version: only one that the user has named must be readable.
+bool FileMerge::ReadOldVersion() {
+  OldFile found = FindOldFile(request_.base, request_.seen, request_.server);
+  if (found.file) {
+    old_ = OldVersion::Read(*found.file, context_.options, context_.language, found.trouble);
+  }
+  if (found.trouble.empty()) return true;
+  ShowError(context_.messages, context_.language, found.trouble, PathText(found.path));
+  return !request_.base;
 }
 
 bool FileMerge::Prepare() {
@@ -92,6 +104,36 @@ void FileMerge::RememberServer() {
 const Document& FileMerge::Tree(List list) const {
   if (list == List::kActual) return comparison_->ActualFields();
   return list == List::kNew ? comparison_->NewFields() : comparison_->DeletedFields();
+}
+
+ReleaseChanges FileMerge::FindChanges() const {
+  if (!old_) return {};
+  return FindReleaseChanges(*old_, {*documents_.distribution, *documents_.distributionSeries},
+                            {SavedSettings(), *documents_.serverSeries});
+}
+
+std::vector<DefaultChange> FileMerge::DefaultChanges() const {
+  std::vector<DefaultChange> changes = FindChanges().defaults;
+  // One that is only now being added was never the server's.
+  std::erase_if(changes,
+                [this](const DefaultChange& change) { return !onServer_.contains(change.name); });
+  return changes;
+}
+
+std::vector<WithdrawnEntry> FileMerge::WithdrawnEntries() const {
+  std::vector<WithdrawnEntry> entries = FindChanges().withdrawn;
+  std::erase_if(entries, [this](const WithdrawnEntry& entry) { return !IsOn(entry); });
+  return entries;
+}
+
+bool FileMerge::IsOn(const WithdrawnEntry& entry) const {
+  for (int group = 0; group < series_.GroupCount(); ++group) {
+    if (series_.Type(group) != entry.type) continue;
+    for (int item = 0; item < series_.ItemCount(group); ++item) {
+      if (series_.List(group, item) == entry.name) return series_.Selected(group, item);
+    }
+  }
+  return false;
 }
 
 String FileMerge::Comment(StringView name) const {
@@ -171,6 +213,35 @@ int FileMerge::ResetServerValues(const std::vector<int>& indexes) {
     }
     return changed;
   });
+}
+
+int FileMerge::TakeDefaults(const std::vector<String>& names) {
+  return Do(Step::kValue, {}, [&] {
+    int taken = 0;
+    for (const DefaultChange& change : DefaultChanges()) {
+      if (std::find(names.begin(), names.end(), change.name) == names.end()) continue;
+      GiveDefault(change);
+      ++taken;
+    }
+    return taken;
+  });
+}
+
+int FileMerge::TakeUntouchedDefaults() {
+  std::vector<String> names;
+  for (const DefaultChange& change : DefaultChanges()) {
+    if (change.kind == DefaultChange::Kind::kDefault) names.push_back(change.name);
+  }
+  return TakeDefaults(names);
+}
+
+void FileMerge::GiveDefault(const DefaultChange& change) {
+  if (comparison_) {
+    comparison_->SetActualValue(change.name, change.newDefault);
+  } else {
+    GiveServerValue(*documents_.server->Fields().Field(change.name), change.newDefault);
+  }
+  edited_.erase(change.name);  // a value that is given by hand would make the setting active
 }
 
 void FileMerge::GiveServerValue(Field& setting, StringView value) {
@@ -257,7 +328,21 @@ bool FileMerge::Save(const SavePlan& plan) {
   const ConfWriter writer(context_.options, context_.language, context_.messages);
   if (!writer.SaveBytes(opened_, plan.bytes)) return false;
   history_.MarkSaved();
+  KeepSeen();
   return true;
+}
+
+void FileMerge::Close() {
+  if (!kept_ && !IsModified() && DefaultChanges().empty() && WithdrawnEntries().empty()) KeepSeen();
+}
+
+void FileMerge::KeepSeen() {
+  if (request_.seen == nullptr || request_.purpose != Purpose::kCompare) return;
+  kept_ = true;
+  const String trouble = request_.seen->Keep(request_.server, distributionNotes_.file);
+  if (trouble.empty()) return;
+  ShowMessage(context_.messages, context_.language.Text(Message::kNotRemembered),
+              message_style::kOk, {trouble});
 }
 
 void FileMerge::TellFailure(const std::exception& error) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "compare/ChangeComparison.h"
+#include "compare/ReleaseChanges.h"
 #include "conf/ConfDocuments.h"
 #include "conf/ConfReader.h"
 #include "conf/ConfSetting.h"
@@ -15,6 +16,7 @@
 #include "conf/SavePlan.h"
 #include "conf/SeriesGroups.h"
 #include "merge/History.h"
+#include "merge/SeenFiles.h"
 
 namespace quenmar {
 
@@ -43,6 +45,15 @@ class FileMerge {
     ConfReader::BareLineFeeds bareLineFeeds = ConfReader::BareLineFeeds::kAsk;
     ConfReader::Comments comments = ConfReader::Comments::kKept;
     Layout layout = Layout::kSettings;
+
+    /// The distribution's file as it was, in the place of the one that `seen` has. It may be
+    /// missing, but one that cannot be read ends the opening.
+    std::optional<Path> base = {};
+
+    /// Where the distribution's file is kept after a save that follows a comparison; outlives the
+    /// merge. Null: nothing is looked up and nothing kept.
+    SeenFiles* seen = nullptr;
+
     std::function<void(const Path&)> reading = {};  ///< is called before each file is read
   };
 
@@ -85,6 +96,18 @@ class FileMerge {
     return quenmar::IsMandatory(*documents_.distribution, name);
   }
 
+  /// @return whether the distribution's file is known as it was; without it there are neither
+  /// changed defaults nor withdrawn entries.
+  [[nodiscard]] bool KnowsOldVersion() const { return old_.has_value(); }
+
+  /// @return the kept settings whose default the release has changed, with the values that a save
+  /// would write now. One that has the new default is not among them. The old version is that of
+  /// the opening, also after a save.
+  [[nodiscard]] std::vector<DefaultChange> DefaultChanges() const;
+
+  /// @return the series entries that the release has taken away and that a save would leave on.
+  [[nodiscard]] std::vector<WithdrawnEntry> WithdrawnEntries() const;
+
   /// @return the comment of a setting or series entry: of a compared setting the distribution's,
   /// else the server's.
   [[nodiscard]] String Comment(StringView name) const;
@@ -110,6 +133,14 @@ class FileMerge {
   /// Gives the server's settings at those indexes the distribution's values, where it has them.
   /// @return how many have another value now.
   int ResetServerValues(const std::vector<int>& indexes);
+
+  /// Gives those of the settings whose default the release has changed, of either kind, the new
+  /// default. It changes their values and not whether they are active.
+  /// @return how many have another value now.
+  int TakeDefaults(const std::vector<String>& names);
+
+  /// The same for every setting that has the old default: one of another value keeps it.
+  int TakeUntouchedDefaults();
 
   /// Switches a series entry on or off.
   void SetEntry(int group, int item, bool on);
@@ -143,9 +174,16 @@ class FileMerge {
   /// The same over another content.
   [[nodiscard]] SavePlan PlanOver(const ConfFile& before) const;
 
-  /// Writes the plan; see `ConfWriter::SaveBytes`. Afterwards nothing is unsaved.
+  /// Writes the plan; see `ConfWriter::SaveBytes`. Afterwards nothing is unsaved, and after a
+  /// comparison the distribution's file is kept in `Request::seen`; a failure of that is shown and
+  /// costs nothing else.
   /// @return whether the server's file has the content.
   [[nodiscard]] bool Save(const SavePlan& plan);
+
+  /// The user is done with a comparison. When nothing is left to do, the distribution's file is
+  /// kept as after a save: nothing is unsaved, and the release has changed nothing that the server
+  /// has not followed. Else that would not be told any more after a mere look.
+  void Close();
 
   /// Shows that there is no plan: the save fails.
   void TellFailure(const std::exception& error) const;
@@ -171,13 +209,18 @@ class FileMerge {
   [[nodiscard]] bool Read();
   [[nodiscard]] bool ReadVersion(const Path& path, std::shared_ptr<Document>& settings,
                                  std::shared_ptr<Document>& series, ConfNotes& notes) const;
+  [[nodiscard]] bool ReadOldVersion();
   void RememberServer();
+  void KeepSeen();
   [[nodiscard]] bool Prepare();
 
   /// Makes a change that is one step of the history, or part of the one with the same topic.
   /// @param change returns how much it has changed; nothing is no step
   template <class Change>
   int Do(Step step, const String& topic, Change change);
+  [[nodiscard]] ReleaseChanges FindChanges() const;
+  [[nodiscard]] bool IsOn(const WithdrawnEntry& entry) const;
+  void GiveDefault(const DefaultChange& change);
   void GiveServerValue(Field& setting, StringView value);
   [[nodiscard]] State Capture() const;
   void Swap(State& state);
@@ -189,6 +232,7 @@ class FileMerge {
   ConfDocuments documents_;
   ConfNotes distributionNotes_;
   ConfNotes serverNotes_;
+  std::optional<OldVersion> old_;
   std::map<String, ServerSetting> onServer_;
   std::optional<ChangeComparison> comparison_;  // for `Purpose::kCompare` only
   SeriesGroups series_;
@@ -196,6 +240,7 @@ class FileMerge {
   std::set<String> edited_;          // settings to which the user has given a value
   History<Step, State> history_;
   OpenedFile opened_;
+  bool kept_ = false;  // in `Request::seen`, or its failure was told
 };
 
 }  // namespace quenmar

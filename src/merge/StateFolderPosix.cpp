@@ -1,0 +1,27 @@
+#include <cstdlib>
+
+#include "merge/StateFolder.h"
+
+namespace quenmar {
+
+namespace {
+
+/// @return the path in an environment variable; empty when it is unset or relative.
+Path Variable(const char* name) {
+  const char* const value = std::getenv(name);
+  const Path path = value == nullptr ? "" : value;
+  return path.is_absolute() ? path : Path();
+}
+
+}  // namespace
+
+Path StateFolder() {
+  // Set, it is meant, and a wrong one does not lead back to the user's own folder.
+  if (std::getenv("QUENMAR_STATE") != nullptr) return Variable("QUENMAR_STATE");
+  const Path seen = Path("quenmar") / "seen";
+  if (const Path folder = Variable("XDG_STATE_HOME"); !folder.empty()) return folder / seen;
+  const Path home = Variable("HOME");
+  return home.empty() ? Path() : home / ".local" / "state" / seen;
+}
+
+}  // namespace quenmar

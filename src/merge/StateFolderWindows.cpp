@@ -1,0 +1,27 @@
+#include <cstdlib>
+
+#include "merge/StateFolder.h"
+
+namespace quenmar {
+
+namespace {
+
+/// @return the path in an environment variable; empty when it is unset or relative. A path without
+/// a drive is good enough: Wine passes such ones on.
+Path Variable(const wchar_t* name) {
+  // The 8-bit environment would lose the names that the code page lacks.
+  const wchar_t* const value = ::_wgetenv(name);
+  const Path path = value == nullptr ? L"" : value;
+  return path.has_root_directory() ? path : Path();
+}
+
+}  // namespace
+
+Path StateFolder() {
+  // Set, it is meant, and a wrong one does not lead back to the user's own folder.
+  if (::_wgetenv(L"QUENMAR_STATE") != nullptr) return Variable(L"QUENMAR_STATE");
+  const Path folder = Variable(L"LOCALAPPDATA");
+  return folder.empty() ? Path() : folder / L"quenmar" / L"seen";
+}
+
+}  // namespace quenmar
