@@ -38,12 +38,14 @@ std::string ValuesOf(const SaveChange& change) {
 
 }  // namespace
 
-void PrintChanges(const SaveChanges& changes, const Language& language, std::ostream& out) {
+void PrintChanges(const SaveChanges& changes, const std::set<String>& taken,
+                  const Language& language, std::ostream& out) {
   for (const SaveChange& change : changes.changes) {
     const bool lineCommented =
         change.commented && (change.kind == Kind::kAdded || change.kind == Kind::kRemoved);
     out << kKindTexts[static_cast<size_t>(change.kind)].mark << Printable(change.name) << ": "
-        << ValuesOf(change) << (lineCommented ? " (commented out)" : "") << '\n';
+        << ValuesOf(change) << (lineCommented ? " (commented out)" : "")
+        << (taken.contains(change.name) ? " (new default)" : "") << '\n';
   }
   if (changes.lostCommentLines > 0) {
     out << "comment lines lost: " << changes.lostCommentLines << '\n';

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,9 @@
 namespace quenmar {
 
 /// Prints a line for each change and for each effect on the whole file, or "no changes".
-void PrintChanges(const SaveChanges& changes, const Language& language, std::ostream& out);
+/// @param taken the settings that get the release's new default
+void PrintChanges(const SaveChanges& changes, const std::set<String>& taken,
+                  const Language& language, std::ostream& out);
 
 /// @return what the changes come to: their number by kind, and each effect on the whole file; empty
 /// when the bytes of the file stay as they are.

@@ -27,8 +27,15 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
     report.remarks.push_back(FromUtf8(trouble.what()));
     return report;
   }
-  return FileReport::Of(arguments.distribution, arguments.server, file, context.options,
-                        context.language, context.BareLineFeeds());
+  const OldFile old =
+      FindOldFile(OldFileIn(arguments.base, file), &context.seen, arguments.server / file);
+  FileReport report =
+      FileReport::Of(arguments.distribution, arguments.server, file, context.options,
+                     context.language, context.BareLineFeeds(), old.file);
+  if (!old.trouble.empty()) {
+    report.findings.push_back({old.path, {0, Finding::Kind::kUnreadable, old.trouble}, {}});
+  }
+  return report;
 }
 
 }  // namespace
@@ -36,6 +43,7 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
 int RunCheck(const CheckArguments& arguments, const CommandContext& context) {
   RequireFolder(arguments.distribution);
   RequireFolder(arguments.server);
+  if (arguments.base) RequireFolder(*arguments.base);
   CheckReport summary;
   Json list = Json::array();
   for (const Path& file : FilesToCheck(arguments)) {
@@ -52,6 +60,11 @@ int RunCheck(const CheckArguments& arguments, const CommandContext& context) {
     context.streams.out << list.dump(1) << '\n';
   } else {
     summary.Print(context.streams.out);
+    if (!arguments.base && summary.WithoutOldVersion() > 0) {
+      context.streams.out << "Old version not known (" << summary.WithoutOldVersion()
+                          << (summary.WithoutOldVersion() == 1 ? " file): " : " files): ")
+                          << kOldUnknown << "\n";
+    }
   }
   return summary.Status();
 }

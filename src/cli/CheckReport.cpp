@@ -39,6 +39,7 @@ class Lines {
     widen(report.changed);
     widen(report.obsolete);
     widen(report.inactive);
+    widen(report.release.defaults);
     width_ = std::min(width_, kWidest);
   }
 
@@ -48,12 +49,9 @@ class Lines {
          << '\n';
   }
 
-  void PrintSeries(const char* colour, const char* kind,
-                   const std::vector<ReportedEntry>& entries) {
-    for (const ReportedEntry& entry : entries) {
-      const String line = entry.type + u": " + entry.name;
-      Print(colour, kind, line, {});
-    }
+  template <class Entry>
+  void PrintSeries(const char* colour, const char* kind, const std::vector<Entry>& entries) {
+    for (const Entry& entry : entries) Print(colour, kind, entry.type + u": " + entry.name, {});
   }
 
  private:
@@ -67,10 +65,30 @@ const char* StatusName(FileStatus status) {
   return kNames.at(static_cast<size_t>(status));
 }
 
+/// Prints how many defaults the release has changed, where there are any.
+void PrintDefaultCounts(size_t untouched, size_t both, std::ostream& out) {
+  if (untouched + both > 0) out << ", " << untouched << " default, " << both << " both";
+}
+
+bool IsUntouched(const DefaultChange& change) {
+  return change.kind == DefaultChange::Kind::kDefault;
+}
+
+/// @return the entries of the server that no release has had.
+std::vector<ReportedEntry> OwnEntries(const FileReport& report) {
+  std::vector<ReportedEntry> own = report.obsoleteSeries;
+  for (const WithdrawnEntry& entry : report.release.withdrawn) {
+    std::erase_if(own, [&entry](const ReportedEntry& other) { return other.name == entry.name; });
+  }
+  return own;
+}
+
 void PrintCounts(const FileReport& report, std::ostream& out) {
   out << report.fresh.size() << " new (" << report.MandatoryCount() << " mandatory), "
       << report.changed.size() << " changed, " << report.obsolete.size() << " obsolete";
   if (!report.inactive.empty()) out << ", " << report.inactive.size() << " inactive";
+  PrintDefaultCounts(report.DefaultCount(DefaultChange::Kind::kDefault),
+                     report.DefaultCount(DefaultChange::Kind::kBoth), out);
   if (!report.newSeries.empty() || !report.obsoleteSeries.empty()) {
     out << "; series: " << report.newSeries.size() << " new, " << report.obsoleteSeries.size()
         << " only on the server";
@@ -78,10 +96,23 @@ void PrintCounts(const FileReport& report, std::ostream& out) {
   out << '\n';
 }
 
-Json SeriesJson(const std::vector<ReportedEntry>& entries) {
+template <class Entry>
+Json SeriesJson(const std::vector<Entry>& entries) {
   Json list = Json::array();
-  for (const ReportedEntry& entry : entries) {
+  for (const Entry& entry : entries) {
     list.push_back({{"type", ToUtf8(entry.type)}, {"name", ToUtf8(entry.name)}});
+  }
+  return list;
+}
+
+Json DefaultsJson(const std::vector<DefaultChange>& changes) {
+  Json list = Json::array();
+  for (const DefaultChange& change : changes) {
+    list.push_back({{"name", ToUtf8(change.name)},
+                    {"old", ToUtf8(change.oldDefault)},
+                    {"new", ToUtf8(change.newDefault)},
+                    {"actual", ToUtf8(change.actual)},
+                    {"kind", IsUntouched(change) ? "default" : "both"}});
   }
   return list;
 }
@@ -164,16 +195,18 @@ Json ReportJson(const FileReport& report, const Language& language) {
     findings.push_back(
         {{"line", finding.line}, {"kind", finding.kind}, {"text", ToUtf8(path + finding.text)}});
   }
-  return {
-      {"file", ToUtf8(report.file)},
-      {"status", StatusName(report.status)},
-      {"new", std::move(fresh)},
-      {"obsolete", std::move(obsolete)},
-      {"changed", std::move(changed)},
-      {"inactive", std::move(inactive)},
-      {"series",
-       {{"new", SeriesJson(report.newSeries)}, {"obsolete", SeriesJson(report.obsoleteSeries)}}},
-      {"findings", std::move(findings)}};
+  return {{"file", ToUtf8(report.file)},
+          {"status", StatusName(report.status)},
+          {"new", std::move(fresh)},
+          {"obsolete", std::move(obsolete)},
+          {"changed", std::move(changed)},
+          {"inactive", std::move(inactive)},
+          {"defaults", DefaultsJson(report.release.defaults)},
+          {"series",
+           {{"new", SeriesJson(report.newSeries)},
+            {"obsolete", SeriesJson(report.obsoleteSeries)},
+            {"withdrawn", SeriesJson(report.release.withdrawn)}}},
+          {"findings", std::move(findings)}};
 }
 
 void PrintReport(const FileReport& report, const Language& language, std::ostream& out,
@@ -197,6 +230,12 @@ void PrintReport(const FileReport& report, const Language& language, std::ostrea
         OrQuotes(setting.actual) + u"  (distribution: " + OrQuotes(setting.original) + u")";
     lines.Print(kYellow, "changed ", setting.name, values);
   }
+  // These are among the changed ones, too, which says where the two files differ; this says why.
+  for (const DefaultChange& change : report.release.defaults) {
+    const String values = OrQuotes(change.oldDefault) + u" -> " + OrQuotes(change.newDefault) +
+                          u"  (yours: " + OrQuotes(change.actual) + u")";
+    lines.Print(kYellow, IsUntouched(change) ? "default " : "both    ", change.name, values);
+  }
   for (const ServerSetting& setting : report.inactive) {
     lines.Print(kYellow, "inactive", setting.name, OrQuotes(setting.value));
   }
@@ -204,7 +243,8 @@ void PrintReport(const FileReport& report, const Language& language, std::ostrea
     lines.Print(kRed, "obsolete", setting.name, OrQuotes(setting.value));
   }
   lines.PrintSeries(kGreen, "new     ", report.newSeries);
-  lines.PrintSeries(kPlain, "own     ", report.obsoleteSeries);
+  lines.PrintSeries(kRed, "gone    ", report.release.withdrawn);
+  lines.PrintSeries(kPlain, "own     ", OwnEntries(report));
   for (const ShownFinding& finding : ShownFindings(report, language)) {
     const bool save = std::string_view(finding.kind) == "save";
     lines.Print(kPlain, save ? "save    " : "note    ", PlaceAndText(finding), {});
@@ -221,13 +261,20 @@ void CheckReport::Count(const FileReport& report) {
   changed_ += report.changed.size();
   obsolete_ += report.obsolete.size();
   inactive_ += report.inactive.size();
+  untouched_ += report.DefaultCount(DefaultChange::Kind::kDefault);
+  both_ += report.DefaultCount(DefaultChange::Kind::kBoth);
+  const bool compared =
+      report.status == FileStatus::kSame || report.status == FileStatus::kDifferent;
+  oldUnknown_ += compared && !report.oldKnown ? 1 : 0;
 }
 
 void CheckReport::Print(std::ostream& out) const {
   out << "Sum of " << files_ << (files_ == 1 ? " file: " : " files: ") << different_
       << " different, " << lacking_ << " new, " << failed_ << " failed; settings: " << fresh_
       << " new (" << mandatory_ << " mandatory), " << changed_ << " changed, " << obsolete_
-      << " obsolete, " << inactive_ << " inactive\n";
+      << " obsolete, " << inactive_ << " inactive";
+  PrintDefaultCounts(untouched_, both_, out);
+  out << '\n';
   if (fresh_ > 0) out << "[x] mandatory: the server needs it; [ ] optional\n";
 }
 

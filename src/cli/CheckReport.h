@@ -13,7 +13,7 @@ namespace quenmar {
 using Json = nlohmann::ordered_json;
 
 /// @return the report as an object: `{"file","status","new","obsolete","changed","inactive",
-/// "series","findings"}`.
+/// "defaults","series","findings"}`.
 [[nodiscard]] Json ReportJson(const FileReport& report, const Language& language);
 
 /// Prints the counts and then a line for each name.
@@ -25,6 +25,10 @@ class CheckReport {
  public:
   void Count(const FileReport& report);
   void Print(std::ostream& out) const;
+
+  /// @return how many of the server's files were compared without an old version.
+  [[nodiscard]] size_t WithoutOldVersion() const { return oldUnknown_; }
+
   [[nodiscard]] ExitStatus Status() const;
 
  private:
@@ -37,6 +41,9 @@ class CheckReport {
   size_t changed_ = 0;
   size_t obsolete_ = 0;
   size_t inactive_ = 0;
+  size_t untouched_ = 0;
+  size_t both_ = 0;
+  size_t oldUnknown_ = 0;
 };
 
 }  // namespace quenmar

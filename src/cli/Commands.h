@@ -13,6 +13,7 @@
 #include "cli/TerminalMessages.h"
 #include "conf/ConfReader.h"
 #include "files/Files.h"
+#include "merge/SeenFiles.h"
 #include "registry/Language.h"
 #include "registry/Options.h"
 
@@ -24,6 +25,7 @@ struct CommandContext {
   const Options& options;
   const Language& language;
   TerminalMessages& messages;
+  SeenFiles& seen;           ///< the old distribution's files
   bool fixLineEnds = false;  ///< reading repairs bare LF line ends in the file
 
   /// @param mayRepair false where nothing may be written: a repair then happens in memory
@@ -49,6 +51,7 @@ struct CheckArguments {
   Path server;
   std::vector<std::string> files;  ///< names; all of the distribution's when empty
   bool json = false;
+  std::optional<Path> base;  ///< folder of the old distribution's files
 };
 int RunCheck(const CheckArguments& arguments, const CommandContext& context);
 
@@ -77,10 +80,12 @@ struct MergeArguments {
   bool addMandatory = false;
   bool addAll = false;
   std::vector<std::string> remove;
+  bool takeDefaults = false;
   std::vector<std::string> set;        ///< NAME=VALUE
   std::vector<std::string> switchOn;   ///< NAME or TYPE:VALUE
   std::vector<std::string> switchOff;  ///< likewise
   std::optional<std::string> output;   ///< another file than the server's; "-" is `out`
+  std::optional<Path> base;  ///< folder of the old distribution's files
   bool dryRun = false;
 };
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);
@@ -98,6 +103,14 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 
 /// @return the path of `file` in `folder`. Throws `CommandTrouble` when `file` is no mere name.
 [[nodiscard]] Path FileIn(const Path& folder, const Path& file);
+
+/// @return the path of `file` in the folder of the old distribution's files, where one was named.
+/// Throws `CommandTrouble` when that is no folder.
+[[nodiscard]] std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file);
+
+/// What to do where the old version of a file is not known.
+inline constexpr const char* kOldUnknown =
+    "what the release itself has changed can be told from the next save on, or with --base DIR";
 
 /// Throws `CommandTrouble` unless `folder` is one.
 void RequireFolder(const Path& folder);

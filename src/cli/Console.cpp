@@ -11,6 +11,7 @@
 #include "conf/ConfFolder.h"
 #include "conf/EndApplication.h"
 #include "files/Folder.h"
+#include "merge/StateFolder.h"
 #include "registry/OpenRegistry.h"
 #include "text/Charset.h"
 
@@ -39,6 +40,15 @@ CLI::Option* AddPath(CLI::App& command, const std::string& name, Path& target,
       ->required();
 }
 
+void AddBase(CLI::App& command, std::optional<Path>& base) {
+  command
+      .add_option_function<std::string>(
+          "--base", [&base](const std::string& text) { base = ArgumentPath(text); },
+          "Folder of the distribution's files as they were, to tell what the release itself has "
+          "changed (default: those that were seen by the last save)")
+      ->type_name("DIR");
+}
+
 /// An option that may be given many times, one value each.
 void AddRepeated(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                  const std::string& type, const std::string& description) {
@@ -60,6 +70,7 @@ void AddCheck(CLI::App& app, CheckArguments& arguments) {
   command.add_option("FILE", arguments.files, "Names of files to check (default: all *.conf)")
       ->type_name("");
   command.add_flag("--json", arguments.json, "Print a JSON array instead of text");
+  AddBase(command, arguments.base);
 }
 
 void AddCompare(CLI::App& app, CompareArguments& arguments) {
@@ -96,6 +107,9 @@ void AddMerge(CLI::App& app, MergeArguments& arguments) {
   command.add_flag("--add-mandatory", arguments.addMandatory, "Add all new mandatory settings");
   command.add_flag("--add-all", arguments.addAll, "Add all new settings");
   AddRepeated(command, "--remove", arguments.remove, "NAME", "Leave a setting out");
+  command.add_flag("--take-defaults", arguments.takeDefaults,
+                   "Give every setting that still has the old release's default the new one");
+  AddBase(command, arguments.base);
   AddRepeated(command, "--set", arguments.set, "NAME=VALUE", "Give a kept setting another value");
   AddRepeated(command, "--switch-on", arguments.switchOn, "NAME|TYPE:VALUE",
               "Make a setting (not with layout settings) or a series entry active");
@@ -138,7 +152,8 @@ std::unique_ptr<CLI::App> MakeParser(Arguments& arguments) {
       "Results go to standard output, questions and messages to standard error. Options come from\n"
       "the file that QUENMAR_REGISTRY names, or from their usual place. A merge keeps the file "
       "that it\n"
-      "replaces as FILE.bak.\n"
+      "replaces as FILE.bak, and the distribution's file in the folder QUENMAR_STATE, or in its "
+      "usual\nplace.\n"
       "Exit status: 0 done or nothing to do, 1 check found differences, 2 trouble.");
   AddCheck(*app, arguments.check);
   AddCompare(*app, arguments.compare);
@@ -182,7 +197,8 @@ int RunCommand(const CLI::App& app, const Arguments& arguments, const ConsoleStr
   const Language language = Language::LoadLanguage(*registry);
   const Options options = ReadOptions(*registry);
   TerminalMessages messages(streams, AnswersOf(arguments, streams));
-  const CommandContext context{streams, options, language, messages, arguments.fixLineEnds};
+  SeenFiles seen(StateFolder());
+  const CommandContext context{streams, options, language, messages, seen, arguments.fixLineEnds};
 
   if (app.got_subcommand("check")) return RunCheck(arguments.check, context);
   if (app.got_subcommand("compare")) return RunCompare(arguments.compare, context);
@@ -227,6 +243,12 @@ Path FileIn(const Path& folder, const Path& file) {
                          "DIST_DIR and SERVER_DIR");
   }
   return folder / file;
+}
+
+std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file) {
+  if (!base) return {};
+  RequireFolder(*base);
+  return FileIn(*base, file);
 }
 
 void RequireFolder(const Path& folder) {

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <map>
 #include <ostream>
+#include <set>
 
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
@@ -40,7 +42,8 @@ class Merge {
     if (lacking_ && WritesServerFile()) AskToBegin();
     merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
     if (!merge_) return kTrouble;
-    requests.Apply(*merge_);
+    requests.Apply(file_, *merge_);
+    taken_ = requests.Taken(*merge_);
     return Save() ? kNothingToDo : kTrouble;
   }
 
@@ -65,6 +68,8 @@ class Merge {
     request.layout = arguments_.layout.value_or(context_.options.layout);
     request.bareLineFeeds = context_.BareLineFeeds(!arguments_.dryRun);
     request.comments = ConfReader::Comments::kLeftOut;
+    request.base = OldFileIn(arguments_.base, file_);
+    request.seen = &context_.seen;
     request.reading = [this](const Path& file) { context_.messages.SetSubject(file); };
     return request;
   }
@@ -77,7 +82,7 @@ class Merge {
       context_.streams.err << "quenmarctl: " << Printable(plan.warnings.charset) << '\n';
     }
     if (arguments_.dryRun) {
-      PrintChanges(plan.changes, context_.language, context_.streams.out);
+      PrintChanges(plan.changes, taken_, context_.language, context_.streams.out);
       return true;
     }
     if (arguments_.output == "-") {
@@ -147,6 +152,7 @@ class Merge {
   bool lacking_ = false;  // the server has no such file yet
   bool hasChanges_ = false;
   std::unique_ptr<FileMerge> merge_;
+  std::set<String> taken_;  // settings that have taken the new default
 };
 
 /// Merges every file that both folders have and, if the user wants them, those that the server

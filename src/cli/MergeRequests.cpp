@@ -28,12 +28,14 @@ String ValidText(const std::string& argument, const char* option) {
 
 }  // namespace
 
-void MergeRequests::Apply(FileMerge& merge) {
+void MergeRequests::Apply(const Path& file, FileMerge& merge) {
   merge.Restore(arguments_.restoreAll
                     ? NamesIn(merge.Tree(List::kDeleted))
                     : Known(arguments_.restore, merge.Tree(List::kDeleted), "obsolete"));
   Add(merge);
   Remove(merge);
+  taken_.clear();
+  if (arguments_.takeDefaults) TakeDefaults(file, merge);
   for (const std::string& request : arguments_.set) SetValue(request, merge);
   for (const std::string& wanted : arguments_.switchOn) Switch(wanted, true, merge);
   for (const std::string& wanted : arguments_.switchOff) Switch(wanted, false, merge);
@@ -91,6 +93,25 @@ void MergeRequests::Remove(FileMerge& merge) {
   const Names leaving = Known(arguments_.remove, merge.Tree(List::kActual), "kept");
   const int left = merge.Remove(leaving);
   if (left < static_cast<int>(leaving.size())) throw CommandTrouble(kDeclined);
+}
+
+void MergeRequests::TakeDefaults(const Path& file, FileMerge& merge) {
+  if (!merge.KnowsOldVersion() && !arguments_.base) {
+    context_.streams.err << "quenmarctl: --take-defaults: the old version of "
+                         << Printable(PathText(file)) << " is not known: " << kOldUnknown << '\n';
+  }
+  for (const DefaultChange& change : merge.DefaultChanges()) {
+    if (change.kind == DefaultChange::Kind::kDefault) taken_[change.name] = change.newDefault;
+  }
+  merge.TakeUntouchedDefaults();
+}
+
+std::set<String> MergeRequests::Taken(const FileMerge& merge) const {
+  std::set<String> names;
+  for (const auto& [name, value] : taken_) {
+    if (merge.Tree(List::kActual).Fields().Field(name)->Value() == value) names.insert(name);
+  }
+  return names;
 }
 
 void MergeRequests::SetValue(const std::string& request, FileMerge& merge) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,7 +19,12 @@ class MergeRequests {
 
   /// Does it all. Throws `CommandTrouble` for what cannot be done and when the user declines. Of
   /// many files, each does what concerns it.
-  void Apply(FileMerge& merge);
+  /// @param file the name
+  void Apply(const Path& file, FileMerge& merge);
+
+  /// @return the settings of the merge that `Apply` was called for last that have taken the new
+  /// default and were given no other value since.
+  [[nodiscard]] std::set<String> Taken(const FileMerge& merge) const;
 
   /// @return what was asked for and concerned no file, each as the user has written it.
   [[nodiscard]] std::vector<std::string> Unmatched() const;
@@ -32,6 +38,7 @@ class MergeRequests {
                            const char* what);
   void Add(FileMerge& merge);
   void Remove(FileMerge& merge);
+  void TakeDefaults(const Path& file, FileMerge& merge);
   void SetValue(const std::string& request, FileMerge& merge);
   void Switch(const std::string& wanted, bool on, FileMerge& merge);
   void SwitchEntry(const std::string& wanted, bool on, FileMerge& merge);
@@ -39,6 +46,7 @@ class MergeRequests {
   const MergeArguments& arguments_;
   const CommandContext& context_;
   std::set<std::string> matched_;
+  std::map<String, String> taken_;  // new defaults
 };
 
 }  // namespace quenmar

@@ -39,7 +39,9 @@ TEST_F(ConsoleTest, CheckTellsAPersonWhatDiffers) {
       "same.CONF: no differences\n"
       "Sum of 3 files: 1 different, 1 new, 0 failed; settings: 4 new (2 mandatory), 2 changed, "
       "1 obsolete, 1 inactive\n"
-      "[x] mandatory: the server needs it; [ ] optional\n");
+      "[x] mandatory: the server needs it; [ ] optional\n"
+      "Old version not known (2 files" +
+          std::string(kOldUnknownHint));
   EXPECT_EQ(err_, "");
   EXPECT_EQ(Run({"check", At("dist"), At("server"), "same.CONF"}), kNothingToDo);
   colours_ = true;
@@ -59,9 +61,9 @@ TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
      "obsolete": [{"name": "old", "value": "3"}],
      "changed": [{"name": "base", "actual": "2", "original": "1"},
                  {"name": "rate", "actual": "150", "original": "100"}],
-     "inactive": [{"name": "base", "value": "2"}],
+     "inactive": [{"name": "base", "value": "2"}], "defaults": [],
      "series": {"new": [{"type": "npc", "name": "new.txt"}],
-                "obsolete": [{"type": "npc", "name": "own.txt"}]},
+                "obsolete": [{"type": "npc", "name": "own.txt"}], "withdrawn": []},
      "findings": [{"line": 0, "kind": "save", "text": "1 added"},
                   {"line": 0, "kind": "save", "text": "1 removed"},
                   {"line": 0, "kind": "save", "text": "1 changed"},
@@ -69,11 +71,12 @@ TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
                   {"line": 0, "kind": "save", "text": "1 comment line lost"},
                   {"line": 0, "kind": "save", "text": "order of lines changes"}]},
     {"file": "bad.conf", "status": "failed", "new": [], "obsolete": [], "changed": [],
-     "inactive": [], "series": {"new": [], "obsolete": []},
+     "inactive": [], "defaults": [],
+     "series": {"new": [], "obsolete": [], "withdrawn": []},
      "findings": [{"line": 2, "kind": "name", "text": ""}]},
     {"file": "new.conf", "status": "new", "new": [{"name": "n", "value": "é", "mandatory": true}],
-     "obsolete": [], "changed": [], "inactive": [], "series": {"new": [], "obsolete": []},
-     "findings": []}])");
+     "obsolete": [], "changed": [], "inactive": [], "defaults": [],
+     "series": {"new": [], "obsolete": [], "withdrawn": []}, "findings": []}])");
   expected[1]["findings"][0]["text"] = At("dist/bad.conf") + ": Name don't allow spaces: npc: a b";
   EXPECT_EQ(Json::parse(out_), expected);
 }
@@ -144,7 +147,9 @@ TEST_F(ConsoleTest, ReadingAsksNothingEndsAtNothingAndWritesNothing) {
             "SERVER_DIR\n"
             "Sum of 5 files: 1 different, 0 new, 3 failed; settings: 0 new (0 mandatory), 2 "
             "changed, "
-            "0 obsolete, 0 inactive\n");
+            "0 obsolete, 0 inactive\n"
+            "Old version not known (2 files" +
+            kOldUnknownHint);
   }
   EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
   EXPECT_EQ(Json::parse(out_).size(), 3U);
@@ -157,6 +162,7 @@ TEST_F(ConsoleTest, ReadingAsksNothingEndsAtNothingAndWritesNothing) {
     EXPECT_EQ(std::filesystem::last_write_time(folder_ / name), time) << name;
   }
   EXPECT_FALSE(std::filesystem::exists(folder_ / "options.reg"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "state"));
   Run({"--fix-line-ends", "check", At("dist"), At("server"), "a.conf"});
   EXPECT_EQ(Read("server/a.conf"), "//rate: 4\r\n//gone: 0\r\ngone: 1\r\n");
 }

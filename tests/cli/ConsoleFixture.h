@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -14,6 +15,7 @@
 #include "Trees.h"
 #include "cli/Console.h"
 #include "files/FileError.h"
+#include "registry/Options.h"
 
 namespace quenmar {
 
@@ -21,12 +23,21 @@ inline constexpr const char* kDistribution =
     "// Base\r\nbase: 1\r\nrate: 100\r\nfresh: 7\r\n//extra: 8\r\nnpc: a.txt\r\nnpc: new.txt\r\n";
 inline constexpr const char* kServer =
     "// Mine\r\nrate: 150 // high\r\n//base: 2\r\nold: 3\r\nnpc: own.txt\r\n//npc: a.txt\r\n";
+/// What `check` says where no old version is known, behind the number of files.
+inline constexpr const char* kOldUnknownHint =
+    "): what the release itself has changed can be told from the next save on, or with --base "
+    "DIR\n";
 inline constexpr const char* kMerged =
     "base: 2\r\nrate: 150\r\nnpc: own.txt\r\n//npc: a.txt\r\n//npc: new.txt\r\n";
 
 class ConsoleTest : public ::testing::Test {
  protected:
   ConsoleTest() {
+#ifdef _WIN32
+    ::_putenv_s("QUENMAR_STATE", At("state").c_str());
+#else
+    ::setenv("QUENMAR_STATE", At("state").c_str(), 1);
+#endif
     for (const char* name : {"dist", "server"}) std::filesystem::create_directory(folder_ / name);
     Write("dist/a.conf", kDistribution);
     Write("server/a.conf", kServer);

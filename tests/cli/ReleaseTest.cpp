@@ -1,0 +1,135 @@
+// What a release itself has changed, from one release to the next.
+#include <nlohmann/json.hpp>
+
+#include "ScriptedMessages.h"
+#include "cli/ConsoleFixture.h"
+#include "merge/FileMerge.h"
+#include "merge/StateFolder.h"
+
+namespace quenmar {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using Json = nlohmann::json;
+
+class ReleaseTest : public ConsoleTest {
+ protected:
+  ReleaseTest() {
+    Write("dist/a.conf", "xp: 100\r\ngold: 5\r\nslots: 1\r\n//pets: 1\r\nnpc: x\r\n");
+    Write("server/a.conf", "xp: 100\r\ngold: 5\r\nslots: 1\r\nnpc: x\r\n");
+  }
+
+  /// The next release, after own edits.
+  void NextRelease() {
+    Write("server/a.conf", "xp: 100\r\ngold: 7\r\nslots: 9\r\nnpc: x\r\n");
+    Write("dist/a.conf", "xp: 150\r\ngold: 6\r\nslots: 1\r\n//pets: 2\r\nmounts: 1\r\n");
+  }
+
+  int Check(std::vector<std::string> options = {}) {
+    options.insert(options.begin(), {"check", At("dist"), At("server"), "a.conf"});
+    return Run(std::move(options));
+  }
+};
+
+TEST_F(ReleaseTest, WindowAndConsoleTellItApartAfterASave) {
+  Check();
+  EXPECT_THAT(out_, HasSubstr("Old version not known (1 file" + std::string(kOldUnknownHint)));
+  Check({"--json"});
+  EXPECT_EQ(Json::parse(out_)[0]["defaults"], Json::array());
+  for (const auto& options : {std::vector<std::string>{"--dry-run"},
+                              {"--output", "-"},
+                              {"--output", At("server/a.conf")}}) {
+    EXPECT_EQ(Merge(options), kNothingToDo);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "state")) << options.front();
+  }
+  EXPECT_EQ(Merge({"--take-defaults"}), kNothingToDo);
+  EXPECT_THAT(err_, HasSubstr("the old version of a.conf is not known: "));
+  NextRelease();
+
+  EXPECT_EQ(Check(), kDifferences);
+  EXPECT_THAT(out_, HasSubstr(", 1 default, 1 both; series: 0 new, 1 only on the server\n"));
+  EXPECT_THAT(out_, HasSubstr("  changed  slots   9  (distribution: 1)\n"
+                              "  default  xp      100 -> 150  (yours: 100)\n"
+                              "  both     gold    5 -> 6  (yours: 7)\n"
+                              "  gone     npc: x\n"));
+  EXPECT_THAT(out_, HasSubstr("0 inactive, 1 default, 1 both\n"));
+  EXPECT_THAT(out_, Not(HasSubstr("own  ")));
+  EXPECT_THAT(out_, Not(HasSubstr("Old version")));
+  Check({"--json"});
+  const Json report = Json::parse(out_)[0];
+  EXPECT_EQ(report["defaults"], Json::parse(R"([
+    {"name": "xp", "old": "100", "new": "150", "actual": "100", "kind": "default"},
+    {"name": "gold", "old": "5", "new": "6", "actual": "7", "kind": "both"}])"));
+  EXPECT_EQ(report["series"]["withdrawn"], Json::parse(R"([{"type": "npc", "name": "x"}])"));
+
+  SeenFiles seen(StateFolder());
+  ScriptedMessages messages;
+  const Options options;
+  const Language language;
+  FileMerge::Request request;
+  request.distribution = folder_ / "dist/a.conf";
+  request.server = folder_ / "server/a.conf";
+  request.seen = &seen;
+  const auto window = FileMerge::Open(request, {options, language, messages});
+  Json told;
+  for (const DefaultChange& change : window->DefaultChanges()) told.push_back(ToUtf8(change.name));
+  EXPECT_EQ(told, Json::parse(R"(["xp", "gold"])"));
+}
+
+TEST_F(ReleaseTest, TakesTheNewDefaultsBeforeItSetsValues) {
+  EXPECT_EQ(Merge({}), kNothingToDo);
+  NextRelease();
+  EXPECT_EQ(Merge({"--take-defaults", "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "changed        xp: 100 -> 150 (new default)\n");
+  EXPECT_EQ(Merge({"--take-defaults", "--set", "xp=120", "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "changed        xp: 100 -> 120\n");
+  EXPECT_EQ(Merge({"--take-defaults"}), kNothingToDo);
+  EXPECT_EQ(Read("server/a.conf"), "xp: 150\r\ngold: 7\r\nslots: 9\r\nnpc: x\r\n");
+  Check();
+  EXPECT_THAT(out_, Not(HasSubstr(" -> "))) << "the save has seen the release";
+}
+
+TEST_F(ReleaseTest, TheSamplesOldReleaseTellsExactlyWhatChanged) {
+  const std::string samples = QUENMAR_SOURCE_DIR "/examples";
+  std::filesystem::copy(samples + "/conf", folder_ / "conf");
+  const std::vector<std::string> folders = {samples + "/conf-dist", At("conf")};
+  const auto run = [&](std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin() + 1, folders.begin(), folders.end());
+    arguments.insert(arguments.end(), {"--base", samples + "/conf-dist-old"});
+    return Run(std::move(arguments));
+  };
+  run({"check", "--json"});
+  std::vector<std::string> told;
+  for (const Json& file : Json::parse(out_)) {
+    for (const Json& change : file["defaults"]) {
+      told.push_back(std::string(change["kind"]) + " " + std::string(change["name"]));
+    }
+  }
+  EXPECT_THAT(told, ElementsAre("both drop_rune_percent", "default boss_relic_percent",
+                                "both account_save_seconds", "default client_oldest",
+                                "both run_step_limit", "default read_warn_types"));
+  for (const char* const file : {"drops.conf", "login.conf", "scripts.conf"}) {
+    EXPECT_EQ(run({"merge", file, "--take-defaults"}), kNothingToDo) << err_;
+  }
+  run({"check"});
+  EXPECT_THAT(out_, Not(HasSubstr("  default  ")));
+  EXPECT_THAT(Read("conf/login.conf"), HasSubstr("client_oldest: 31\r\n"));
+}
+
+TEST_F(ReleaseTest, ABaseIsAFolderThatMayLackFiles) {
+  EXPECT_EQ(Check({"--base", At("nowhere")}), kTrouble);
+  EXPECT_EQ(Merge({"--base", At("server/a.conf")}), kTrouble);
+  std::filesystem::create_directory(folder_ / "base");
+  EXPECT_EQ(Merge({"--take-defaults", "--base", At("base"), "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(err_, "");
+  Write("base/a.conf", "\xFF\xFE");
+  EXPECT_EQ(Merge({"--base", At("base")}), kTrouble);
+  Check({"--base", At("base")});
+  EXPECT_THAT(out_, HasSubstr("a.conf: This is UTF-16 text."));
+  EXPECT_THAT(out_, Not(HasSubstr("Old version")));
+}
+
+}  // namespace
+}  // namespace quenmar
