@@ -16,6 +16,7 @@
 #include "conf/Functions.h"
 #include "editor/NEditForm.h"
 #include "files/Folder.h"
+#include "merge/StateFolder.h"
 #include "updater/frmUpdaterX.h"
 #include "widgets/FolderBox.h"
 #include "widgets/QtText.h"
@@ -42,7 +43,8 @@ Main::Main(Registry& registry, const Language& language, MessageBoxes& messages,
       language_(language),
       messages_(messages),
       picker_(std::move(picker)),
-      options_(LoadOptions(registry)) {
+      options_(LoadOptions(registry)),
+      seenFiles_(StateFolder()) {
   CreateControls();
   SetCaptions();
   LayOut();
@@ -350,6 +352,7 @@ void Main::CheckChanges() {
   window.FillSeries();
   busy.reset();
   window.exec();
+  merge->Close();
 }
 
 std::optional<String> Main::ChosenFile() {
@@ -372,6 +375,7 @@ std::unique_ptr<FileMerge> Main::Open(const String& file, FileMerge::Purpose pur
   if (request.layout != Layout::kSettings) {
     request.bareLineFeeds = ConfReader::BareLineFeeds::kEndLines;
   }
+  request.seen = &seenFiles_;
   if (IsSame(request.distribution, request.server)) {
     ShowMessage(messages_, language_.Text(Message::kSameFolder), message_style::kOk);
     return nullptr;

@@ -10,6 +10,7 @@
 #include "app/FolderPicker.h"
 #include "conf/FolderCheck.h"
 #include "conf/MessageBoxes.h"
+#include "merge/SeenFiles.h"
 #include "registry/Language.h"
 #include "registry/Options.h"
 #include "registry/Registry.h"
@@ -107,6 +108,7 @@ class Main : public QWidget {
   MessageBoxes& messages_;
   FolderPicker picker_;
   Options options_;
+  SeenFiles seenFiles_;   ///< the distribution's files as they were
   FolderChecks seen_;     ///< as they were when list and buttons were set last
   QString listedFolder_;  ///< whose files are listed
   bool busy_ = false;     ///< a command or the folder picker is at work

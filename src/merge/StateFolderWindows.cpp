@@ -6,13 +6,13 @@ namespace quenmar {
 
 namespace {
 
-/// @return the path in an environment variable; empty when it is unset or relative. A path without
-/// a drive is good enough: Wine passes such ones on.
+/// @return the path in an environment variable; empty when it is unset or relative, if only to the
+/// current drive.
 Path Variable(const wchar_t* name) {
   // The 8-bit environment would lose the names that the code page lacks.
   const wchar_t* const value = ::_wgetenv(name);
   const Path path = value == nullptr ? L"" : value;
-  return path.has_root_directory() ? path : Path();
+  return path.is_absolute() ? path : Path();
 }
 
 }  // namespace

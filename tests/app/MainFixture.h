@@ -33,6 +33,7 @@ class MainFixture : public QObject {
     WriteFile(*scratch_ / "dist/a.conf", "a: 1\r\nnpc: x\r\n");
     WriteFile(*scratch_ / "dist/NEW.CONF", "n: 1\r\n");
     WriteFile(*scratch_ / "conf/a.conf", "a: 2\r\n");
+    qputenv("QUENMAR_STATE", Folder("state").toUtf8());
     registry_ = std::make_unique<FileRegistry>(*scratch_ / "options.reg");
     language_ = Language();
     messages_.Take();

@@ -75,6 +75,20 @@ class MainTest : public MainFixture {
 #endif
   }
 
+  void ReleasesAreToldApartAfterALookThatLeavesNothingToDo() {
+    const SeenFiles seen(*scratch_ / "state");
+    const Path server = *scratch_ / "conf/a.conf";
+    OpenOnFolders("a.conf");
+    PressAndClose("Command3");
+    QVERIFY(!seen.Find(server));
+    PressAndClose("Command5");
+    QVERIFY(seen.Find(server) && seen.Find(server)->Bytes() == ReadFile(*scratch_ / "dist/a.conf"));
+    WriteFile(*scratch_ / "dist/a.conf", "a: 3\r\n");
+    PressAndClose("Command5");
+    QVERIFY2(seen.Find(server)->Bytes() == "a: 1\r\nnpc: x\r\n", "there is something to do");
+    QCOMPARE(messages_.Take(), QStringList());
+  }
+
   void CheckChangesCopiesWhatTheServerLacks() {
     OpenOnFolders("NEW.CONF");
     messages_.Answer({Button::kNo});

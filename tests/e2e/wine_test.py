@@ -42,11 +42,12 @@ def keys(*names):
 
 class Wine:
     def __init__(self, program):
-        self.program = program
+        state = os.environ["QUENMAR_STATE"]
+        self.command = ["env", f"QUENMAR_STATE=Z:{state}", program]
         self.prefix = Path(os.environ["WINEPREFIX"])
 
     def run(self, *words, **places):
-        command = [self.program, *words]
+        command = [*self.command, *words]
         return subprocess.run(command, capture_output=True, check=False, **places)
 
     def mount(self, device, folder):
@@ -229,7 +230,7 @@ def compare_consoles(wine, windows_programs, console, files):
 
 def main(wine, windows_programs, programs, examples, pictures):
     wine, pictures, programs = Wine(wine), Path(pictures), Path(programs).absolute()
-    program = [pictures, wine.program, f"{windows_programs}/quenmar.exe"]
+    program = [pictures, *wine.command, f"{windows_programs}/quenmar.exe"]
     with tempfile.TemporaryDirectory() as scratch:
         files = Path(scratch)
         shutil.copytree(examples, files, dirs_exist_ok=True)
