@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -59,7 +60,7 @@ class FileMerge {
 
   /// What a step of the history did. Moves, values and switches of series entries have the numbers
   /// that the updater window's `Changed` has had from the start.
-  enum class Step { kNewValue = 0, kMove = 1, kValue = 2, kSeries = 4, kState = 8 };
+  enum class Step : std::int16_t { kNewValue = 0, kMove = 1, kValue = 2, kSeries = 4, kState = 8 };
 
   /// The lists of the comparison.
   enum class List { kNew, kActual, kDeleted };
