@@ -1,11 +1,12 @@
 #include "merge/SeenFiles.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <chrono>
-#include <cstdio>
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 #include "files/FileError.h"
@@ -22,6 +23,7 @@ using Days = std::chrono::sys_days;
 
 constexpr std::string_view kFirstLine = "quenmar seen file 1";
 constexpr StringView kEnding = u".seen";
+constexpr std::string_view kDigits = "0123456789abcdef";
 constexpr auto kKeptWithoutAFile = std::chrono::days(365);
 
 /// What stands in the user's folder for one file of the server.
@@ -48,7 +50,6 @@ std::string KeyOf(const Path& server) {
     if (code >= ' ' && byte != '%') {
       key += byte;
     } else {
-      constexpr std::string_view kDigits = "0123456789ABCDEF";
       key.append({'%', kDigits[code >> 4U], kDigits[code & 0xFU]});
     }
   }
@@ -72,9 +73,9 @@ Path PathOfKey(std::string_view key) {
 std::string HashOf(std::string_view key) {
   std::uint64_t hash = 0xCBF29CE484222325;
   for (const char byte : key) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
-  std::array<char, 17> digits{};
-  std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(hash));
-  return digits.data();
+  std::string digits;
+  for (int i = 0; i < 16; ++i, hash <<= 4U) digits += kDigits[hash >> 60U];
+  return digits;
 }
 
 /// @return the file's name as far as every file system takes it.
@@ -93,10 +94,13 @@ Days Today() { return std::chrono::floor<std::chrono::days>(std::chrono::system_
 
 std::string DateText(Days days) {
   const std::chrono::year_month_day date(days);
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "%04d-%02u-%02u", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
-  return text.data();
+  const auto padded = [](unsigned number, size_t width) {
+    const std::string digits = std::to_string(number);
+    return std::string(width - std::min(width, digits.size()), '0') + digits;
+  };
+  return padded(static_cast<unsigned>(static_cast<int>(date.year())), 4) + "-" +
+         padded(static_cast<unsigned>(date.month()), 2) + "-" +
+         padded(static_cast<unsigned>(date.day()), 2);
 }
 
 std::optional<Days> ParseDate(std::string_view text) {
