@@ -85,7 +85,7 @@ struct MergeArguments {
   std::vector<std::string> switchOn;   ///< NAME or TYPE:VALUE
   std::vector<std::string> switchOff;  ///< likewise
   std::optional<std::string> output;   ///< another file than the server's; "-" is `out`
-  std::optional<Path> base;  ///< folder of the old distribution's files
+  std::optional<Path> base;            ///< folder of the old distribution's files
   bool dryRun = false;
 };
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);
