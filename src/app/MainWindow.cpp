@@ -10,8 +10,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QTableView>
 #include <utility>
 
+#include "app/Overview.h"
 #include "conf/EndApplication.h"
 #include "conf/Functions.h"
 #include "editor/NEditForm.h"
@@ -69,6 +71,7 @@ void Main::CreateControls() {
   edit_ = Named(new QPushButton, "Command3");
   checkChanges_ = Named(new QPushButton, "Command5");
   close_ = Named(new QPushButton, "Command4");
+  overview_ = new Overview(options_, language_);
   distributionLabel_->setBuddy(distribution_);
   serverLabel_->setBuddy(server_);
   filesLabel_->setBuddy(files_);
@@ -149,15 +152,18 @@ void Main::LayOut() {
   all->addLayout(file);
   all->addLayout(saving);
   all->addWidget(sort_);
-  all->addStretch();
   all->addLayout(buttons);
+  all->addWidget(overview_, 1);
   // The sort check box comes last, although it stands above the buttons: it is rarely needed.
+  auto* const table = overview_->findChild<QTableView*>();
   const QList<QWidget*> order = {
       distribution_, browseDistribution_, server_, browseServer_, files_,
-      edit_,         checkChanges_,       close_,  sort_,         layout_};
+      edit_,         checkChanges_,       close_,  sort_,         layout_,
+      table};
   for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 
-  resize(560, sizeHint().height());
+  const QFontMetrics letters = fontMetrics();
+  resize(110 * letters.averageCharWidth(), sizeHint().height() + 16 * letters.height());
   new WindowGeometry(this, "Main");
 }
 
@@ -187,6 +193,16 @@ void Main::Connect() {
   connect(edit_, &QPushButton::clicked, this, [this] { Run(&Main::Edit); });
   connect(checkChanges_, &QPushButton::clicked, this, [this] { Run(&Main::CheckChanges); });
   connect(close_, &QPushButton::clicked, this, &QWidget::close);
+  ConnectOverview();
+}
+
+/// A row and the list of files select each other.
+void Main::ConnectOverview() {
+  connect(files_, &QComboBox::currentIndexChanged, this, &Main::SelectInOverview);
+  connect(overview_, &Overview::FileSelected, this, &Main::SelectFile);
+  connect(overview_, &Overview::CheckChangesWanted, checkChanges_, &QPushButton::click);
+  connect(overview_, &Overview::EditWanted, edit_, &QPushButton::click);
+  connect(overview_, &Overview::DiskChanged, this, &Main::FollowDisk);
 }
 
 bool Main::event(QEvent* event) {
@@ -210,6 +226,7 @@ void Main::SetFolders(const std::optional<Folders>& folders) {
   if (!distribution.isEmpty()) distribution_->SetFolder(distribution);
   if (!server.isEmpty()) server_->SetFolder(server);
   seen_ = LookAtFolders();
+  ShowOverview();
 }
 
 void Main::ChooseLayout(Layout layout) {
@@ -228,6 +245,7 @@ void Main::Judge(FolderBox& box) {
   seen_ = LookAtFolders();
   const FolderCheck check = &box == distribution_ ? seen_.distribution : seen_.server;
   Take(check);
+  ShowOverview();
   Refuse(box, check);
 }
 
@@ -238,9 +256,13 @@ void Main::Reread() {
   }
   const FolderChecks now = LookAtFolders();
   const FolderChecks before = std::exchange(seen_, now);
-  if (now == before) return;
+  if (now == before) {
+    overview_->Refresh();
+    return;
+  }
   Take(now.distribution);
   Take(now.server);
+  ShowOverview();
   if (now.distribution.message != before.distribution.message) {
     Refuse(*distribution_, now.distribution);
   } else if (now.server.message != before.server.message) {
@@ -264,7 +286,40 @@ void Main::ListFiles(const std::vector<String>& files) {
   listedFolder_ = distribution_->Folder();
   files_->clear();
   for (const String& file : files) files_->addItem(ToQString(file));
-  files_->setCurrentIndex(files_->findText(chosen, Qt::MatchExactly | Qt::MatchCaseSensitive));
+  SelectFile(chosen);
+}
+
+void Main::SelectFile(const QString& file) {
+  files_->setCurrentIndex(files_->findText(file, Qt::MatchExactly | Qt::MatchCaseSensitive));
+}
+
+void Main::SelectInOverview() { overview_->Select(FromQString(files_->currentText())); }
+
+void Main::ShowOverview() {
+  if (!checkChanges_->isEnabled()) {
+    overview_->ShowReason(WhyNothingIsShown());
+    return;
+  }
+  std::vector<String> files;
+  for (int i = 0; i < files_->count(); ++i) files.push_back(FromQString(files_->itemText(i)));
+  overview_->ShowFiles(FileIn(*distribution_, {}), FileIn(*server_, {}), files);
+  SelectInOverview();
+}
+
+QString Main::WhyNothingIsShown() const {
+  for (const auto& [box, check] :
+       {std::pair(distribution_, &seen_.distribution), std::pair(server_, &seen_.server)}) {
+    if (box->Folder().isEmpty() || !check->message) continue;
+    return ToQString(FinishedText(language_.Text(*check->message), {check->placeholder}));
+  }
+  return Text(Message::kNoFilesYet);
+}
+
+void Main::FollowDisk() {
+  const FolderChecks now = LookAtFolders();
+  const bool tells = now.distribution.message != seen_.distribution.message ||
+                     now.server.message != seen_.server.message;
+  if (!tells || isActiveWindow()) Reread();
 }
 
 void Main::Refuse(FolderBox& box, const FolderCheck& check) {
@@ -301,8 +356,8 @@ void Main::Store(FolderBox& box, const QString& folder) {
 void Main::Run(void (Main::*command)()) {
   CompleteBoxes();
   if (!edit_->isEnabled()) return;
-  const QScopedValueRollback busy(busy_, true);
   try {
+    const QScopedValueRollback busy(busy_, true);
     (this->*command)();
   } catch (const EndApplication&) {
     QCoreApplication::exit(0);
@@ -310,6 +365,8 @@ void Main::Run(void (Main::*command)()) {
   }
   // A question and the window behind it that close together may leave the focus nowhere.
   activateWindow();
+  overview_->Forget(FromQString(files_->currentText()));
+  Reread();
 }
 
 void Main::Edit() {

@@ -25,6 +25,7 @@ class QPushButton;
 namespace quenmar {
 
 class FolderBox;
+class Overview;
 
 class Main : public QWidget {
   Q_OBJECT
@@ -58,6 +59,7 @@ class Main : public QWidget {
   void OfferLayouts();
   void LayOut();
   void Connect();
+  void ConnectOverview();
   void SetFolders(const std::optional<Folders>& folders);
   /// Stores what saved files are made of from now on. Only the program's own form can be sorted.
   void ChooseLayout(Layout layout);
@@ -78,6 +80,13 @@ class Main : public QWidget {
   /// Sets list and buttons.
   void Take(const FolderCheck& check);
   void ListFiles(const std::vector<String>& files);
+  void SelectFile(const QString& file);
+  void SelectInOverview();
+  /// Shows what the listed files need, or why there is nothing to show.
+  void ShowOverview();
+  [[nodiscard]] QString WhyNothingIsShown() const;
+  /// Takes over what has changed on the disk. What has to be told waits until the user comes back.
+  void FollowDisk();
   /// Shows the check's message, if it has one, and lets the user go on in the box.
   void Refuse(FolderBox& box, const FolderCheck& check);
   /// Judges what was typed and not judged yet.
@@ -128,6 +137,7 @@ class Main : public QWidget {
   QPushButton* edit_ = nullptr;
   QPushButton* checkChanges_ = nullptr;
   QPushButton* close_ = nullptr;
+  Overview* overview_ = nullptr;
 };
 
 }  // namespace quenmar

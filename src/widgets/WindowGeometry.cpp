@@ -4,16 +4,9 @@
 #include <utility>
 
 #include "widgets/ScreenFit.h"
+#include "widgets/StateFile.h"
 
 namespace quenmar {
-
-namespace {
-
-QSettings StateFile() {
-  return QSettings(QSettings::IniFormat, QSettings::UserScope, "quenmar", "windows");
-}
-
-}  // namespace
 
 WindowGeometry::WindowGeometry(QWidget* window, QString key)
     : QObject(window), key_(std::move(key)) {

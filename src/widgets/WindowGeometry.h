@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QSettings>
 #include <QWidget>
 
 namespace quenmar {

@@ -16,6 +16,7 @@
 #include "widgets/FolderBox.h"
 #include "widgets/GuiMessages.h"
 #include "widgets/PrivateState.h"
+#include "widgets/StateFile.h"
 
 namespace quenmar {
 
@@ -35,6 +36,7 @@ class MainFixture : public QObject {
     WriteFile(*scratch_ / "conf/a.conf", "a: 2\r\n");
     qputenv("QUENMAR_STATE", Folder("state").toUtf8());
     registry_ = std::make_unique<FileRegistry>(*scratch_ / "options.reg");
+    StateFile().clear();
     language_ = Language();
     messages_.Take();
   }
@@ -70,6 +72,12 @@ class MainFixture : public QObject {
   /// Presses a command and closes the window that it opens, whose title is returned.
   /// @param look gets that window before it closes
   QString PressAndClose(const char* button, const std::function<void(QWidget*)>& look = {}) {
+    return DoAndClose([this, button] { Click(button); }, look);
+  }
+
+  /// The same for another way to give the command.
+  QString DoAndClose(const std::function<void()>& way,
+                     const std::function<void(QWidget*)>& look = {}) {
     QString title;
     QTimer poll;
     connect(&poll, &QTimer::timeout, this, [&title, &look] {
@@ -80,7 +88,7 @@ class MainFixture : public QObject {
       window->close();
     });
     poll.start(0);
-    Click(button);
+    way();
     return title;
   }
 

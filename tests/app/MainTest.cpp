@@ -230,8 +230,9 @@ class MainTest : public MainFixture {
       if (stop && !control->objectName().isEmpty()) order << control->objectName();
       control = control->nextInFocusChain();
     } while (control != From());
-    QCOMPARE(order, QStringList({"txt_FileFrom", "Command1", "txt_FileTo", "Command2", "ConfFiles",
-                                 "Command3", "Command5", "Command4", "Check1", "cmbLayout"}));
+    QCOMPARE(order,
+             QStringList({"txt_FileFrom", "Command1", "txt_FileTo", "Command2", "ConfFiles",
+                          "Command3", "Command5", "Command4", "Check1", "cmbLayout", "tblFiles"}));
   }
 
   void CaptionsAreShownLetterForLetter() {

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QTimer>
+#include <map>
+#include <vector>
+
+#include "compare/FileReport.h"
+#include "files/Folder.h"
+
+namespace quenmar {
+
+/// Reports on every file of two folders, one file for each turn of the event loop, and notices when
+/// something in the folders changes. A file whose time and size stay the same is not read again.
+class FolderReports : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The references outlive this object.
+  FolderReports(const Options& options, const Language& language, QObject* parent);
+
+  /// Begins to report on the files, and watches the folders afterwards. Other folders than last
+  /// time are read from the start.
+  /// @param files their names, in the order of the reports
+  void Read(const Path& distribution, const Path& server, const std::vector<String>& files);
+
+  [[nodiscard]] bool IsFor(const Path& distribution, const Path& server) const {
+    return distribution == distribution_ && server == server_;
+  }
+
+  /// Looks again for what has changed.
+  void Refresh();
+
+  /// Takes the file for changed, whatever its time and size.
+  void Forget(const String& file) { read_.erase(file); }
+
+  /// Neither reads nor watches any longer, and forgets the folders.
+  void Stop();
+
+ signals:
+  /// A file was read.
+  void Reported(const quenmar::FileReport& report);
+
+  /// So many files have been looked at; the last one when both numbers are the same.
+  void Progressed(int done, int all);
+
+  /// Something in the folders has changed, maybe a moment ago.
+  void DiskChanged();
+
+ private:
+  /// Both versions of a file as they were when it was read.
+  struct Stamps {
+    FileStamp distribution;
+    FileStamp server;
+
+    bool operator==(const Stamps&) const = default;
+  };
+
+  void TakeTurn();
+  void Watch();
+
+  const Options& options_;
+  const Language& language_;
+  QTimer turns_;
+  QTimer settling_;  ///< gathers what happens on the disk at the same time
+  QFileSystemWatcher watcher_;
+  Path distribution_;
+  Path server_;
+  std::vector<String> files_;
+  size_t next_ = 0;  ///< in `files_`
+  std::map<String, Stamps> read_;
+};
+
+}  // namespace quenmar

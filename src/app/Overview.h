@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "app/FolderReports.h"
+#include "app/OverviewModel.h"
+
+class QLabel;
+class QProgressBar;
+class QSortFilterProxyModel;
+class QTableView;
+
+namespace quenmar {
+
+/// A table with a row for each file of the distribution, which says what the file needs. It fills
+/// while the window answers, with a progress bar below it, and says why when it is empty.
+class Overview : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The references outlive the widget.
+  Overview(const Options& options, const Language& language, QWidget* parent = nullptr);
+
+  /// Lists files and reports on those that were not read yet or have changed since.
+  void ShowFiles(const Path& distribution, const Path& server, const std::vector<String>& files);
+
+  /// Empties the table and says why.
+  void ShowReason(const QString& reason);
+
+  /// Reports anew on the files that have changed.
+  void Refresh() { reports_.Refresh(); }
+
+  /// Takes the file for changed.
+  void Forget(const String& file) { reports_.Forget(file); }
+
+  /// Selects the row of a file; without such a row, none.
+  void Select(const String& file);
+
+ signals:
+  /// The user has gone to the row of a file.
+  void FileSelected(const QString& file);
+
+  /// The user wants the command on the selected file.
+  void CheckChangesWanted();
+  void EditWanted();
+
+  /// Something in the folders has changed.
+  void DiskChanged();
+
+ private:
+  void CreateTable();
+  void CreateColumns();
+  void CreateActions();
+  void CreateReason();
+  void CreateProgress();
+  void LayOut();
+  void Connect();
+
+  void ShowProgress(int done, int all);
+  /// Makes an action of the table, which its context menu offers.
+  QAction* AddAction(const char* name, Message caption, const QList<QKeySequence>& keys);
+  [[nodiscard]] QString Text(Message key) const;
+
+  const Language& language_;
+  FolderReports reports_;
+  OverviewModel model_;
+  bool selecting_ = false;  ///< not the user, but the window goes to a row
+
+  QSortFilterProxyModel* sorted_ = nullptr;
+  QTableView* table_ = nullptr;
+  QLabel* reason_ = nullptr;
+  QProgressBar* progress_ = nullptr;
+  QAction* checkChanges_ = nullptr;
+  QAction* edit_ = nullptr;
+};
+
+}  // namespace quenmar
