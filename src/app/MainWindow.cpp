@@ -163,7 +163,7 @@ void Main::LayOut() {
   for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 
   const QFontMetrics letters = fontMetrics();
-  resize(110 * letters.averageCharWidth(), sizeHint().height() + 16 * letters.height());
+  resize(140 * letters.averageCharWidth(), sizeHint().height() + 16 * letters.height());
   new WindowGeometry(this, "Main");
 }
 

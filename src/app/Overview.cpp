@@ -49,23 +49,27 @@ void Overview::CreateTable() {
   table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
 }
 
-/// Numbers are as wide as their headers, texts as what they mostly are.
+/// Columns are as wide as their headers and what they mostly hold.
 void Overview::CreateColumns() {
   QHeaderView* const header = table_->horizontalHeader();
   header->setSectionsMovable(true);
   header->setHighlightSections(false);
   header->setSortIndicator(OverviewModel::kFile, Qt::AscendingOrder);
-  const int letter = fontMetrics().averageCharWidth();
+  const auto widen = [this, header](int column, const QString& text) {
+    const int width = fontMetrics().horizontalAdvance(text + "00");  // with room beside it
+    header->resizeSection(column, std::max(header->sectionSize(column), width));
+  };
   for (int column = 0; column < OverviewModel::kColumns; ++column) {
-    header->resizeSection(column, header->sectionSizeHint(column) + letter);
+    header->resizeSection(column, header->sectionSizeHint(column));
+    widen(column, model_.headerData(column, Qt::Horizontal).toString());
   }
-  header->resizeSection(OverviewModel::kFile, 24 * letter);
-  int widest = header->sectionSize(OverviewModel::kState);
+  widen(OverviewModel::kFile, "a-rather-long-name.conf");
+  widen(OverviewModel::kNew, "00 (00)");
+  widen(OverviewModel::kSeries, "+00 -00");
   for (const Message state : {Message::kStateSame, Message::kStateDiffers, Message::kStateNewFile,
                               Message::kStateUnreadable}) {
-    widest = std::max(widest, fontMetrics().horizontalAdvance(Text(state)) + 3 * letter);
+    widen(OverviewModel::kState, Text(state));
   }
-  header->resizeSection(OverviewModel::kState, widest);
   header->setStretchLastSection(true);
   new ColumnState(header, "MainColumns");
   table_->setSortingEnabled(true);

@@ -36,7 +36,7 @@ def main(quenmar, folder, pictures):
     with Program(quenmar, "examples/conf-dist", "examples/conf") as program:
         user = Keyboard(program)
         user.choose_file("world.conf")
-        take(MAIN, 620, 230, pictures / "main.png")
+        take(MAIN, 840, 480, pictures / "main.png")
         user.press(MAIN, "Edit")
         window = "Editing world.conf - examples/conf"
         program.find(window, "table cell", "world_listen_port")
