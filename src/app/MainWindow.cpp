@@ -301,6 +301,7 @@ void Main::ShowOverview() {
     return;
   }
   std::vector<String> files;
+  files.reserve(static_cast<size_t>(files_->count()));
   for (int i = 0; i < files_->count(); ++i) files.push_back(FromQString(files_->itemText(i)));
   overview_->ShowFiles(FileIn(*distribution_, {}), FileIn(*server_, {}), files);
   SelectInOverview();

@@ -117,9 +117,9 @@ class OverviewTest : public MainFixture {
   }
 
   void ColumnsSortByNumber() {
-    for (int count = 8; count <= 12; ++count) {
+    for (size_t count = 8; count <= 12; ++count) {
       std::string settings;
-      for (int i = 0; i < count; ++i) settings += "s" + std::string(i, 'x') + ": 1\r\n";
+      for (size_t i = 0; i < count; ++i) settings += "s" + std::string(i, 'x') + ": 1\r\n";
       WriteFile(*scratch_ / "dist" / ("s" + std::to_string(count) + ".conf"), settings);
     }
     OpenFilled();
