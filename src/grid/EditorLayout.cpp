@@ -12,6 +12,7 @@ constexpr int kFrameLeft = 90;
 constexpr int kFrameTop = 200;
 constexpr int kGridLeft = 50;
 constexpr int kGridTop = 120;
+constexpr int kBelowFind = 60;
 constexpr int kButtonMargin = 20;
 
 int GridHeight(int frameHeight, int commentsHeight, LayoutMode mode) {
@@ -35,7 +36,7 @@ LayoutRectangle ToPixels(const LayoutRectangle& twips) {
 }
 
 EditorLayout EditorLayout::Of(LayoutSize window, int commentsHeight, LayoutSize command3,
-                              LayoutSize command4, LayoutMode mode) {
+                              LayoutSize command4, LayoutMode mode, int findHeight) {
   EditorLayout layout;
   layout.window = {std::max(window.width, kSmallestWindow.width),
                    std::max(window.height, kSmallestWindow.height)};
@@ -46,6 +47,12 @@ EditorLayout EditorLayout::Of(LayoutSize window, int commentsHeight, LayoutSize 
   const int gridWidth = frameWidth - 100;
   const int gridHeight = GridHeight(frameHeight, commentsHeight, mode);
   layout.xEDG = {kGridLeft, kGridTop, gridWidth, gridHeight};
+  if (findHeight > 0) {
+    layout.pnlFind = {kGridLeft, kGridTop, gridWidth, findHeight};
+    const int taken = std::min(findHeight + kBelowFind, gridHeight);
+    layout.xEDG.top += taken;
+    layout.xEDG.height -= taken;
+  }
   layout.Comments = {kGridLeft, layout.xEDG.Bottom() + 10, gridWidth, commentsHeight};
 
   int buttonTop = layout.Comments.Bottom() + 20;

@@ -51,9 +51,11 @@ struct LayoutRectangle {
 struct EditorLayout {
   static constexpr LayoutSize kSmallestWindow{5000, 5400};
 
-  LayoutSize window;         ///< never below the smallest window
-  LayoutRectangle Frame1;    ///< within the window
-  LayoutRectangle xEDG;      ///< within `Frame1`, as is all that follows but the list boxes
+  LayoutSize window;        ///< never below the smallest window
+  LayoutRectangle Frame1;   ///< within the window
+  LayoutRectangle pnlFind;  ///< within `Frame1`, as is all that follows but the list boxes; empty
+                            ///< while the find bar is hidden
+  LayoutRectangle xEDG;
   LayoutRectangle Comments;  ///< the comments box
   LayoutRectangle TSeries;   ///< the tab strip; empty without series
   LayoutSize lstSeries;      ///< of every list box, as far as the tabs leave it; 0 without series
@@ -63,8 +65,9 @@ struct EditorLayout {
   /// @param window the size that the user gave the window
   /// @param commentsHeight of the comments box, which no resizing changes
   /// @param command3, command4 the sizes of the two buttons
+  /// @param findHeight of the find bar, for which the grid makes room; 0 while it is hidden
   [[nodiscard]] static EditorLayout Of(LayoutSize window, int commentsHeight, LayoutSize command3,
-                                       LayoutSize command4, LayoutMode mode);
+                                       LayoutSize command4, LayoutMode mode, int findHeight = 0);
 };
 
 }  // namespace quenmar

@@ -75,6 +75,22 @@ void xEditGrid::FillHeader(int firstCol) {
   }
 }
 
+void xEditGrid::SetHiddenRows(std::vector<bool> hidden) {
+  hidden_ = std::move(hidden);
+  if (!IsRowHidden(row_)) return;
+  const int below = VisibleRow(row_, 1);
+  const int row = below > 0 ? below : VisibleRow(row_, -1);
+  HideEditors();
+  if (row > 0) MoveTo(row, col_);
+}
+
+int xEditGrid::VisibleRow(int row, int step) const {
+  for (row += step; row > 0 && row < Rows(); row += step) {
+    if (!IsRowHidden(row)) return row;
+  }
+  return 0;
+}
+
 void xEditGrid::SetAutoCrecimiento(int growth) {
   autoCrecimiento_ = growth;
   propertiesChanged_ = true;
@@ -124,6 +140,7 @@ void xEditGrid::SetCellValue(int row, int col, StringView value) {
 
 void xEditGrid::Clear() {
   cells_.Clear();
+  hidden_.clear();
   FillHeader(0);
   HideEditors();
 }
@@ -190,13 +207,14 @@ void xEditGrid::GrowAtLastRow() {
 }
 
 bool xEditGrid::TakesText() const {
-  return state_ == EditState::kIdle && row_ > 0 && !ReadOnly(col_) && ColType(col_) == kTextColumn;
+  return state_ == EditState::kIdle && row_ > 0 && !IsRowHidden(row_) && !ReadOnly(col_) &&
+         ColType(col_) == kTextColumn;
 }
 
 void xEditGrid::StartEdit() {
   GrowAtLastRow();
   HideEditors();
-  if (row_ > 0 && !ReadOnly(col_)) {
+  if (row_ > 0 && !IsRowHidden(row_) && !ReadOnly(col_)) {
     // Any type but "0" opens the list, though only "1" has its labels translated.
     const bool text = TakesText();
     if (!text) entries_ = settings_.Labels(col_);
@@ -260,13 +278,11 @@ void xEditGrid::ChooseEntry(int entry) {
 
 void xEditGrid::EditorKeyDown(int keyCode) {
   if (state_ != EditState::kText) return;
-  if (keyCode == kKeyUp && row_ >= 2) {
-    MoveTo(row_ - 1, col_);
-    StartEdit();
-  } else if (keyCode == kKeyDown && row_ < Rows() - 1) {
-    MoveTo(row_ + 1, col_);
-    StartEdit();
-  }
+  if (keyCode != kKeyUp && keyCode != kKeyDown) return;
+  const int row = VisibleRow(row_, keyCode == kKeyUp ? -1 : 1);
+  if (row == 0) return;
+  MoveTo(row, col_);
+  StartEdit();
 }
 
 void xEditGrid::EditorKeyPress(char16_t character) {

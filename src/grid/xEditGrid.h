@@ -67,6 +67,17 @@ class xEditGrid {
   [[nodiscard]] int AutoCrecimiento() const { return autoCrecimiento_; }
   void SetAutoCrecimiento(int growth);
 
+  // Hidden rows. They keep their cells; no edit begins in them, and moving passes them over.
+
+  [[nodiscard]] bool IsRowHidden(int row) const {
+    return row >= 0 && static_cast<size_t>(row) < hidden_.size() &&
+           hidden_[static_cast<size_t>(row)];
+  }
+  /// Hides other rows than before. A current cell that is hidden gives way to the next visible one
+  /// below, else above.
+  /// @param hidden by row, the header row included, which always shows; rows beyond it are visible
+  void SetHiddenRows(std::vector<bool> hidden);
+
   // Settings of the columns.
 
   /// @return "1" for a list column, "0" for a text column.
@@ -104,7 +115,8 @@ class xEditGrid {
   /// and in all other rows, it takes the value itself, so that nothing is lost.
   void SetCellValue(int row, int col, StringView value);
 
-  /// Empties all cells below the header, which is written anew, and hides the editors.
+  /// Empties all cells below the header, which is written anew, hides the editors and shows all
+  /// rows.
   void Clear();
 
   /// @return a tree with a child "Fila_" and the index for each column, which holds a field
@@ -162,6 +174,8 @@ class xEditGrid {
   void CheckCell(int row, int col) const;
   [[nodiscard]] bool IsList(int col) const { return settings_.Type(col) == u"1"; }
   void FillHeader(int firstCol);
+  /// @return the nearest visible row in that direction, `row` not included; 0 when there is none.
+  [[nodiscard]] int VisibleRow(int row, int step) const;
   void GrowAtLastRow();
   void HideEditors();
   void ShowCellInEditor();
@@ -171,6 +185,7 @@ class xEditGrid {
   CellMatrix cells_;
   ColumnSettings settings_;
   String formatString_;
+  std::vector<bool> hidden_;  // by row; rows behind its end are visible
   int row_ = 1;
   int col_ = 0;
   int autoCrecimiento_ = 0;

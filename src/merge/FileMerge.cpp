@@ -87,6 +87,7 @@ bool FileMerge::Prepare() {
   if (context_.options.IsSorted()) documents_.server->Fields().Sort(true);
   AddMissingSeries(*documents_.distributionSeries, *documents_.serverSeries);
   series_ = SeriesGroups(*documents_.serverSeries);
+  RememberSaved();
   if (series_.GroupCount() <= SeriesGroups::kMostGroups) return true;
   ShowMessage(context_.messages, context_.language.Text(Message::kTooManySeries),
               message_style::kOk | message_style::kCritical);
@@ -97,7 +98,15 @@ void FileMerge::RememberServer() {
   int index = 0;
   for (const Field& field : documents_.server->Fields()) {
     const bool active = serverNotes_.active.at(static_cast<size_t>(index++)) != 0;
-    onServer_.try_emplace(String(field.Name()), ServerSetting{String(field.Value()), active});
+    onServer_.try_emplace(String(field.Name()),
+                          ServerSetting{String(field.Value()), active, active});
+  }
+}
+
+void FileMerge::RememberSaved() {
+  saved_.clear();
+  for (const Field& field : documents_.server->Fields()) {
+    saved_.push_back({field.Value(), IsWantedActive(field.Name())});
   }
 }
 
@@ -148,6 +157,13 @@ String FileMerge::Comment(StringView name) const {
   return comment.empty() ? commentIn(*documents_.server) : comment;
 }
 
+String FileMerge::DistributionComment(StringView name) const {
+  const SharedText comment = CommentOf(*documents_.distribution->Fields().Field(name));
+  String shown(comment);
+  if (request_.purpose == Purpose::kEdit) XmlUnescape(shown);
+  return shown == Comment(name) ? String() : shown;
+}
+
 bool FileMerge::IsWantedActive(StringView name) const {
   if (request_.layout == Layout::kSettings) return true;
   const String key(name);
@@ -156,6 +172,38 @@ bool FileMerge::IsWantedActive(StringView name) const {
   if (onServer == onServer_.end() || onServer->second.active) return true;
   const auto setting = SavedSettings().Fields().Field(name);
   return edited_.contains(key) && StringView(setting->Value()) != onServer->second.value;
+}
+
+FileMerge::SettingState FileMerge::StateOf(StringView name) const {
+  if (!IsWantedActive(name)) return SettingState::kCommentedOut;
+  const auto onServer = onServer_.find(String(name));
+  const bool inFile = onServer == onServer_.end() || onServer->second.activeInFile;
+  return inFile ? SettingState::kActive : SettingState::kBecomesActive;
+}
+
+bool FileMerge::IsEdited(int index) const {
+  const auto setting = documents_.server->Fields().Field(index);
+  const SavedSetting& saved = saved_.at(static_cast<size_t>(index));
+  return StringView(setting->Value()) != StringView(saved.value) ||
+         IsWantedActive(setting->Name()) != saved.wantedActive;
+}
+
+bool FileMerge::IsChanged(int index) const { return ItemOf(index, {}).IsChanged(); }
+
+bool FileMerge::IsShown(int index, const SettingFilter& filter) const {
+  if (filter.ShowsAll()) return true;
+  const SharedText name = documents_.server->Fields().Field(index)->Name();
+  const String comments = Comment(name).append(kLineEnd).append(DistributionComment(name));
+  return filter.Shows(ItemOf(index, comments));
+}
+
+/// The texts of the item are those of the trees.
+SettingFilter::Item FileMerge::ItemOf(int index, StringView comment) const {
+  const auto setting = documents_.server->Fields().Field(index);
+  const auto original = documents_.distribution->Fields().Field(setting->Name());
+  return {setting->Name(),           setting->Value(),
+          original->Value(),         comment,
+          !original->Name().empty(), StateOf(setting->Name()) != SettingState::kActive};
 }
 
 template <class Change>
@@ -263,13 +311,24 @@ void FileMerge::SetEntry(int group, int item, bool on) {
 }
 
 bool FileMerge::SwitchSetting(StringView name, bool active) {
-  if (!active && IsRemarkName(name)) return false;
+  return SwitchSettings({String(name)}, active).empty();
+}
+
+std::vector<String> FileMerge::SwitchSettings(const std::vector<String>& names, bool active) {
+  std::vector<String> refused;
   (void)Do(Step::kState, {}, [&] {
-    if (IsWantedActive(name) == active) return 0;
-    switched_[String(name)] = active;
-    return 1;
+    int switched = 0;
+    for (const String& name : names) {
+      if (!active && IsRemarkName(name)) {
+        refused.push_back(name);
+      } else if (request_.layout != Layout::kSettings && IsWantedActive(name) != active) {
+        switched_[name] = active;
+        ++switched;
+      }
+    }
+    return switched;
   });
-  return true;
+  return refused;
 }
 
 FileMerge::State FileMerge::Capture() const {
@@ -329,6 +388,8 @@ bool FileMerge::Save(const SavePlan& plan) {
   if (!writer.SaveBytes(opened_, plan.bytes)) return false;
   history_.MarkSaved();
   KeepSeen();
+  for (auto& [name, setting] : onServer_) setting.activeInFile = IsWantedActive(name);
+  if (request_.purpose == Purpose::kEdit) RememberSaved();
   return true;
 }
 

@@ -18,6 +18,7 @@
 #include "conf/SeriesGroups.h"
 #include "merge/History.h"
 #include "merge/SeenFiles.h"
+#include "merge/SettingFilter.h"
 
 namespace quenmar {
 
@@ -64,6 +65,9 @@ class FileMerge {
 
   /// The lists of the comparison.
   enum class List { kNew, kActual, kDeleted };
+
+  /// What a save makes of a setting's line.
+  enum class SettingState { kActive, kCommentedOut, kBecomesActive };
 
   /// Reads both files. Failures are shown to the user here. Throws `EndApplication` when the user
   /// refuses the repair of line ends, and with more kinds of series than a comparison takes.
@@ -113,9 +117,27 @@ class FileMerge {
   /// else the server's.
   [[nodiscard]] String Comment(StringView name) const;
 
+  /// @return the distribution's comment of a setting where it is another than `Comment`; else
+  /// empty.
+  [[nodiscard]] String DistributionComment(StringView name) const;
+
   /// @return whether the saved file is to have the setting active, rather than commented out. With
   /// `Layout::kSettings` every setting is.
   [[nodiscard]] bool IsWantedActive(StringView name) const;
+
+  /// @return what the next save makes of the setting's line in the server's file.
+  [[nodiscard]] SettingState StateOf(StringView name) const;
+
+  // The server's settings with `Purpose::kEdit`, by their indexes.
+
+  /// @return whether value or state are others than when the file was read or last saved.
+  [[nodiscard]] bool IsEdited(int index) const;
+
+  /// @return whether the value is another than the distribution's; false where that has none.
+  [[nodiscard]] bool IsChanged(int index) const;
+
+  /// @return whether the filter shows the setting.
+  [[nodiscard]] bool IsShown(int index, const SettingFilter& filter) const;
 
   // What the user can do. Each is one step that can be undone.
 
@@ -146,9 +168,13 @@ class FileMerge {
   /// Switches a series entry on or off.
   void SetEntry(int group, int item, bool on);
 
-  /// Makes a setting active or comments it out.
+  /// Makes a setting active or comments it out. Has no effect with `Layout::kSettings`.
   /// @return false for "note" and "example", which would be comments if they were commented out.
   bool SwitchSetting(StringView name, bool active);
+
+  /// The same for several settings in one step.
+  /// @return the names of those that cannot be commented out.
+  std::vector<String> SwitchSettings(const std::vector<String>& names, bool active);
 
   // History.
 
@@ -203,6 +229,13 @@ class FileMerge {
   struct ServerSetting {
     String value;
     bool active;
+    bool activeInFile;  // also after a save
+  };
+
+  /// A setting when the file was read or last saved.
+  struct SavedSetting {
+    SharedText value;
+    bool wantedActive;
   };
 
   FileMerge(Request request, const MergeContext& context);
@@ -214,6 +247,8 @@ class FileMerge {
   void RememberServer();
   void KeepSeen();
   [[nodiscard]] bool Prepare();
+  void RememberSaved();
+  [[nodiscard]] SettingFilter::Item ItemOf(int index, StringView comment) const;
 
   /// Makes a change that is one step of the history, or part of the one with the same topic.
   /// @param change returns how much it has changed; nothing is no step
@@ -235,6 +270,7 @@ class FileMerge {
   ConfNotes serverNotes_;
   std::optional<OldVersion> old_;
   std::map<String, ServerSetting> onServer_;
+  std::vector<SavedSetting> saved_;             // for `Purpose::kEdit` only
   std::optional<ChangeComparison> comparison_;  // for `Purpose::kCompare` only
   SeriesGroups series_;
   std::map<String, bool> switched_;  // settings whose state the user has chosen

@@ -26,6 +26,16 @@ TEST(EditorLayoutTest, SharesTheFrameOutByMode) {
   EXPECT_EQ(settings.Command3, (LayoutRectangle{20, 9110, 1300, 400}));
 }
 
+TEST(EditorLayoutTest, TakesTheFindBarFromTheGrid) {
+  const EditorLayout hidden = LayoutOf({9180, 10000}, 1000);
+  const EditorLayout shown = EditorLayout::Of({9180, 10000}, 1000, {1300, 400}, {1200, 400},
+                                              LayoutMode::kSettingsAndSeries, 400);
+  EXPECT_EQ(hidden.pnlFind, LayoutRectangle{});
+  EXPECT_EQ(shown.pnlFind, (LayoutRectangle{50, 120, 8900, 400}));
+  EXPECT_EQ(shown.xEDG, (LayoutRectangle{50, 580, 8900, 4980}));
+  EXPECT_EQ(shown.Comments, hidden.Comments);
+}
+
 TEST(EditorLayoutTest, NeverFallsBelowTheSmallestWindow) {
   EXPECT_EQ(LayoutOf({4999, 5401}, 900).window, (LayoutSize{5000, 5401}));
   EXPECT_EQ(LayoutOf({5001, 0}, 900).xEDG.height, 2833);
