@@ -1,0 +1,67 @@
+#include "compare/Renames.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quenmar {
+namespace {
+
+/// Adds "name=value" pairs.
+void Fill(Document& tree, const std::vector<String>& settings) {
+  for (const String& setting : settings) {
+    const size_t sign = setting.find(u'=');
+    tree.Fields().AddField(setting.substr(0, sign), setting.substr(sign + 1));
+  }
+}
+
+TEST(RenamesTest, PairsSettingsThatAreNearlyTheSame) {
+  const struct {
+    const char* what;
+    std::vector<String> fresh;
+    std::vector<String> obsolete;
+    std::map<String, String> pairs;
+  } cases[] = {
+      {"case, whatever the value", {u"net_Port=1"}, {u"Net_port=2"}, {{u"net_Port", u"Net_port"}}},
+      {"letter replaced", {u"log_path=x"}, {u"log_pith=x"}, {{u"log_path", u"log_pith"}}},
+      {"letters put in", {u"log_paths=x"}, {u"lg_path=x"}, {{u"log_paths", u"lg_path"}}},
+      {"letters swapped", {u"log_path=x"}, {u"lgo_path=x"}, {{u"log_path", u"lgo_path"}}},
+      {"two at the end", {u"log=x"}, {u"log_a=x"}, {{u"log", u"log_a"}}},
+      {"other value", {u"log_path=x"}, {u"log_pith=y"}, {}},
+      {"three letters", {u"log_path=x"}, {u"log_bits=x", u"log=x", u"log_pabctgh=x"}, {}},
+      {"nothing in common", {u"a=1", u"ab=1"}, {u"b=1", u"cd=1"}, {{u"ab", u"b"}}},
+      {"closest first",
+       {u"rate_a=1", u"rate_b=1", u"RATE=1"},
+       {u"rate_bx=1", u"rate=1", u"rate_xy=1"},
+       {{u"rate_a", u"rate_xy"}, {u"rate_b", u"rate_bx"}, {u"RATE", u"rate"}}},
+      {"one for two", {u"max_a=1", u"max_b=1"}, {u"max_c=1"}, {{u"max_a", u"max_c"}}},
+      {"doubled", {u"max_a=1", u"max_a=1"}, {u"max_c=1", u"max_c=1"}, {{u"max_a", u"max_c"}}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    Document fresh, obsolete;
+    Fill(fresh, c.fresh);
+    Fill(obsolete, c.obsolete);
+    EXPECT_EQ(FindRenames(fresh, obsolete), c.pairs);
+  }
+}
+
+// Names of the same letters in another order, which have to be compared.
+TEST(RenamesTest, IsFastWhereManySettingsHaveOneValue) {
+  Document fresh, obsolete;
+  constexpr int kMany = 2000;
+  const auto add = [](Document& tree, std::string_view prefix, int i) {
+    std::string name = std::string(prefix) + std::to_string(i * 7919 % 99991) + "_limit";
+    tree.Fields().AddField(String(name.begin(), name.end()), String(u"no"));
+  };
+  for (int i = 0; i < kMany; ++i) {
+    add(fresh, "shop_price_", i);
+    add(obsolete, "hops_priec_", i);
+  }
+  EXPECT_TRUE(FindRenames(fresh, obsolete).empty());
+}
+
+}  // namespace
+}  // namespace quenmar
