@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "compare/Renames.h"
 #include "conf/Functions.h"
 #include "docmodel/XmlText.h"
 #include "files/FileError.h"
@@ -14,6 +15,26 @@ namespace {
 
 /// Whether steps of a kind change what a save writes.
 bool Counts(FileMerge::Step step) { return step != FileMerge::Step::kNewValue; }
+
+/// @return the names of the fields that are sought, each once, in tree order.
+template <class IsSought>
+std::vector<String> NamesIn(const Document& tree, IsSought isSought) {
+  std::vector<String> names;
+  std::set<StringView> seen;
+  for (const Field& field : tree.Fields()) {
+    if (seen.insert(field.Name()).second && isSought(field)) names.emplace_back(field.Name());
+  }
+  return names;
+}
+
+/// @return whether one of the fields of that name has the value.
+bool HasValue(const Document& tree, const Field& sought) {
+  if (tree.Fields().Field(sought.Name())->Value() == sought.Value()) return true;
+  for (const Field& field : tree.Fields()) {
+    if (field.Name() == sought.Name() && field.Value() == sought.Value()) return true;
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -79,6 +100,7 @@ bool FileMerge::Prepare() {
   if (request_.purpose == Purpose::kCompare) {
     comparison_.emplace(documents_, context_.options.IsSorted());
     comparison_->FillResultTrees();
+    renames_ = FindRenames(comparison_->NewFields(), comparison_->DeletedFields());
     series_ = comparison_->FillSeries(context_.messages, context_.language);
     return true;
   }
@@ -164,6 +186,32 @@ String FileMerge::DistributionComment(StringView name) const {
   return shown == Comment(name) ? String() : shown;
 }
 
+std::optional<String> FileMerge::RenamedFrom(StringView name) const {
+  const auto pair = renames_.find(String(name));
+  if (pair == renames_.end() || comparison_->NewFields().Fields().IndexOf(name) < 0 ||
+      comparison_->DeletedFields().Fields().IndexOf(pair->second) < 0) {
+    return std::nullopt;
+  }
+  return pair->second;
+}
+
+std::vector<String> FileMerge::MissingMandatory() const {
+  return NamesIn(comparison_->NewFields(), [this](const Field& field) {
+    const bool kept = comparison_->ActualFields().Fields().IndexOf(field.Name()) >= 0;
+    return !kept && IsMandatory(field.Name());
+  });
+}
+
+std::vector<String> FileMerge::TypedNotAdded() const {
+  return NamesIn(comparison_->NewFields(),
+                 [this](const Field& field) { return !HasValue(*documents_.distribution, field); });
+}
+
+bool FileMerge::IsCommentedOutOnServer(StringView name) const {
+  const auto onServer = onServer_.find(String(name));
+  return onServer != onServer_.end() && !onServer->second.activeInFile;
+}
+
 bool FileMerge::IsWantedActive(StringView name) const {
   if (request_.layout == Layout::kSettings) return true;
   const String key(name);
@@ -226,6 +274,19 @@ int FileMerge::Remove(const std::vector<String>& names) {
 
 int FileMerge::Restore(const std::vector<String>& names) {
   return Do(Step::kMove, {}, [&] { return comparison_->Restore(names); });
+}
+
+int FileMerge::AddMandatory() { return Add(MissingMandatory()); }
+
+bool FileMerge::TakeOldValue(StringView name) {
+  const auto old = RenamedFrom(name);
+  if (!old) return false;
+  (void)Do(Step::kMove, {}, [&] {
+    const SharedText value = comparison_->DeletedFields().Fields().Field(*old)->Value();
+    comparison_->SetNewValue(name, value);
+    return comparison_->Add({String(name)});
+  });
+  return true;
 }
 
 bool FileMerge::SetValue(List list, StringView name, StringView value) {

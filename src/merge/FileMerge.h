@@ -121,6 +121,19 @@ class FileMerge {
   /// empty.
   [[nodiscard]] String DistributionComment(StringView name) const;
 
+  /// @return the obsolete setting that is perhaps the same as a new one, as long as both are in
+  /// their lists; see `FindRenames`.
+  [[nodiscard]] std::optional<String> RenamedFrom(StringView name) const;
+
+  /// @return the mandatory settings among the new ones.
+  [[nodiscard]] std::vector<String> MissingMandatory() const;
+
+  /// @return the new settings that the user has given a value and not added: a save drops it.
+  [[nodiscard]] std::vector<String> TypedNotAdded() const;
+
+  /// @return whether the server's file has the setting commented out, as far as this merge knows.
+  [[nodiscard]] bool IsCommentedOutOnServer(StringView name) const;
+
   /// @return whether the saved file is to have the setting active, rather than commented out. With
   /// `Layout::kSettings` every setting is.
   [[nodiscard]] bool IsWantedActive(StringView name) const;
@@ -145,6 +158,13 @@ class FileMerge {
   int Add(const std::vector<String>& names);
   int Remove(const std::vector<String>& names);
   int Restore(const std::vector<String>& names);
+
+  /// Adds all new settings that are mandatory. @return how many.
+  int AddMandatory();
+
+  /// Adds a new setting with the value of the obsolete one that is perhaps the same.
+  /// @return false when there is none.
+  bool TakeOldValue(StringView name);
 
   /// Gives a setting of a list another value. What is typed into one value is one step.
   /// @return false when there is no such setting.
@@ -272,6 +292,7 @@ class FileMerge {
   std::map<String, ServerSetting> onServer_;
   std::vector<SavedSetting> saved_;             // for `Purpose::kEdit` only
   std::optional<ChangeComparison> comparison_;  // for `Purpose::kCompare` only
+  std::map<String, String> renames_;            // as the comparison began
   SeriesGroups series_;
   std::map<String, bool> switched_;  // settings whose state the user has chosen
   std::set<String> edited_;          // settings to which the user has given a value
