@@ -207,11 +207,6 @@ std::vector<String> FileMerge::TypedNotAdded() const {
                  [this](const Field& field) { return !HasValue(*documents_.distribution, field); });
 }
 
-bool FileMerge::IsCommentedOutOnServer(StringView name) const {
-  const auto onServer = onServer_.find(String(name));
-  return onServer != onServer_.end() && !onServer->second.activeInFile;
-}
-
 bool FileMerge::IsWantedActive(StringView name) const {
   if (request_.layout == Layout::kSettings) return true;
   const String key(name);

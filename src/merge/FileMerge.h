@@ -131,9 +131,6 @@ class FileMerge {
   /// @return the new settings that the user has given a value and not added: a save drops it.
   [[nodiscard]] std::vector<String> TypedNotAdded() const;
 
-  /// @return whether the server's file has the setting commented out, as far as this merge knows.
-  [[nodiscard]] bool IsCommentedOutOnServer(StringView name) const;
-
   /// @return whether the saved file is to have the setting active, rather than commented out. With
   /// `Layout::kSettings` every setting is.
   [[nodiscard]] bool IsWantedActive(StringView name) const;

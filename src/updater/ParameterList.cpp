@@ -1,10 +1,14 @@
 #include "updater/ParameterList.h"
 
 #include <QFocusEvent>
+#include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
 #include <algorithm>
+#include <map>
 
+#include "updater/SettingDelegate.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -34,48 +38,142 @@ Qt::CheckState StateOf(bool ticked) { return ticked ? Qt::Checked : Qt::Unchecke
 
 }  // namespace
 
-ParameterList::ParameterList(QWidget* parent) : QListWidget(parent) {
+ParameterList::ParameterList(QWidget* parent)
+    : QListWidget(parent), delegate_(new SettingDelegate(this, 1)) {
   setUniformItemSizes(true);
   setSpacing(1);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   connect(this, &QListWidget::currentRowChanged, this, &ParameterList::Chosen);
   connect(this, &QListWidget::itemClicked, this, &ParameterList::Chosen);
   connect(this, &QListWidget::itemChanged, this, &ParameterList::ItemTicked);
 }
 
-void ParameterList::Fill(const CheckList& items) {
-  const int current = RowAmong(items);
+void ParameterList::ShowBothValues(const QStringList& headers) {
+  delete delegate_;
+  delegate_ = new SettingDelegate(this, 2);
+  header_ = new QHeaderView(Qt::Horizontal, this);
+  auto* const captions = new QStandardItemModel(0, static_cast<int>(headers.size()), this);
+  captions->setHorizontalHeaderLabels(headers);
+  header_->setModel(captions);
+  header_->setSectionResizeMode(QHeaderView::Fixed);
+  header_->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+  header_->setMinimumSectionSize(0);
+  setViewportMargins(0, header_->sizeHint().height(), 0, 0);
+}
+
+void ParameterList::Fill(const std::vector<SettingRow>& rows) {
+  const int current = RowAmong(rows);
   const int scrolled = verticalScrollBar()->value();
+  const bool following =
+      currentItem() == nullptr || viewport()->rect().intersects(visualItemRect(currentItem()));
   {
     const Hidden hidden(this);
     clear();
-    for (const CheckItem& item : items) {
-      auto* const added = new QListWidgetItem(ToQString(item.text), this);
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    int width = 0;
+    for (const SettingRow& row : rows) {
+      auto* const added = new QListWidgetItem(ToQString(row.name), this);
       added->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-      added->setCheckState(StateOf(item.checked));
+      added->setCheckState(StateOf(row.ticked));
+      added->setHidden(!row.shown);
+      SetData(added, row);
+      width = std::max(width, metrics.horizontalAdvance(added->text()));
     }
+    delegate_->SetNameWidth(width);
     setEnabled(count() > 0);
     setCurrentRow(current);
   }
+  LayColumns();
   doItemsLayout();  // before which nothing can be scrolled
   verticalScrollBar()->setValue(scrolled);
-  scrollToItem(currentItem());
+  if (following && currentItem() != nullptr) scrollToItem(currentItem());
 }
 
-int ParameterList::RowAmong(const CheckList& items) const {
-  const int last = static_cast<int>(items.size()) - 1;
-  for (int row = std::max(0, currentRow()); row < count(); ++row) {
-    const String name = FromQString(item(row)->text());
-    const auto named = [&name](const CheckItem& candidate) { return candidate.text == name; };
-    if (row <= last && named(items[static_cast<size_t>(row)])) return row;
-    const auto hit = std::find_if(items.begin(), items.end(), named);
-    if (hit != items.end()) return static_cast<int>(hit - items.begin());
+void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const {
+  const QString value = ToQString(row.value);
+  const QString original = ToQString(row.originalValue);
+  const QString remark = ToQString(row.remark);
+  item->setData(SettingDelegate::kValue, value);
+  item->setData(SettingDelegate::kOriginalValue, original);
+  item->setData(SettingDelegate::kRemark, remark);
+  item->setData(SettingDelegate::kCommentedOut, row.commentedOut);
+  QFont own = font();
+  own.setBold(row.changed);
+  item->setFont(own);
+  QStringList parts{value};
+  if (header_ != nullptr && row.changed) {
+    const QVariant caption = header_->model()->headerData(2, Qt::Horizontal);
+    parts << caption.toString() + ": " + original;
   }
-  return count() > 0 ? last : std::min(0, last);
+  if (!remark.isEmpty()) parts << remark;
+  item->setData(Qt::AccessibleDescriptionRole, parts.join("; "));
+  parts.front() = item->text() + ": " + value;
+  item->setToolTip(ToToolTip(parts.join('\n')));
+}
+
+void ParameterList::Refresh(const SettingRow& row) {
+  const QSignalBlocker silence(this);
+  for (QListWidgetItem* const item : findItems(ToQString(row.name), Qt::MatchCaseSensitive)) {
+    SetData(item, row);
+  }
+  viewport()->update();  // of which the silence has kept it
+}
+
+int ParameterList::RowAmong(const std::vector<SettingRow>& rows) const {
+  std::map<StringView, int> places;
+  int first = -1, last = -1;
+  for (int row = static_cast<int>(rows.size()) - 1; row >= 0; --row) {
+    const SettingRow& candidate = rows[static_cast<size_t>(row)];
+    if (!candidate.shown) continue;
+    last = std::max(last, row);
+    first = row;
+    places[candidate.name] = row;
+  }
+  if (count() == 0 || currentRow() < 0) return first;
+  for (int row = currentRow(); row < count(); ++row) {
+    const String name = FromQString(item(row)->text());
+    const auto inPlace = static_cast<size_t>(row);
+    if (inPlace < rows.size() && rows[inPlace].shown && rows[inPlace].name == name) return row;
+    if (const auto hit = places.find(name); hit != places.end()) return hit->second;
+  }
+  return last;
+}
+
+void ParameterList::LayColumns() {
+  if (header_ == nullptr) return;
+  QStyleOptionViewItem row;
+  initViewItemOption(&row);
+  row.features |= QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+  row.text = "x";
+  row.rect = QRect(spacing(), 0, viewport()->width() - 2 * spacing(), sizeHintForRow(0));
+  const QList<QRect> columns = delegate_->Columns(row);
+  // The captions begin where the texts do, but for the room that a header leaves to its own.
+  const int room = header_->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header_);
+  int begin = 0;
+  for (int i = 0; i < columns.size(); ++i) {
+    const bool isLast = i + 1 == columns.size();
+    const int end = isLast ? viewport()->width() : columns[i + 1].left() - room;
+    header_->resizeSection(i, end - begin);
+    begin = end;
+  }
+  const QRect place = viewport()->geometry();
+  const int height = header_->sizeHint().height();
+  header_->setGeometry(place.left(), place.top() - height, place.width(), height);
+}
+
+void ParameterList::resizeEvent(QResizeEvent* event) {
+  QListWidget::resizeEvent(event);
+  LayColumns();
 }
 
 void ParameterList::TickAll() {
   const Hidden hidden(this);
-  for (int i = 0; i < count(); ++i) item(i)->setCheckState(Qt::Checked);
+  for (int i = 0; i < count(); ++i) {
+    if (!item(i)->isHidden()) item(i)->setCheckState(Qt::Checked);
+  }
+  if (selectionMode() == ExtendedSelection) selectAll();
 }
 
 void ParameterList::SetTicked(QListWidgetItem* item, bool ticked) {
@@ -84,8 +182,19 @@ void ParameterList::SetTicked(QListWidgetItem* item, bool ticked) {
 }
 
 std::optional<String> ParameterList::CurrentName() const {
-  if (currentItem() == nullptr) return {};
+  if (currentItem() == nullptr || currentItem()->isHidden()) return {};
   return FromQString(currentItem()->text());
+}
+
+std::vector<String> ParameterList::HighlightedNames() const {
+  std::vector<String> names;
+  for (int i = 0; i < count(); ++i) {
+    if (item(i)->isSelected() && !item(i)->isHidden())
+      names.push_back(FromQString(item(i)->text()));
+  }
+  const auto current = CurrentName();
+  if (names.empty() && current) names.push_back(*current);
+  return names;
 }
 
 std::vector<String> ParameterList::TickedNames() const {
@@ -96,6 +205,21 @@ std::vector<String> ParameterList::TickedNames() const {
   return names;
 }
 
+std::vector<String> ParameterList::ShownTickedNames() const {
+  std::vector<String> names;
+  for (int i = 0; i < count(); ++i) {
+    const bool moves = item(i)->checkState() == Qt::Checked && !item(i)->isHidden();
+    if (moves) names.push_back(FromQString(item(i)->text()));
+  }
+  return names;
+}
+
+int ParameterList::ShownCount() const {
+  int shown = 0;
+  for (int i = 0; i < count(); ++i) shown += item(i)->isHidden() ? 0 : 1;
+  return shown;
+}
+
 void ParameterList::focusInEvent(QFocusEvent* event) {
   QListWidget::focusInEvent(event);
   // Coming back from another window or a menu is no turn to another list.
@@ -104,8 +228,10 @@ void ParameterList::focusInEvent(QFocusEvent* event) {
 }
 
 QItemSelectionModel::SelectionFlags ParameterList::selectionCommand(const QModelIndex& index,
-                                                                    const QEvent* /*event*/) const {
-  return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+                                                                    const QEvent* event) const {
+  if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+  if (selectionMode() != SingleSelection) return QListWidget::selectionCommand(index, event);
+  return QItemSelectionModel::ClearAndSelect;
 }
 
 }  // namespace quenmar

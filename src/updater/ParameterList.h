@@ -4,25 +4,46 @@
 #include <optional>
 #include <vector>
 
-#include "conf/Functions.h"
 #include "text/String.h"
+
+class QHeaderView;
 
 namespace quenmar {
 
-/// A list of settings by name with check boxes, one of them current as long as there is any. Its
-/// signals tell what the user does, never what the program does.
+class SettingDelegate;
+
+/// One setting of a list.
+struct SettingRow {
+  String name;
+  String value;
+  String originalValue;  ///< the distribution's
+  String remark;         ///< what else is to be said
+  bool ticked = false;
+  bool changed = false;  ///< the two values differ
+  bool commentedOut = false;
+  bool shown = true;  ///< else a filter hides it
+};
+
+/// A list of settings with check boxes, one of them current as long as any is shown; their names
+/// are the items' texts. Its signals tell what the user does, never what the program does.
 class ParameterList : public QListWidget {
   Q_OBJECT
 
  public:
   explicit ParameterList(QWidget* parent = nullptr);
 
-  /// Lists other items; a list without any is disabled. The current item stays current. When it is
-  /// gone, the next one of those behind it that are left takes its place, else the last; the first
-  /// time that is the first.
-  void Fill(const CheckList& items);
+  /// Shows both values, below these headers: of the names and of the two values.
+  void ShowBothValues(const QStringList& headers);
 
-  /// Ticks every item.
+  /// Lists other settings; a list without any is disabled. The current item stays current. When it
+  /// is gone, the next one of those behind it that are left takes its place, else the last; the
+  /// first time that is the first. What was visible stays where it was.
+  void Fill(const std::vector<SettingRow>& rows);
+
+  /// Shows a setting's row anew, in all but its tick.
+  void Refresh(const SettingRow& row);
+
+  /// Ticks every item that is shown.
   void TickAll();
 
   void SetTicked(QListWidgetItem* item, bool ticked);
@@ -30,8 +51,17 @@ class ParameterList : public QListWidget {
   /// @return the current item's name, if there is one.
   [[nodiscard]] std::optional<String> CurrentName() const;
 
+  /// @return the names of the highlighted items in list order, at least the current one's.
+  [[nodiscard]] std::vector<String> HighlightedNames() const;
+
   /// @return the names of the ticked items, in list order.
   [[nodiscard]] std::vector<String> TickedNames() const;
+
+  /// @return the same without the items that a filter hides: nothing moves unseen.
+  [[nodiscard]] std::vector<String> ShownTickedNames() const;
+
+  /// @return how many items are shown.
+  [[nodiscard]] int ShownCount() const;
 
  signals:
   /// An item became current, or the user turned to this list again.
@@ -42,14 +72,22 @@ class ParameterList : public QListWidget {
 
  protected:
   void focusInEvent(QFocusEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
-  /// One item stays highlighted, whatever is clicked with whatever key held down: the current one.
+  /// In a list of single selection the current item stays the highlighted one, whatever is clicked
+  /// with whatever key held down.
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override;
 
  private:
-  /// @return the row of the item that takes the place of the current one.
-  [[nodiscard]] int RowAmong(const CheckList& items) const;
+  void SetData(QListWidgetItem* item, const SettingRow& row) const;
+
+  /// @return the row of the item that takes the place of the current one; -1 for none.
+  [[nodiscard]] int RowAmong(const std::vector<SettingRow>& rows) const;
+  void LayColumns();
+
+  SettingDelegate* delegate_;
+  QHeaderView* header_ = nullptr;
 };
 
 }  // namespace quenmar

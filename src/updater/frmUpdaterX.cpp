@@ -1,7 +1,11 @@
 #include "updater/frmUpdaterX.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -9,6 +13,8 @@
 
 #include "conf/Functions.h"
 #include "updater/ParameterList.h"
+#include "widgets/FindBar.h"
+#include "widgets/ListDelegate.h"
 #include "widgets/QtText.h"
 #include "widgets/SeriesTabs.h"
 #include "widgets/ValueEdit.h"
@@ -41,11 +47,42 @@ frmUpdaterX::frmUpdaterX(FileContext context, QWidget* parent)
 }
 
 void frmUpdaterX::ConnectControls() {
+  ConnectLists();
+  ConnectEditors();
+  ConnectFindBar();
+  connect(helps_[0], &QPushButton::clicked, this,
+          [this] { Ask(Message::kNewSettingsHelp, kInformation); });
+  connect(helps_[1], &QPushButton::clicked, this,
+          [this] { Ask(Message::kObsoleteSettingsHelp, kInformation); });
+  connect(addMandatory_, &QAction::triggered, this, &frmUpdaterX::AddMandatory);
+  connect(takeOldValue_, &QAction::triggered, this, &frmUpdaterX::TakeOldValue);
+  connect(switch_, &QAction::triggered, this, &frmUpdaterX::Switch);
+  connect(tabLists_, &QTabWidget::currentChanged, this, [this] {
+    ShowSelected();
+    ShowCount();
+  });
+  connect(series_, &SeriesTabs::ItemChecked, this, [this](int group, int item, bool checked) {
+    Merge().SetEntry(group, item, checked);
+    ShowChanged();
+  });
+  connect(apply_, &QPushButton::clicked, this, &frmUpdaterX::Apply);
+  connect(close_, &QPushButton::clicked, this, &frmUpdaterX::reject);
+  // The comments are never about a series.
+  const auto makePale = [series = series_] {
+    for (QListWidget* const list : series->Lists()) ListDelegate::SetPale(list, !list->hasFocus());
+  };
+  makePale();
+  connect(qApp, &QApplication::focusChanged, series_, makePale);
+}
+
+void frmUpdaterX::ConnectLists() {
   for (const int k : {kNew, kActual, kDeleted}) {
     connect(lists_[k], &ParameterList::Chosen, this, [this, k] {
       if (k != kActual) changesList_ = k;
       ShowSelected();
     });
+    connect(lists_[k], &QWidget::customContextMenuRequested, this,
+            [this, k](QPoint place) { ShowListMenu(k, place); });
     connect(moves_[k], &QPushButton::clicked, this, [this, k] { Move(k); });
   }
   connect(lists_[kNew], &ParameterList::ItemTicked, this, &frmUpdaterX::UndoTick);
@@ -55,59 +92,31 @@ void frmUpdaterX::ConnectControls() {
   for (const int k : {kNew, kDeleted}) {
     connect(selectAlls_[k], &QPushButton::clicked, this, [this, k] { SelectAll(k); });
   }
-  connect(helps_[0], &QPushButton::clicked, this,
-          [this] { Ask(Message::kNewSettingsHelp, kInformation); });
-  connect(helps_[1], &QPushButton::clicked, this,
-          [this] { Ask(Message::kObsoleteSettingsHelp, kInformation); });
-  for (ValueEdit* const editor : {originalValue_, actualValue_}) {
+}
+
+void frmUpdaterX::ConnectEditors() {
+  for (const auto& [editor, list] :
+       {std::pair(originalValue_, kNew), std::pair(actualValue_, kActual)}) {
     editor->SetWarning(TheLanguage().Text(Message::kReadBackAs));
+    connect(editor, &ValueEdit::TypingEnded, this, [this] { Merge().EndTyping(); });
+    connect(editor, &QLineEdit::textChanged, this, [this, list = list](const QString& text) {
+      const auto name = lists_[list]->CurrentName();
+      const auto inMerge = static_cast<FileMerge::List>(list);
+      if (!name || !Merge().SetValue(inMerge, *name, FromQString(text))) return;
+      ShowChanged();
+      RefreshRow(list, *name);
+      LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
+    });
   }
-  connect(originalValue_, &QLineEdit::textChanged, this, [this](const QString& text) {
-    const auto name = lists_[kNew]->CurrentName();
-    if (!name || !Merge().SetValue(FileMerge::List::kNew, *name, FromQString(text))) return;
-    ShowChanged();
-    LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
-  });
-  connect(actualValue_, &QLineEdit::textChanged, this, [this](const QString& text) {
-    const auto name = lists_[kActual]->CurrentName();
-    if (!name || !Merge().SetValue(FileMerge::List::kActual, *name, FromQString(text))) return;
-    ShowChanged();
-  });
   for (QWidget* const control :
        std::initializer_list<QWidget*>{originalValue_, actualValue_, value_, comments_}) {
     UndoInMerge(control);
   }
-  for (ValueEdit* const editor : {originalValue_, actualValue_}) {
-    connect(editor, &ValueEdit::TypingEnded, this, [this] { Merge().EndTyping(); });
-  }
-  connect(tabLists_, &QTabWidget::currentChanged, this, &frmUpdaterX::ShowSelected);
-  connect(series_, &SeriesTabs::ItemChecked, this, [this](int group, int item, bool checked) {
-    Merge().SetEntry(group, item, checked);
-    ShowChanged();
-  });
-  connect(apply_, &QPushButton::clicked, this, &frmUpdaterX::Save);
-  connect(close_, &QPushButton::clicked, this, &frmUpdaterX::reject);
 }
 
-void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& ticked) {
-  const QWidget* const focused = focusWidget();
-  for (const int k : {kNew, kActual, kDeleted}) {
-    CheckList items;
-    for (const Field& field : Tree(k).Fields()) {
-      const bool checked = k == kNew && Merge().IsMandatory(field.Name());
-      items.push_back({String(field.Name()), checked});
-    }
-    for (const String& name : ticked[k]) SelectListItem(name, items);
-    lists_[k]->Fill(items);
-  }
-  if (lists_[changesList_]->count() == 0) {
-    changesList_ = lists_[kNew]->count() > 0 ? kNew : kDeleted;
-  }
-  UpdateButtons();
-  ShowSelected();
-  UpdateChangesPage();
-  // What has nothing left to do passes the focus on; it belongs beside that.
-  if (focused == nullptr || focusWidget() != focused) lists_[ShownList()]->setFocus();
+void frmUpdaterX::ConnectFindBar() {
+  connect(find_, &FindBar::FilterChanged, this, [this] { FillAgain({}); });
+  connect(find_, &FindBar::Accepted, this, [this] { lists_[ShownList()]->setFocus(); });
 }
 
 void frmUpdaterX::FillSeries() {
@@ -120,6 +129,8 @@ void frmUpdaterX::ShowSelected() {
   LoadEditor(actualValue_, *lists_[kActual], CurrentValue(kActual));
   LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
   ShowHints();
+  ShowLead();
+  UpdateButtons();
   const auto name = lists_[ShownList()]->CurrentName();
   if (name) {
     ShowComment(comments_, *name, Merge().Comment(*name));
@@ -134,7 +145,9 @@ void frmUpdaterX::ShowHints() {
     const auto name = lists_[selected[page]]->CurrentName();
     const Language& language = TheLanguage();
     hints_[page]->clear();
+    remarks_[page]->clear();
     if (!name) continue;
+    remarks_[page]->setText(ToQString(RemarkOf(selected[page], *name)));
     const String& state =
         language.Text(Merge().IsMandatory(*name) ? Message::kMandatory : Message::kOptional);
     hints_[page]->setText(ToQString(u" [" + state + u"]"));
@@ -143,11 +156,18 @@ void frmUpdaterX::ShowHints() {
 
 /// A button can be pressed exactly while there is something that it would do.
 void frmUpdaterX::UpdateButtons() {
-  for (const int k : {kNew, kDeleted}) selectAlls_[k]->setEnabled(lists_[k]->count() > 0);
-  moves_[kNew]->setEnabled(lists_[kNew]->count() > 0);
+  for (const int k : {kNew, kDeleted}) selectAlls_[k]->setEnabled(lists_[k]->ShownCount() > 0);
+  const auto fresh = lists_[kNew]->CurrentName();
+  moves_[kNew]->setEnabled(fresh.has_value());
   for (const int k : {kActual, kDeleted}) {
-    moves_[k]->setEnabled(!lists_[k]->TickedNames().empty());
+    moves_[k]->setEnabled(!lists_[k]->ShownTickedNames().empty());
   }
+  const bool onChanges = ShownList() != kActual;
+  addMandatory_->setEnabled(onChanges && !Merge().MissingMandatory().empty());
+  takeOldValue_->setEnabled(onChanges && fresh && Merge().RenamedFrom(*fresh));
+  // Saved as settings only, every setting is active.
+  switch_->setEnabled(ShownList() != kNew && lists_[ShownList()]->CurrentName() &&
+                      Merge().SaveLayout() != Layout::kSettings);
 }
 
 void frmUpdaterX::UpdateChangesPage() {
@@ -171,23 +191,72 @@ void frmUpdaterX::SelectAll(int list) {
 void frmUpdaterX::Move(int index) {
   int moved = 0;
   if (index == kNew) {
-    if (const auto name = lists_[kNew]->CurrentName()) moved = Merge().Add({*name});
+    moved = Merge().Add(lists_[kNew]->HighlightedNames());
   } else if (index == kActual) {
-    moved = Merge().Remove(lists_[kActual]->TickedNames());
+    moved = Merge().Remove(lists_[kActual]->ShownTickedNames());
   } else {
-    moved = Merge().Restore(lists_[kDeleted]->TickedNames());
+    moved = Merge().Restore(lists_[kDeleted]->ShownTickedNames());
   }
   if (moved == 0) return;
   ShowChanged();
   FillAgain(index);
 }
 
-void frmUpdaterX::FillAgain(std::optional<int> unticked) {
-  std::array<std::vector<String>, 3> ticked;
-  for (const int k : {kNew, kActual, kDeleted}) {
-    if (k != unticked) ticked[k] = lists_[k]->TickedNames();
+void frmUpdaterX::AddMandatory() {
+  if (Merge().AddMandatory() == 0) return;
+  ShowChanged();
+  FillAgain(kNew);
+}
+
+void frmUpdaterX::TakeOldValue() {
+  const auto name = lists_[kNew]->CurrentName();
+  if (!name || !Merge().TakeOldValue(*name)) return;
+  ShowChanged();
+  FillAgain(kNew);
+}
+
+void frmUpdaterX::Switch() {
+  const int list = ShownList();
+  const auto name = lists_[list]->CurrentName();
+  if (!name) return;
+  if (!Merge().SwitchSetting(*name, !Merge().IsWantedActive(*name))) {
+    Ask(Message::kCannotSwitchOff, kInformation, {*name});
+    return;
   }
-  FillListsTicking(ticked);
+  ShowChanged();
+  RefreshRow(list, *name);
+}
+
+void frmUpdaterX::Apply() {
+  const auto missing = static_cast<int>(Merge().MissingMandatory().size());
+  if (missing > 0) {
+    const Button answer = Ask(Message::kAddMissing, kYesNoCancel | kQuestion, {ToText(missing)});
+    if (answer == Button::kCancel) return;
+    if (answer == Button::kYes) AddMandatory();
+  }
+  Save();
+  FillAgain({});  // what was commented out may be active now
+}
+
+String frmUpdaterX::ClosingRemark() const {
+  String names;
+  for (const String& name : Merge().TypedNotAdded()) {
+    names.append(names.empty() ? StringView() : StringView(u", ")).append(name);
+  }
+  if (names.empty()) return names;
+  return FinishedText(TheLanguage().Text(Message::kNotAdded), {names});
+}
+
+void frmUpdaterX::ShowListMenu(int list, QPoint place) {
+  QMenu menu;
+  if (list == kNew) {
+    menu.addActions({takeOldValue_, addMandatory_});
+  } else {
+    menu.addAction(switch_);
+  }
+  menu.addSeparator();
+  menu.addAction(find_->Action());
+  ShowMenu(menu, lists_[list]->viewport()->mapToGlobal(place));
 }
 
 void frmUpdaterX::ShowMerge() {

@@ -6,6 +6,7 @@
 
 #include "widgets/FileWindow.h"
 
+class QAction;
 class QGroupBox;
 class QLabel;
 class QListWidgetItem;
@@ -15,9 +16,11 @@ class QTabWidget;
 
 namespace quenmar {
 
+class FindBar;
 class ParameterList;
 class SeriesTabs;
 class ValueEdit;
+struct SettingRow;
 
 /// The window that compares one file's two versions and lets the user decide what the server's file
 /// keeps: settings move between list 0 (new), list 1 (current) and list 2 (obsolete); Apply writes
@@ -46,12 +49,17 @@ class frmUpdaterX : public FileWindow {
 
   // Setting up, in the order of the constructor.
   void MakeControls();
+  void MakeLabels();
+  void MakeActions();
   void NameControls();
   void BuildChangesPage();
   void BuildCurrentPage();
   void BuildWindow();
   void OrderTabs();
   void ConnectControls();
+  void ConnectLists();
+  void ConnectEditors();
+  void ConnectFindBar();
   QGroupBox* MakeFrame(int list, Message caption, QPushButton* help, const QList<QWidget*>& below);
 
   /// Fills the lists, and then ticks further items of each by their names.
@@ -62,6 +70,16 @@ class frmUpdaterX : public FileWindow {
   void FillAgain(std::optional<int> unticked);
   void ShowMerge() override;
 
+  /// @return how a list shows the setting of one of its fields, but for its tick.
+  [[nodiscard]] SettingRow RowOf(int list, const Field& field) const;
+  [[nodiscard]] bool IsShown(const SettingRow& row, int list) const;
+  [[nodiscard]] String RemarkOf(int list, StringView name) const;
+
+  /// Shows what a changed value or state has changed in its row.
+  void RefreshRow(int list, StringView name);
+  void ShowCount();
+  void ShowLead();
+
   void ShowSelected();
   void ShowHints();
   void UpdateButtons();
@@ -70,6 +88,12 @@ class frmUpdaterX : public FileWindow {
   void UndoTick(QListWidgetItem* item);
   void SelectAll(int list);
   void Move(int index);
+  void AddMandatory();
+  void TakeOldValue();
+  void Switch();
+  void Apply();
+  void ShowListMenu(int list, QPoint place);
+  [[nodiscard]] String ClosingRemark() const override;
 
   [[nodiscard]] int ShownList() const;
   [[nodiscard]] const Document& Tree(int list) const;
@@ -82,7 +106,13 @@ class frmUpdaterX : public FileWindow {
   std::array<QPushButton*, 3> moves_{};
   std::array<QPushButton*, 3> selectAlls_{};  // none for list 1
   std::array<QPushButton*, 2> helps_{};
-  std::array<QLabel*, 2> hints_{};  // by page
+  QAction* addMandatory_ = nullptr;
+  QAction* takeOldValue_ = nullptr;
+  QAction* switch_ = nullptr;
+  std::array<QPushButton*, 2> actionButtons_{};  // of the first two of these
+  FindBar* find_ = nullptr;
+  std::array<QLabel*, 2> hints_{};    // by page
+  std::array<QLabel*, 2> remarks_{};  // by page, visible while any setting has one
   QLabel* checkHint_ = nullptr;
   ValueEdit* originalValue_ = nullptr;
   ValueEdit* actualValue_ = nullptr;

@@ -1,4 +1,5 @@
 // The making of the updater window: its controls, their names and their places.
+#include <QAction>
 #include <QBoxLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -11,6 +12,7 @@
 
 #include "updater/ParameterList.h"
 #include "updater/frmUpdaterX.h"
+#include "widgets/FindBar.h"
 #include "widgets/QtText.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/SeriesTabs.h"
@@ -20,6 +22,10 @@
 namespace quenmar {
 
 namespace {
+
+QString WithoutColon(const QString& caption) {
+  return caption.endsWith(':') ? caption.chopped(1) : caption;
+}
 
 QLabel* MakePlainLabel() {
   auto* const label = new QLabel;
@@ -42,6 +48,18 @@ QHBoxLayout* MakeRow(const QList<QWidget*>& widgets) {
   return row;
 }
 
+/// @return a button for an action, whose key is in the tool tip.
+QPushButton* MakeActionButton(QAction* action) {
+  auto* const button = new QPushButton(action->text());
+  button->setAutoDefault(false);
+  button->setToolTip(ToToolTip(action->text().replace("&&", "&") + ' ' +
+                               action->shortcut().toString(QKeySequence::NativeText)));
+  QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+  const auto follow = [action, button] { button->setEnabled(action->isEnabled()); };
+  QObject::connect(action, &QAction::enabledChanged, button, follow);
+  return button;
+}
+
 /// Puts buttons below each other, at the top.
 QVBoxLayout* MakeButtonColumn(const QList<QPushButton*>& buttons) {
   auto* const column = new QVBoxLayout;
@@ -58,12 +76,37 @@ void frmUpdaterX::MakeControls() {
     made->setAutoDefault(false);
     return made;
   };
-  for (ParameterList*& list : lists_) list = new ParameterList;
+  for (ParameterList*& list : lists_) {
+    list = new ParameterList;
+    list->setContextMenuPolicy(Qt::CustomContextMenu);
+  }
+  lists_[kNew]->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  lists_[kActual]->ShowBothValues({WithoutColon(Text(Message::kParameters)),
+                                   WithoutColon(Text(Message::kActualValue)),
+                                   WithoutColon(Text(Message::kOriginalValue))});
   moves_ = {button(Message::kAdd), button(Message::kRemove), button(Message::kRestore)};
   selectAlls_ = {button(Message::kSelectAll), nullptr, button(Message::kSelectAll)};
   helps_ = {button(Message::kHelp), button(Message::kHelp)};
   apply_ = button(Message::kApply);
   close_ = button(Message::kClose);
+  MakeActions();
+  MakeLabels();
+  originalValue_ = new ValueEdit;
+  actualValue_ = new ValueEdit;
+  value_ = new ValueEdit;
+  value_->setReadOnly(true);
+  QPalette flat;
+  flat.setColor(QPalette::Base, Qt::transparent);  // looks like what it is
+  value_->setPalette(flat);
+  comments_ = new QPlainTextEdit;
+  comments_->setReadOnly(true);
+  comments_->setTabChangesFocus(true);
+  comments_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  series_ = new SeriesTabs;
+  tabLists_ = new QTabWidget;
+}
+
+void frmUpdaterX::MakeLabels() {
   for (QLabel*& hint : hints_) {
     hint = MakePlainLabel();
     const QFontMetrics metrics = hint->fontMetrics();
@@ -75,16 +118,27 @@ void frmUpdaterX::MakeControls() {
   }
   checkHint_ = MakePlainLabel();
   checkHint_->setWordWrap(true);
-  originalValue_ = new ValueEdit;
-  actualValue_ = new ValueEdit;
-  value_ = new ValueEdit;
-  value_->setReadOnly(true);
-  comments_ = new QPlainTextEdit;
-  comments_->setReadOnly(true);
-  comments_->setTabChangesFocus(true);
-  comments_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  series_ = new SeriesTabs;
-  tabLists_ = new QTabWidget;
+  for (QLabel*& remark : remarks_) {
+    remark = MakePlainLabel();
+    remark->setWordWrap(true);
+    remark->hide();
+  }
+}
+
+void frmUpdaterX::MakeActions() {
+  const auto make = [this](Message caption, const char* name, const char* key) {
+    auto* const action = new QAction(Caption(caption), this);
+    action->setObjectName(name);
+    action->setShortcut(QKeySequence(key));
+    addAction(action);
+    return action;
+  };
+  addMandatory_ = make(Message::kAddMandatory, "AddMandatory", "Ctrl+M");
+  takeOldValue_ = make(Message::kTakeOldValue, "TakeOldValue", "Ctrl+O");
+  switch_ = make(Message::kSwitchSetting, "Switch", "Ctrl+T");
+  actionButtons_ = {MakeActionButton(addMandatory_), MakeActionButton(takeOldValue_)};
+  using Choice = SettingFilter::Choice;
+  find_ = new FindBar(TheLanguage(), {Choice::kAll, Choice::kChanged, Choice::kCommentedOut}, this);
 }
 
 void frmUpdaterX::NameControls() {
@@ -108,7 +162,13 @@ void frmUpdaterX::NameControls() {
   helps_[0]->setAccessibleDescription(Text(Message::kNewSettings));
   name(helps_[1], "cmdHelp1");
   helps_[1]->setAccessibleDescription(Text(Message::kObsoleteSettings));
+  name(actionButtons_[0], "cmdAddMandatory");
+  name(actionButtons_[1], "cmdTakeOldValue");
+  for (QPushButton* const button : actionButtons_) {
+    button->setAccessibleDescription(Text(Message::kNewSettings));
+  }
   for (QLabel* const hint : hints_) name(hint, "lblHint");
+  for (QLabel* const remark : remarks_) name(remark, "lblRemark");
   name(checkHint_, "lblCheckHint");
   name(originalValue_, "txtOriginalValue", Text(Message::kOriginalValue));
   name(actualValue_, "txtActualValue", Text(Message::kActualValue));
@@ -129,7 +189,12 @@ QGroupBox* frmUpdaterX::MakeFrame(int list, Message caption, QPushButton* help,
   if (list == kNew) withHint->addWidget(checkHint_);
   auto* const row = new QHBoxLayout;
   row->addLayout(withHint, 1);
-  row->addLayout(MakeButtonColumn({moves_[list], selectAlls_[list], help}));
+  QList<QPushButton*> buttons{moves_[list], selectAlls_[list], help};
+  if (list == kNew) {
+    buttons.insert(1, actionButtons_[0]);
+    buttons.insert(2, actionButtons_[1]);
+  }
+  row->addLayout(MakeButtonColumn(buttons));
   auto* const column = new QVBoxLayout(frame);
   column->addLayout(row, 1);
   for (QWidget* const widget : below) column->addWidget(widget);
@@ -147,8 +212,9 @@ void frmUpdaterX::BuildChangesPage() {
   splitter->addWidget(MakeFrame(kDeleted, Message::kObsoleteSettings, helps_[1], {}));
 
   // Both frames' buttons stand below each other.
-  const QList<QPushButton*> buttons = {moves_[kNew],     selectAlls_[kNew],     helps_[0],
-                                       moves_[kDeleted], selectAlls_[kDeleted], helps_[1]};
+  const QList<QPushButton*> buttons = {moves_[kNew],      selectAlls_[kNew],     helps_[0],
+                                       moves_[kDeleted],  selectAlls_[kDeleted], helps_[1],
+                                       actionButtons_[0], actionButtons_[1]};
   int width = 0;
   for (const QPushButton* const button : buttons)
     width = std::max(width, button->sizeHint().width());
@@ -160,6 +226,7 @@ void frmUpdaterX::BuildChangesPage() {
   column->addWidget(splitter, 1);
   column->addLayout(
       MakeRow({MakeLabel(Caption(Message::kValue), value_), hints_[kChangesPage], value_}));
+  column->addWidget(remarks_[kChangesPage]);
   tabLists_->addTab(page, Caption(Message::kChanges));
 }
 
@@ -174,6 +241,7 @@ void frmUpdaterX::BuildCurrentPage() {
   column->addLayout(row, 1);
   column->addLayout(MakeRow({MakeLabel(Caption(Message::kActualValue), actualValue_), actualValue_,
                              hints_[kCurrentPage]}));
+  column->addWidget(remarks_[kCurrentPage]);
   tabLists_->addTab(page, Caption(Message::kCurrentFields));
 }
 
@@ -195,6 +263,7 @@ void frmUpdaterX::BuildWindow() {
   buttons->addWidget(apply_);
   buttons->addWidget(close_);
   auto* const column = new QVBoxLayout(this);
+  column->addWidget(find_);
   // On a small screen the window's own buttons stay in reach.
   column->addWidget(MakeScrollable(whole), 1);
   column->addLayout(buttons);
@@ -207,12 +276,27 @@ void frmUpdaterX::BuildWindow() {
 }
 
 void frmUpdaterX::OrderTabs() {
-  const QList<QWidget*> order = {tabLists_,         lists_[kNew],     moves_[kNew],
-                                 selectAlls_[kNew], helps_[0],        originalValue_,
-                                 lists_[kDeleted],  moves_[kDeleted], selectAlls_[kDeleted],
-                                 helps_[1],         value_,           lists_[kActual],
-                                 moves_[kActual],   actualValue_,     comments_,
-                                 series_,           apply_,           close_};
+  const QList<QWidget*> order = {find_,
+                                 tabLists_,
+                                 lists_[kNew],
+                                 moves_[kNew],
+                                 actionButtons_[0],
+                                 actionButtons_[1],
+                                 selectAlls_[kNew],
+                                 helps_[0],
+                                 originalValue_,
+                                 lists_[kDeleted],
+                                 moves_[kDeleted],
+                                 selectAlls_[kDeleted],
+                                 helps_[1],
+                                 value_,
+                                 lists_[kActual],
+                                 moves_[kActual],
+                                 actualValue_,
+                                 comments_,
+                                 series_,
+                                 apply_,
+                                 close_};
   for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 

@@ -56,11 +56,15 @@ std::int16_t FileWindow::Changed() const {
 }
 
 void FileWindow::reject() {
-  if (context_.merge.IsModified() &&
-      Ask(Message::kIgnoreChanges, kYesNo | kQuestion | kDefaultButton2) != Button::kYes) {
-    return;
-  }
-  QDialog::reject();
+  if (!context_.merge.IsModified() || AskToIgnore()) QDialog::reject();
+}
+
+bool FileWindow::AskToIgnore() {
+  const String remark = ClosingRemark();
+  return ShowMessage(context_.with.messages,
+                     context_.with.language.Text(Message::kIgnoreChanges) + u"%1",
+                     kYesNo | kQuestion | kDefaultButton2,
+                     {remark.empty() ? remark : u"\r\n\r\n" + remark}) == Button::kYes;
 }
 
 void FileWindow::keyPressEvent(QKeyEvent* event) {
@@ -140,8 +144,8 @@ bool FileWindow::AskToApply(const String& warnings, const String& details) {
                      details) == Button::kYes;
 }
 
-Button FileWindow::Ask(Message key, int style) {
-  return ShowMessage(context_.with.messages, context_.with.language.Text(key), style);
+Button FileWindow::Ask(Message key, int style, std::initializer_list<StringView> placeholders) {
+  return ShowMessage(context_.with.messages, context_.with.language.Text(key), style, placeholders);
 }
 
 void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String comment) {

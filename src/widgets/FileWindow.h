@@ -61,7 +61,10 @@ class FileWindow : public QDialog {
   void Save();
 
   /// Shows a message. @return the pressed button.
-  Button Ask(Message key, int style);
+  Button Ask(Message key, int style, std::initializer_list<StringView> placeholders = {});
+
+  /// @return what the question on closing says besides; empty for nothing.
+  [[nodiscard]] virtual String ClosingRemark() const { return {}; }
 
   /// Shows the comment of the setting or series entry of that name, by which the box is read out.
   static void ShowComment(QPlainTextEdit* box, StringView name, String comment);
@@ -71,6 +74,7 @@ class FileWindow : public QDialog {
 
  private:
   void AddUndo();
+  [[nodiscard]] bool AskToIgnore();
   [[nodiscard]] bool AskToApply(const String& warnings, const String& details);
   void Step(void (FileMerge::*step)());
 

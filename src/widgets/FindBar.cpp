@@ -102,7 +102,7 @@ void FindBar::Open() {
 
 void FindBar::Close() {
   if (!IsOpen()) return;
-  // Hidden first: the empty text then is no filter that somebody waits for.
+  const bool focused = isAncestorOf(window()->focusWidget());
   hide();
   {
     const QSignalBlocker quiet(this);
@@ -111,6 +111,7 @@ void FindBar::Close() {
   }
   emit Toggled();
   emit FilterChanged();
+  if (focused) emit Accepted();
 }
 
 /// Escape in whatever control of the window that has no use for it.

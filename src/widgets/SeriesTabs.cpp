@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <algorithm>
 
+#include "widgets/ListDelegate.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -19,6 +20,7 @@ void SeriesTabs::AddList(int index) {
   list->setObjectName(QString("lstSeries%1").arg(index));
   list->setUniformItemSizes(true);
   list->setSpacing(1);
+  new ListDelegate(list);
   lists_.append(list);
   auto* const page = new QWidget;
   auto* const room = new QVBoxLayout(page);

@@ -23,6 +23,8 @@ class SeriesTabs : public QTabWidget {
   /// Shows other check marks for the groups that were loaded. Nothing is signalled.
   void ShowChecks(const SeriesGroups& groups);
 
+  [[nodiscard]] const QList<QListWidget*>& Lists() const { return lists_; }
+
   /// @return the text of an item.
   [[nodiscard]] String Item(int group, int item) const;
 

@@ -88,16 +88,21 @@ TEST_F(NewSettingsTest, TypedValuesAreKnownUntilTheyAreAdded) {
   EXPECT_THAT(merge_->TypedNotAdded(), ElementsAre());
 }
 
-TEST_F(NewSettingsTest, WhatIsCommentedOutIsSoUntilItIsSaved) {
-  for (const auto& [layout, after] :
-       {std::pair(Layout::kSettings, false), std::pair(Layout::kServer, true)}) {
+TEST_F(NewSettingsTest, StatesSayWhatTheNextSaveDoes) {
+  using State = FileMerge::SettingState;
+  for (const auto& [layout, before, after] :
+       {std::tuple(Layout::kSettings, State::kBecomesActive, State::kActive),
+        std::tuple(Layout::kServer, State::kCommentedOut, State::kCommentedOut)}) {
     Open(layout);
-    EXPECT_FALSE(merge_->IsCommentedOutOnServer(u"keep") || merge_->IsCommentedOutOnServer(u"may"));
     merge_->Restore({u"old"});
-    EXPECT_TRUE(merge_->IsCommentedOutOnServer(u"old"));
+    EXPECT_EQ(merge_->StateOf(u"old"), before);
+    EXPECT_EQ(merge_->StateOf(u"keep"), State::kActive);
+    EXPECT_EQ(merge_->StateOf(u"may"), State::kActive);
     EXPECT_TRUE(merge_->Save(merge_->Plan()));
-    EXPECT_EQ(merge_->IsCommentedOutOnServer(u"old"), after);
+    EXPECT_EQ(merge_->StateOf(u"old"), after);
   }
+  merge_->SwitchSetting(u"old", true);
+  EXPECT_EQ(merge_->StateOf(u"old"), State::kBecomesActive);
 }
 
 }  // namespace

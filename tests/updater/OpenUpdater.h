@@ -80,8 +80,10 @@ class OpenUpdater : public QObject {
   }
   QString Items(int list) { return Items(List(list)); }
 
-  /// Presses Apply and answers Yes. @return what the file then holds.
+  /// Presses Apply, answers No to the offer to add what is missing, and then Yes. @return what the
+  /// file then holds.
   std::string Applied() {
+    if (!merge_->MissingMandatory().empty()) messages_.Answer({Button::kNo});
     messages_.Answer({Button::kYes});
     Press("cmdApply");
     return ReadFile(*folder_ / "a.conf");

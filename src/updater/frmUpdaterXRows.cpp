@@ -1,0 +1,116 @@
+// What the lists of the updater window show.
+#include <QLabel>
+#include <set>
+
+#include "merge/SettingFilter.h"
+#include "updater/ParameterList.h"
+#include "updater/frmUpdaterX.h"
+#include "widgets/FindBar.h"
+#include "widgets/ListDelegate.h"
+#include "widgets/QtText.h"
+
+namespace quenmar {
+
+void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& ticked) {
+  const QWidget* const focused = focusWidget();
+  std::array<bool, 2> haveRemarks{};  // by page
+  for (const int k : {kNew, kActual, kDeleted}) {
+    std::vector<SettingRow> rows;
+    std::multiset<StringView> unticked(ticked[k].begin(), ticked[k].end());
+    for (const Field& field : Tree(k).Fields()) {
+      SettingRow row = RowOf(k, field);
+      row.ticked = k == kNew && Merge().IsMandatory(field.Name());
+      if (const auto tick = unticked.find(field.Name()); !row.ticked && tick != unticked.end()) {
+        unticked.erase(tick);
+        row.ticked = true;
+      }
+      haveRemarks[k == kActual ? kCurrentPage : kChangesPage] |= !row.remark.empty();
+      rows.push_back(std::move(row));
+    }
+    lists_[k]->Fill(rows);
+  }
+  for (size_t page = 0; page < remarks_.size(); ++page) {
+    remarks_[page]->setVisible(haveRemarks[page]);
+  }
+  if (lists_[changesList_]->count() == 0) {
+    changesList_ = lists_[kNew]->count() > 0 ? kNew : kDeleted;
+  }
+  ShowSelected();
+  UpdateChangesPage();
+  ShowCount();
+  // What has nothing left to do passes the focus on; it belongs beside that.
+  if (focused == nullptr || focusWidget() != focused) lists_[ShownList()]->setFocus();
+}
+
+void frmUpdaterX::FillAgain(std::optional<int> unticked) {
+  std::array<std::vector<String>, 3> ticked;
+  for (const int k : {kNew, kActual, kDeleted}) {
+    if (k != unticked) ticked[k] = lists_[k]->TickedNames();
+  }
+  FillListsTicking(ticked);
+}
+
+SettingRow frmUpdaterX::RowOf(int list, const Field& field) const {
+  const StringView name = field.Name();
+  const auto original = Merge().DistributionSettings().Fields().Field(name);
+  SettingRow row{String(name), String(field.Value()), String(original->Value()),
+                 RemarkOf(list, name)};
+  row.changed = !original->Name().empty() && row.value != row.originalValue;
+  row.commentedOut = list != kNew && Merge().StateOf(name) != FileMerge::SettingState::kActive;
+  row.shown = IsShown(row, list);
+  return row;
+}
+
+bool frmUpdaterX::IsShown(const SettingRow& row, int list) const {
+  const SettingFilter filter = find_->Filter();
+  if (filter.ShowsAll()) return true;
+  const String comment = Merge().Comment(row.name);
+  return filter.Shows(
+      {row.name, row.value, row.originalValue, comment, list != kDeleted, row.commentedOut});
+}
+
+String frmUpdaterX::RemarkOf(int list, StringView name) const {
+  if (list == kNew) {
+    const auto old = Merge().RenamedFrom(name);
+    if (!old) return {};
+    return FinishedText(TheLanguage().Text(Message::kPerhapsRenamed), {*old});
+  }
+  switch (Merge().StateOf(name)) {
+    case FileMerge::SettingState::kCommentedOut:
+      return TheLanguage().Text(Message::kCommentedOut);
+    case FileMerge::SettingState::kBecomesActive:
+      return TheLanguage().Text(Message::kBecomesActive);
+    case FileMerge::SettingState::kActive:
+      break;
+  }
+  return {};
+}
+
+void frmUpdaterX::RefreshRow(int list, StringView name) {
+  const SettingRow row = RowOf(list, *Tree(list).Fields().Field(name));
+  lists_[list]->Refresh(row);
+  const int page = list == kActual ? kCurrentPage : kChangesPage;
+  if (!row.remark.empty()) remarks_[page]->show();
+  ShowHints();
+  UpdateButtons();
+}
+
+void frmUpdaterX::ShowCount() {
+  int shown = 0;
+  int all = 0;
+  for (const int k : {kNew, kActual, kDeleted}) {
+    if ((k == kActual) != (ShownList() == kActual)) continue;
+    shown += lists_[k]->ShownCount();
+    all += lists_[k]->count();
+  }
+  find_->ShowCount(shown, all);
+}
+
+/// The list that comment and value belong to keeps its highlight.
+void frmUpdaterX::ShowLead() {
+  for (const int k : {kNew, kActual, kDeleted}) {
+    ListDelegate::SetPale(lists_[k], k != ShownList());
+  }
+}
+
+}  // namespace quenmar

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QColor>
+
+namespace quenmar {
+
+/// @param share of `over`, from 0 to 1
+/// @return a colour between two.
+[[nodiscard]] inline QColor Mixed(const QColor& under, const QColor& over, float share) {
+  const auto part = [share](float low, float high) { return low + (high - low) * share; };
+  return QColor::fromRgbF(part(under.redF(), over.redF()), part(under.greenF(), over.greenF()),
+                          part(under.blueF(), over.blueF()));
+}
+
+/// @return a strong colour of that hue in which text is readable on the background.
+[[nodiscard]] inline QColor ReadableOn(const QColor& background, int hue) {
+  constexpr int kSaturation = 220;
+  const bool dark = background.lightness() < 128;
+  return QColor::fromHsl(hue, kSaturation, dark ? 170 : 85);
+}
+
+}  // namespace quenmar

@@ -1,0 +1,71 @@
+#include "widgets/ListDelegate.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QPainter>
+
+#include "widgets/Colours.h"
+
+namespace quenmar {
+
+namespace {
+
+constexpr const char* kPale = "paleHighlight";  // a property of views
+constexpr int kRoom = 3;                        // logical pixels above and below the text
+
+/// Draws a border around the check box that has as much contrast as text has.
+void DrawBox(QPainter* painter, const QStyleOptionViewItem& item, const QStyle& style) {
+  constexpr float kContrast = 0.6F;
+  if (!item.features.testFlag(QStyleOptionViewItem::HasCheckIndicator)) return;
+  const QRect box = style.subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &item, item.widget);
+  const QColor base = item.palette.color(QPalette::Base);
+  painter->setPen(Mixed(base, item.palette.color(QPalette::Text), kContrast));
+  painter->setBrush(Qt::NoBrush);
+  painter->drawRect(box.adjusted(0, 0, -1, -1));
+}
+
+}  // namespace
+
+ListDelegate::ListDelegate(QAbstractItemView* view) : QStyledItemDelegate(view) {
+  view->setItemDelegate(this);
+}
+
+void ListDelegate::SetPale(QAbstractItemView* view, bool pale) {
+  if (view->property(kPale).toBool() == pale) return;
+  view->setProperty(kPale, pale);
+  view->viewport()->update();
+}
+
+void ListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  constexpr float kShare = 0.25F;  // of the highlight's colour, over the list's
+  QStyledItemDelegate::initStyleOption(option, index);
+  if (option->widget == nullptr || !option->widget->property(kPale).toBool()) return;
+  QPalette& palette = option->palette;
+  for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+    const QColor base = palette.color(group, QPalette::Base);
+    const QColor highlight = palette.color(group, QPalette::Highlight);
+    palette.setColor(group, QPalette::Highlight, Mixed(base, highlight, kShare));
+    palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
+  }
+}
+
+void ListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  QStyleOptionViewItem item = option;
+  initStyleOption(&item, index);
+  Draw(painter, item);
+}
+
+void ListDelegate::Draw(QPainter* painter, const QStyleOptionViewItem& item) {
+  const QStyle& style = item.widget != nullptr ? *item.widget->style() : *QApplication::style();
+  style.drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+  painter->save();
+  DrawBox(painter, item, style);
+  painter->restore();
+}
+
+QSize ListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  return QStyledItemDelegate::sizeHint(option, index).grownBy({0, kRoom, 0, kRoom});
+}
+
+}  // namespace quenmar
