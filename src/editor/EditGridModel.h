@@ -1,15 +1,36 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <functional>
 
 #include "grid/xEditGrid.h"
 
 namespace quenmar {
 
+/// How a cell is shown beside its text.
+struct CellMarks {
+  bool bold = false;
+  bool struckOut = false;
+  bool pale = false;
+  String remark;  ///< the tool tip, which is read out, too
+};
+
+/// @param row, col by the grid's own count
+using CellMarksOf = std::function<CellMarks(int row, int col)>;
+
+/// @return what the mark in the row's head means; empty for a row without one.
+using RowRemarkOf = std::function<String(int row)>;
+
 /// The cells of an `xEditGrid` as the toolkit's views want them: the header row is the header, and
 /// row 1 of the grid is row 0 here. Nothing is copied or made per row.
 class EditGridModel : public QAbstractTableModel {
  public:
+  /// What views can ask for besides the toolkit's roles.
+  enum Role {
+    kWarning = Qt::UserRole,  ///< why the cell is framed; empty for others
+    kPale,                    ///< whether the text is pale
+  };
+
   /// @param grid outlives every use of the model
   EditGridModel(const xEditGrid& grid, QObject* parent);
 
@@ -17,6 +38,9 @@ class EditGridModel : public QAbstractTableModel {
   /// otherwise.
   /// @param warning as in `ReadBackWarning`
   void SetWarning(const String& warning) { warning_ = warning; }
+
+  /// Marks cells and rows from now on.
+  void SetMarks(CellMarksOf cells, RowRemarkOf rows);
 
   /// Takes over a grid that was filled anew.
   void Reload();
@@ -40,7 +64,12 @@ class EditGridModel : public QAbstractTableModel {
  private:
   [[nodiscard]] int DataRows() const { return grid_.Rows() - 1; }
 
+  [[nodiscard]] QString Remark(const QModelIndex& index) const;
+  [[nodiscard]] QVariant RowHead(int section, int role) const;
+
   const xEditGrid& grid_;
+  CellMarksOf marks_ = [](int, int) { return CellMarks(); };
+  RowRemarkOf rowRemark_ = [](int) { return String(); };
   String warning_;
   // What the views know of; the grid may be ahead until they are told.
   int rows_;

@@ -9,8 +9,10 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
+#include <set>
 
-#include "editor/EditGridModel.h"
+#include "widgets/Colours.h"
+#include "widgets/ColumnWidths.h"
 #include "widgets/QtText.h"
 #include "widgets/ValueEdit.h"
 
@@ -36,16 +38,26 @@ bool IsTyped(const QKeyEvent& event) {
   return !event.text().isEmpty() && event.text().front().isPrint();
 }
 
-/// Frames the cells that have a warning.
-class WarningDelegate : public QStyledItemDelegate {
+/// Shows the cells' own roles: frames warnings, and makes texts pale.
+class CellDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override {
     QStyledItemDelegate::paint(painter, option, index);
-    if (index.data(Qt::ToolTipRole).toString().isEmpty()) return;
+    if (index.data(EditGridModel::kWarning).toString().isEmpty()) return;
     PaintWarningFrame(*painter, option.rect, option.palette);
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    constexpr float kPaleText = 0.62F;  // more than 4.5 to 1 on the common palettes
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (!index.data(EditGridModel::kPale).toBool()) return;
+    const QPalette& palette = option->palette;
+    option->palette.setColor(QPalette::Text, Mixed(palette.color(QPalette::Base),
+                                                   palette.color(QPalette::Text), kPaleText));
   }
 };
 
@@ -57,7 +69,10 @@ bool KeepsFocusInWindow(const QFocusEvent& event) {
 }  // namespace
 
 EditGridView::EditGridView(xEditGridEvents& events, QWidget* parent)
-    : QTableView(parent), grid_(events), model_(new EditGridModel(grid_, this)) {
+    : QTableView(parent),
+      grid_(events),
+      model_(new EditGridModel(grid_, this)),
+      widths_(new ColumnWidths(this)) {
   CreateEditors();
   SetUpTable();
   Reload();
@@ -65,9 +80,9 @@ EditGridView::EditGridView(xEditGridEvents& events, QWidget* parent)
 
 void EditGridView::SetUpTable() {
   setModel(model_);
-  setItemDelegate(new WarningDelegate(this));
+  setItemDelegate(new CellDelegate(this));
   setEditTriggers(NoEditTriggers);
-  setSelectionMode(SingleSelection);
+  setSelectionMode(ExtendedSelection);
   setTabKeyNavigation(false);  // Tab leaves the grid; the arrow keys move within it
   setWordWrap(false);
   setCornerButtonEnabled(false);
@@ -78,8 +93,12 @@ void EditGridView::SetUpTable() {
   // Rows of one height need no measuring.
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * kCellMargin);
-  verticalHeader()->hide();
+  verticalHeader()->setFixedWidth(fontMetrics().horizontalAdvance('*') + 4 * kCellMargin);
+  verticalHeader()->setSectionsClickable(false);
+  verticalHeader()->setHighlightSections(false);
   connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {
+    constexpr Qt::KeyboardModifiers kSelecting = Qt::ShiftModifier | Qt::ControlModifier;
+    if ((QGuiApplication::keyboardModifiers() & kSelecting) != 0) return;
     grid_.ClickCell(EditGridModel::RowOf(index), index.column());
     Follow();
   });
@@ -103,25 +122,67 @@ void EditGridView::CreateEditors() {
   }
 }
 
-void EditGridView::SetColumnWidths() {
+void EditGridView::BeginColumns() {
+  if (header_ == grid_.FormatString() && widths_->Count() == grid_.Cols()) return;
+  header_ = grid_.FormatString();
   const QFontMetrics metrics = horizontalHeader()->fontMetrics();
-  const std::vector<xEditGrid::Header> headers = grid_.Headers();
-  for (int col = 0; col < grid_.Cols(); ++col) {
-    const xEditGrid::Header& header = headers[static_cast<size_t>(col)];
-    if (header.width == 0) continue;
+  QList<int> widths;
+  for (const xEditGrid::Header& header : grid_.Headers()) {
     const QString blanks(header.width - static_cast<int>(header.caption.size()), ' ');
-    setColumnWidth(col,
-                   metrics.horizontalAdvance(ToQString(header.caption) + blanks) + 2 * kCellMargin);
+    const int text = metrics.horizontalAdvance(ToQString(header.caption) + blanks);
+    widths << (header.width == 0 ? horizontalHeader()->defaultSectionSize()
+                                 : text + 2 * kCellMargin);
   }
+  widths_->Begin(widths);
 }
 
 void EditGridView::Reload() {
   {
     const QScopedValueRollback following(following_, true);
     model_->Reload();
-    SetColumnWidths();
+    BeginColumns();
+    HideRows();
   }
   Follow();
+}
+
+void EditGridView::Refresh() {
+  grid_.EditorKeyPress(xEditGrid::kEnter);
+  Follow();
+}
+
+void EditGridView::SetHiddenRows(const std::vector<bool>& hidden) {
+  grid_.SetHiddenRows(hidden);
+  HideRows();
+  Follow();
+  if (currentIndex().isValid())
+    selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
+  scrollTo(currentIndex());
+}
+
+void EditGridView::HideRows() {
+  // Else the header would count all rows anew for each of them.
+  verticalHeader()->setUpdatesEnabled(false);
+  for (int row = 1; row < grid_.Rows(); ++row) setRowHidden(row - 1, grid_.IsRowHidden(row));
+  verticalHeader()->setUpdatesEnabled(true);
+}
+
+std::vector<int> EditGridView::SelectedRows() const {
+  std::set<int> rows;
+  for (const QModelIndex& index : selectedIndexes()) rows.insert(EditGridModel::RowOf(index));
+  if (grid_.Row() > 0 && !grid_.IsRowHidden(grid_.Row())) rows.insert(grid_.Row());
+  return {rows.begin(), rows.end()};
+}
+
+void EditGridView::SetMarks(CellMarksOf cells, RowRemarkOf rows) {
+  model_->SetMarks(std::move(cells), std::move(rows));
+}
+
+void EditGridView::RememberColumns(const QString& window) { widths_->Remember(window); }
+
+int EditGridView::HeightOf(int rows) const {
+  return horizontalHeader()->sizeHint().height() + rows * verticalHeader()->defaultSectionSize() +
+         2 * frameWidth();
 }
 
 void EditGridView::SetWarning(const String& warning) {
@@ -130,7 +191,8 @@ void EditGridView::SetWarning(const String& warning) {
 }
 
 int EditGridView::FullWidth() const {
-  return horizontalHeader()->length() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+  return widths_->Total() + verticalHeader()->width() + verticalScrollBar()->sizeHint().width() +
+         2 * frameWidth();
 }
 
 void EditGridView::Follow() {

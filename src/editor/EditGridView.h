@@ -2,14 +2,16 @@
 #pragma once
 
 #include <QTableView>
+#include <vector>
 
+#include "editor/EditGridModel.h"
 #include "grid/xEditGrid.h"
 
 class QComboBox;
 
 namespace quenmar {
 
-class EditGridModel;
+class ColumnWidths;
 class ValueEdit;
 
 /// Shows an `xEditGrid` and reports to it what the user does; all decisions are the grid's. The
@@ -26,15 +28,30 @@ class EditGridView : public QTableView {
   [[nodiscard]] const xEditGrid& Grid() const { return grid_; }
   void Reload();
 
-  /// Takes over the grid's current cell, rows, texts and editors after an action; what is shown of
-  /// the table stays.
-  void Follow();
+  /// Shows other texts and marks of the same rows. An open editor is closed.
+  void Refresh();
+
+  /// Hides other rows than before; see `xEditGrid::SetHiddenRows`.
+  void SetHiddenRows(const std::vector<bool>& hidden);
+
+  /// @return the visible rows with something selected, the current one at least; in their order, by
+  /// the grid's own count.
+  [[nodiscard]] std::vector<int> SelectedRows() const;
 
   [[nodiscard]] ValueEdit* TextEditor() const { return text_; }
 
   /// Marks from now on what a saved file would give back otherwise, in the editor and in the cells.
   /// @param warning as in `ReadBackWarning`
   void SetWarning(const String& warning);
+
+  /// Marks cells and the heads of rows from now on.
+  void SetMarks(CellMarksOf cells, RowRemarkOf rows);
+
+  /// Remembers the widths of the columns from now on, under the names of window and grid.
+  void RememberColumns(const QString& window);
+
+  /// @return the height of the header and so many rows.
+  [[nodiscard]] int HeightOf(int rows) const;
 
   /// @return the width that shows all columns and a scroll bar.
   [[nodiscard]] int FullWidth() const;
@@ -54,8 +71,12 @@ class EditGridView : public QTableView {
  private:
   void SetUpTable();
   void CreateEditors();
-  void SetColumnWidths();
+  /// Gives a new header its columns.
+  void BeginColumns();
+  void HideRows();
 
+  /// Takes over the grid's current cell, rows, texts and editors after an action.
+  void Follow();
   void ShowTextEditor(bool started);
   void ShowList(bool started);
   void HideEditors();
@@ -72,6 +93,8 @@ class EditGridView : public QTableView {
 
   xEditGrid grid_;
   EditGridModel* model_;
+  ColumnWidths* widths_;
+  String header_;  // whose columns are shown
   ValueEdit* text_ = nullptr;
   QComboBox* list_ = nullptr;
   bool following_ = false;  // what happens now comes from the grid, not from the user

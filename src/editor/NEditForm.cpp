@@ -21,32 +21,18 @@
 #include "conf/Functions.h"
 #include "docmodel/XmlText.h"
 #include "editor/EditGridView.h"
+#include "widgets/DragBar.h"
+#include "widgets/FindBar.h"
 #include "widgets/QtText.h"
-#include "widgets/ScreenFit.h"
+#include "widgets/SelectionLead.h"
 #include "widgets/SeriesTabs.h"
 #include "widgets/ValueEdit.h"
-#include "widgets/WindowGeometry.h"
 
 namespace quenmar {
 
 namespace {
 
 enum Column : int { kName, kActualValue, kOriginalValue, kType, kColumns };
-
-constexpr int kCommentLines = 4;   // more would leave the series no room in the smallest window
-constexpr int kFirstHeight = 600;  // logical pixels
-constexpr int kBottomMargin = 90;  // twips below the buttons, as at the sides
-
-/// @return the smallest number of pixels that are no fewer twips.
-constexpr int PixelsFor(int twips) { return (twips + kTwipsPerPixel - 1) / kTwipsPerPixel; }
-
-LayoutSize Twips(QSize pixels) { return {ToTwips(pixels.width()), ToTwips(pixels.height())}; }
-
-void Place(QWidget& widget, const LayoutRectangle& twips, QPoint offset = {}) {
-  const LayoutRectangle pixels = ToPixels(twips);
-  widget.setGeometry(
-      QRect(pixels.left, pixels.top, pixels.width, pixels.height).translated(offset));
-}
 
 }  // namespace
 
@@ -56,6 +42,7 @@ NEditForm::NEditForm(FileContext context, QWidget* parent)
   SetUpGrid();
   SetCaptions();
   AddClipboardActions();
+  AddSettingActions();
   Connect();
   SetUpSize();
 }
@@ -65,6 +52,11 @@ void NEditForm::CreateControls() {
   setObjectName("NEditForm");
   frame_ = new QGroupBox(this);
   frame_->setObjectName("Frame1");
+  using Choice = SettingFilter::Choice;
+  find_ = new FindBar(
+      TheLanguage(),
+      {Choice::kAll, Choice::kChanged, Choice::kNotInDistribution, Choice::kCommentedOut}, this);
+  find_->setParent(frame_);
   xEDG_ = new EditGridView(*this, frame_);
   xEDG_->setObjectName("xEDG");
   comments_ = new QPlainTextEdit(frame_);
@@ -79,16 +71,38 @@ void NEditForm::CreateControls() {
   close_ = new QPushButton(this);
   close_->setObjectName("Command4");
   for (QPushButton* const button : {apply_, close_}) button->setAutoDefault(false);
+  dragBar_ = new DragBar(frame_);
+  dragBar_->setObjectName("dragComments");
   xEDG_->setFocus();
 }
 
 void NEditForm::SetUpGrid() {
   xEditGrid& grid = xEDG_->Grid();
   grid.SetCols(kColumns);
+  grid.SetRows(1);
   for (const int col : {kName, kOriginalValue, kType}) grid.SetReadOnly(col, true);
   grid.SetColType(kActualValue, u"0");
   grid.SetFormatString(TheLanguage().Text(Message::kGridColumns));
+  xEDG_->SetMarks([this](int row, int col) { return MarksOf(row, col); },
+                  [this](int row) {
+                    const bool edited = Merge().IsEdited(row - 1);
+                    return edited ? TheLanguage().Text(Message::kEdited) : String();
+                  });
   xEDG_->Reload();
+}
+
+CellMarks NEditForm::MarksOf(int row, int col) const {
+  CellMarks marks;
+  if (col != kName && col != kActualValue) return marks;
+  const auto state = Merge().StateOf(SettingOf(row)->Name());
+  marks.pale = state != FileMerge::SettingState::kActive;
+  marks.struckOut = col == kName && state == FileMerge::SettingState::kCommentedOut;
+  marks.bold = col == kActualValue && Merge().IsChanged(row - 1);
+  if (marks.pale) {
+    const bool stays = state == FileMerge::SettingState::kCommentedOut;
+    marks.remark = TheLanguage().Text(stays ? Message::kCommentedOut : Message::kBecomesActive);
+  }
+  return marks;
 }
 
 void NEditForm::SetCaptions() {
@@ -126,6 +140,43 @@ void NEditForm::AddClipboardActions() {
   }
 }
 
+void NEditForm::AddSettingActions() {
+  const auto add = [this](Message caption, const char* name, const char* key, auto act) {
+    auto* const action = new QAction(Caption(caption), this);
+    action->setObjectName(name);
+    action->setShortcut(QKeySequence(key));
+    connect(action, &QAction::triggered, this, act);
+    addAction(action);
+    xEDG_->TextEditor()->addAction(action);  // for its context menu
+    return action;
+  };
+  setToOriginal_ =
+      add(Message::kSetToOriginal, "SetToOriginal", "Ctrl+R", &NEditForm::SetToOriginal);
+  switch_ = add(Message::kSwitchSetting, "Switch", "Ctrl+T", &NEditForm::Switch);
+  // The other layout makes every setting active.
+  switch_->setEnabled(Merge().SaveLayout() != Layout::kSettings);
+}
+
+void NEditForm::SetToOriginal() {
+  std::vector<int> indexes;
+  for (const int row : xEDG_->SelectedRows()) indexes.push_back(row - 1);
+  if (Merge().ResetServerValues(indexes) == 0) return;
+  ShowValues();
+  xEDG_->Refresh();
+  ShowChanged();
+}
+
+void NEditForm::Switch() {
+  std::vector<String> names;
+  for (const int row : xEDG_->SelectedRows()) names.emplace_back(SettingOf(row)->Name());
+  if (names.empty()) return;
+  const bool active = Merge().IsWantedActive(SettingOf(xEDG_->Grid().Row())->Name());
+  const std::vector<String> refused = Merge().SwitchSettings(names, !active);
+  xEDG_->Refresh();
+  ShowChanged();
+  if (!refused.empty()) Ask(Message::kCannotSwitchOff, message_style::kOk, {refused.front()});
+}
+
 void NEditForm::ShowContextMenu(QAbstractScrollArea* box, QPoint place) {
   std::unique_ptr<QMenu> menu;
   if (auto* const comments = qobject_cast<QPlainTextEdit*>(box)) {
@@ -133,6 +184,10 @@ void NEditForm::ShowContextMenu(QAbstractScrollArea* box, QPoint place) {
   } else {
     menu = std::make_unique<QMenu>(box);
     menu->addAction(copy_);
+    menu->addSeparator();
+    menu->addActions({setToOriginal_, switch_});
+    menu->addSeparator();
+    menu->addAction(find_->Action());
   }
   // Areas that scroll count from within their margins.
   ShowMenu(*menu, box->viewport()->mapToGlobal(place));
@@ -142,78 +197,20 @@ void NEditForm::Connect() {
   connect(xEDG_->TextEditor(), &ValueEdit::TypingEnded, this, [this] { Merge().EndTyping(); });
   connect(series_, &SeriesTabs::ItemChecked, this, &NEditForm::EditSeries);
   connect(series_, &SeriesTabs::ItemSelected, this, &NEditForm::ShowSeriesComment);
-  connect(apply_, &QPushButton::clicked, this, &NEditForm::Save);
+  connect(apply_, &QPushButton::clicked, this, [this] {
+    Save();
+    xEDG_->Refresh();  // what was edited
+  });
+  connect(find_, &FindBar::Toggled, this, &NEditForm::LayOut);
+  connect(find_, &FindBar::FilterChanged, this, &NEditForm::Filter);
+  connect(find_, &FindBar::Accepted, this, [this] { xEDG_->setFocus(); });
+  connect(dragBar_, &DragBar::Begun, this, [this] { draggedHeight_ = comments_->height(); });
+  connect(dragBar_, &DragBar::Dragged, this, &NEditForm::DragComments);
+  QList<QAbstractItemView*> views{xEDG_};
+  for (QListWidget* const list : series_->Lists()) views << list;
+  auto* const lead = new SelectionLead(views, this);
+  connect(lead, &SelectionLead::LeadChanged, this, &NEditForm::ShowCommentOf);
   connect(close_, &QPushButton::clicked, this, &NEditForm::reject);
-}
-
-void NEditForm::SetUpSize() {
-  setMinimumSize(PixelsFor(EditorLayout::kSmallestWindow.width),
-                 PixelsFor(EditorLayout::kSmallestWindow.height));
-  const EditorLayout empty = EditorLayout::Of({}, 0, {}, {}, mode_);
-  const int besideGrid = PixelsFor(empty.window.width - empty.xEDG.width);
-  resize(xEDG_->FullWidth() + besideGrid, kFirstHeight);
-  new WindowGeometry(this, "NEditForm");
-  if (!isMaximized() && !isFullScreen()) resize(size().boundedTo(LargestSize(*this)));
-}
-
-void NEditForm::WantHeight(int height) {
-  setMinimumHeight(std::max(std::min(height, LargestSize(*this).height()),
-                            PixelsFor(EditorLayout::kSmallestWindow.height)));
-}
-
-int NEditForm::CommentsHeight(int lines) const {
-  const int margins = comments_->frameWidth() + qRound(comments_->document()->documentMargin());
-  return ToTwips(lines * comments_->fontMetrics().lineSpacing() + 2 * margins);
-}
-
-int NEditForm::TabsHeight() const { return ToTwips(2 * series_->tabBar()->sizeHint().height()); }
-
-EditorLayout NEditForm::LayoutFor(int height) const {
-  const auto with = [this, height](int lines) {
-    return EditorLayout::Of(Twips({width(), height}), CommentsHeight(lines),
-                            Twips(apply_->sizeHint()), Twips(close_->sizeHint()), mode_);
-  };
-  // In a small window or a large font the comments leave room for the tabs and one entry.
-  const int tabs = TabsHeight();
-  int lines = kCommentLines;
-  EditorLayout layout = with(lines);
-  while (mode_ != LayoutMode::kSettings && lines > 1 && layout.TSeries.height < tabs) {
-    layout = with(--lines);
-  }
-  return layout;
-}
-
-void NEditForm::LayOut() {
-  EditorLayout layout = LayoutFor(height());
-  if (const int lacking = TabsHeight() - layout.TSeries.height;
-      mode_ != LayoutMode::kSettings && lacking > 0) {
-    // The tabs get no less than 13 of 30 parts of what the window grows by.
-    const QSize before = size();
-    WantHeight(height() + PixelsFor(lacking * 30 / 13));
-    if (size() != before) return;  // laid out anew on the way
-  }
-  Place(*frame_, layout.Frame1);
-  // How high the frame's caption is depends on style and font, and so does what is left for the
-  // buttons: where it is too little, all above them gets lower.
-  const int caption = std::min(frame_->contentsRect().top(), frame_->fontMetrics().height() + 1);
-  const QPoint inFrame(0, std::max(0, caption - ToPixels(layout.xEDG.top)));
-  const int cutOff = frame_->y() + inFrame.y() + ToPixels(layout.Command3.Bottom()) +
-                     PixelsFor(kBottomMargin) - height();
-  if (cutOff > 0) {
-    WantHeight(PixelsFor(EditorLayout::kSmallestWindow.height) + cutOff);
-    layout = LayoutFor(height() - cutOff);
-  }
-  Place(*xEDG_, layout.xEDG, inFrame);
-  Place(*comments_, layout.Comments, inFrame);
-  Place(*series_, layout.TSeries, inFrame);
-  series_->SetListSize({ToPixels(layout.lstSeries.width), ToPixels(layout.lstSeries.height)});
-  Place(*apply_, layout.Command3, frame_->pos() + inFrame);
-  Place(*close_, layout.Command4, frame_->pos() + inFrame);
-  // A screen may be too low for all; the buttons can be reached there, too.
-  for (QPushButton* const button : {apply_, close_}) {
-    button->move(button->x(), std::min(button->y(), height() - button->height()));
-  }
-  series_->setVisible(mode_ != LayoutMode::kSettings);
 }
 
 void NEditForm::LoadGrid() {
@@ -242,17 +239,38 @@ void NEditForm::LoadGrid() {
 void NEditForm::LoadSeries() {
   series_->Load(Merge().Series());
   mode_ = LayoutModeOf(series_->UsedTabs() > 0, xEDG_->Grid().Rows());
+  find_->Action()->setEnabled(mode_ != LayoutMode::kSeries);
   LayOut();
 }
 
 void NEditForm::ShowMerge() {
+  ShowValues();
+  xEDG_->Refresh();
+  Filter();
+  series_->ShowChecks(Merge().Series());
+}
+
+void NEditForm::ShowValues() {
   xEditGrid& grid = xEDG_->Grid();
   for (int row = 1; row < grid.Rows(); ++row) {
     grid.SetCellValue(row, kActualValue, SettingOf(row)->Value());
   }
-  grid.EditorKeyPress(xEditGrid::kEnter);  // which closes the editor
-  xEDG_->Follow();
-  series_->ShowChecks(Merge().Series());
+}
+
+/// What is edited stays visible until the filter is looked at anew.
+void NEditForm::Filter() {
+  const SettingFilter filter = find_->Filter();
+  const int rows = xEDG_->Grid().Rows();
+  std::vector<bool> hidden(static_cast<size_t>(rows));
+  int shown = 0;
+  for (int row = 1; row < rows; ++row) {
+    const bool show = Merge().IsShown(row - 1, filter);
+    hidden[static_cast<size_t>(row)] = !show;
+    if (show) ++shown;
+  }
+  xEDG_->SetHiddenRows(hidden);
+  find_->ShowCount(shown, rows - 1);
+  ShowSettingComment();
 }
 
 void NEditForm::Click() { ShowSettingComment(); }
@@ -264,6 +282,7 @@ void NEditForm::SureChange(bool& /*cancel*/, String& /*newValue*/, int& /*row*/,
 void NEditForm::Change(int& row, int& col) {
   if (col != kActualValue) return;
   Merge().SetServerValue(row - 1, xEDG_->Grid().Text(row, kActualValue));
+  if (Merge().SaveLayout() != Layout::kSettings) ShowValues();  // all lines of the name have it
   ShowChanged();
 }
 
@@ -315,11 +334,6 @@ bool NEditForm::eventFilter(QObject* watched, QEvent* event) {
   return FileWindow::eventFilter(watched, event);
 }
 
-void NEditForm::resizeEvent(QResizeEvent* event) {
-  QDialog::resizeEvent(event);
-  LayOut();
-}
-
 Fields::Pointer NEditForm::SettingOf(int row) const {
   // While the grid is filled anew, its current row may be the header.
   if (row < 1) return MakeRef<Field>();
@@ -328,8 +342,27 @@ Fields::Pointer NEditForm::SettingOf(int row) const {
 
 void NEditForm::ShowSettingComment() {
   // By its name: of several settings with one name, the first has the comments of all.
-  const SharedText name = SettingOf(xEDG_->Grid().Row())->Name();
-  ShowComment(comments_, name, Merge().Comment(name));
+  const xEditGrid& grid = xEDG_->Grid();
+  const SharedText name =
+      grid.IsRowHidden(grid.Row()) ? SharedText() : SettingOf(grid.Row())->Name();
+  String text = Merge().Comment(name);
+  if (const String original = Merge().DistributionComment(name); !original.empty()) {
+    if (!text.empty()) text.append(kLineEnd).append(kLineEnd);
+    text.append(TheLanguage().Text(Message::kDistributionComment))
+        .append(kLineEnd)
+        .append(original);
+  }
+  ShowComment(comments_, name, text);
+}
+
+void NEditForm::ShowCommentOf(const QAbstractItemView* view) {
+  const QList<QListWidget*>& lists = series_->Lists();
+  for (int group = 0; group < lists.size(); ++group) {
+    if (lists[group] != view) continue;
+    if (lists[group]->currentRow() >= 0) ShowSeriesComment(group, lists[group]->currentRow());
+    return;
+  }
+  ShowSettingComment();
 }
 
 }  // namespace quenmar

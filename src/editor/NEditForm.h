@@ -1,9 +1,11 @@
 #pragma once
 
+#include "editor/EditGridModel.h"
 #include "grid/EditorLayout.h"
 #include "grid/xEditGridEvents.h"
 #include "widgets/FileWindow.h"
 
+class QAbstractItemView;
 class QAbstractScrollArea;
 class QAction;
 class QGroupBox;
@@ -13,7 +15,9 @@ class QPushButton;
 
 namespace quenmar {
 
+class DragBar;
 class EditGridView;
+class FindBar;
 class SeriesTabs;
 
 /// The window in which the user edits one configuration file: its settings in a grid beside the
@@ -50,13 +54,25 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void SetUpGrid();
   void SetCaptions();
   void AddClipboardActions();
+  void AddSettingActions();
   void Connect();
   void SetUpSize();
   void LayOut();
+  void LayDragBar();
+  /// Makes the comments box higher or lower than it was when the dragging began.
+  void DragComments(int pixels);
   /// Makes this the window's least height, as far as the screen has it.
   void WantHeight(int height);
 
   void ShowMerge() override;
+  void ShowValues();
+
+  /// Shows the rows that the find bar asks for.
+  void Filter();
+
+  // What is done to the selected rows.
+  void SetToOriginal();
+  void Switch();
 
   /// Takes over the check mark of a series entry.
   void EditSeries(int group, int item, bool checked);
@@ -68,6 +84,8 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   /// one name.
   [[nodiscard]] Fields::Pointer SettingOf(int row) const;
   void ShowSettingComment();
+  void ShowCommentOf(const QAbstractItemView* view);
+  [[nodiscard]] CellMarks MarksOf(int row, int col) const;
   void ShowContextMenu(QAbstractScrollArea* box, QPoint place);
   /// @return the height of a comments box of so many lines, in twips.
   [[nodiscard]] int CommentsHeight(int lines) const;
@@ -76,9 +94,15 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   [[nodiscard]] EditorLayout LayoutFor(int height) const;
 
   LayoutMode mode_ = LayoutMode::kSettings;
+  int commentsHeight_ = 0;  // in twips, as the user wants it; 0 before
+  int draggedHeight_ = 0;   // in pixels, when the dragging began
 
   QGroupBox* frame_ = nullptr;
   EditGridView* xEDG_ = nullptr;
+  FindBar* find_ = nullptr;
+  DragBar* dragBar_ = nullptr;
+  QAction* setToOriginal_ = nullptr;
+  QAction* switch_ = nullptr;
   QAction* copy_ = nullptr;
   QAction* paste_ = nullptr;
   QPlainTextEdit* comments_ = nullptr;

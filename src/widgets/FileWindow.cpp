@@ -89,6 +89,8 @@ void FileWindow::UndoInMerge(QWidget* control) {
   line->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(line, &QWidget::customContextMenuRequested, this, [this, line](QPoint place) {
     const std::unique_ptr<QMenu> menu(line->createStandardContextMenu());
+    if (!line->actions().isEmpty()) menu->addSeparator();
+    menu->addActions(line->actions());
     ShowMenu(*menu, line->mapToGlobal(place));
   });
 }

@@ -47,7 +47,8 @@ class FileWindow : public QDialog {
   void ShowChanged();
 
   /// Makes a text control leave undo and redo to the window, by key and in the context menu of a
-  /// line. What is typed there is to go into the merge at once.
+  /// line, where the line's own actions are, too. What is typed there is to go into the merge at
+  /// once.
   void UndoInMerge(QWidget* control);
 
   /// Shows a context menu with the window's actions in the places of the toolkit's.

@@ -52,7 +52,7 @@ class FindBar : public QWidget {
   /// Another filter holds from now on.
   void FilterChanged();
 
-  /// The user is done with the text and wants to go to what was found.
+  /// The user leaves the bar, by Enter or Escape, and goes on with what it shows.
   void Accepted();
 
  private:

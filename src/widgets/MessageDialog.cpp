@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "widgets/DiffColours.h"
 #include "widgets/ScreenFit.h"
 
 namespace quenmar {
@@ -124,6 +125,7 @@ void MessageDialog::AddDetails(const QString& details) {
   // Lines of files are read best unwrapped, below each other.
   details_ = new MessageText(details, QPlainTextEdit::NoWrap);
   details_->setObjectName("messageDetails");
+  if (DiffColours::IsDiff(details)) new DiffColours(details_);
   details_->setAccessibleName(text_->accessibleName());
   details_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   details_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

@@ -36,8 +36,10 @@ struct Editor {
 
   void Open() {
     form.reset();
-    merge = FileMerge::Open(
-        {folder / "dist" / "a.conf", folder / "conf" / "a.conf", FileMerge::Purpose::kEdit}, with);
+    FileMerge::Request request{folder / "dist" / "a.conf", folder / "conf" / "a.conf",
+                               FileMerge::Purpose::kEdit};
+    request.layout = options.layout;
+    merge = FileMerge::Open(request, with);
     form = std::make_unique<NEditForm>(
         FileContext{*merge, with, PathText(folder / "conf"), u"a.conf"}, nullptr);
     form->LoadGrid();
