@@ -95,8 +95,7 @@ void NEditForm::LayOut() {
   // How high the frame's caption is depends on style and font, and so does what is left for the
   // buttons: where it is too little, all above them gets lower.
   const int caption = std::min(frame_->contentsRect().top(), frame_->fontMetrics().height() + 1);
-  const int top = find_->IsOpen() ? layout.pnlFind.top : layout.xEDG.top;
-  const QPoint inFrame(0, std::max(0, caption - ToPixels(top)));
+  const QPoint inFrame(0, std::max(0, caption - ToPixels(EditorLayout::kGridTop)));
   const int cutOff = frame_->y() + inFrame.y() + ToPixels(layout.Command3.Bottom()) +
                      PixelsFor(kBottomMargin) - height();
   if (cutOff > 0) {

@@ -11,8 +11,7 @@ namespace {
 constexpr int kFrameLeft = 90;
 constexpr int kFrameTop = 200;
 constexpr int kGridLeft = 50;
-constexpr int kGridTop = 120;
-constexpr int kBelowFind = 60;
+constexpr int kBesideFind = 60;  // above and below
 constexpr int kButtonMargin = 20;
 
 int GridHeight(int frameHeight, int commentsHeight, LayoutMode mode) {
@@ -48,8 +47,8 @@ EditorLayout EditorLayout::Of(LayoutSize window, int commentsHeight, LayoutSize 
   const int gridHeight = GridHeight(frameHeight, commentsHeight, mode);
   layout.xEDG = {kGridLeft, kGridTop, gridWidth, gridHeight};
   if (findHeight > 0) {
-    layout.pnlFind = {kGridLeft, kGridTop, gridWidth, findHeight};
-    const int taken = std::min(findHeight + kBelowFind, gridHeight);
+    layout.pnlFind = {kGridLeft, kGridTop + kBesideFind, gridWidth, findHeight};
+    const int taken = std::min(findHeight + 2 * kBesideFind, gridHeight);
     layout.xEDG.top += taken;
     layout.xEDG.height -= taken;
   }

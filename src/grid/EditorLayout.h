@@ -50,6 +50,7 @@ struct LayoutRectangle {
 /// The window's parts. No size is ever negative, however high the comments box is.
 struct EditorLayout {
   static constexpr LayoutSize kSmallestWindow{5000, 5400};
+  static constexpr int kGridTop = 120;  ///< of the grid, or of what stands above it
 
   LayoutSize window;        ///< never below the smallest window
   LayoutRectangle Frame1;   ///< within the window

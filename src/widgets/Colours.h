@@ -16,7 +16,7 @@ namespace quenmar {
 [[nodiscard]] inline QColor ReadableOn(const QColor& background, int hue) {
   constexpr int kSaturation = 220;
   const bool dark = background.lightness() < 128;
-  return QColor::fromHsl(hue, kSaturation, dark ? 170 : 85);
+  return QColor::fromHsl(hue, kSaturation, dark ? 170 : 70);
 }
 
 }  // namespace quenmar

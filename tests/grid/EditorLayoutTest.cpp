@@ -31,8 +31,8 @@ TEST(EditorLayoutTest, TakesTheFindBarFromTheGrid) {
   const EditorLayout shown = EditorLayout::Of({9180, 10000}, 1000, {1300, 400}, {1200, 400},
                                               LayoutMode::kSettingsAndSeries, 400);
   EXPECT_EQ(hidden.pnlFind, LayoutRectangle{});
-  EXPECT_EQ(shown.pnlFind, (LayoutRectangle{50, 120, 8900, 400}));
-  EXPECT_EQ(shown.xEDG, (LayoutRectangle{50, 580, 8900, 4980}));
+  EXPECT_EQ(shown.pnlFind, (LayoutRectangle{50, 180, 8900, 400}));
+  EXPECT_EQ(shown.xEDG, (LayoutRectangle{50, 640, 8900, 4920}));
   EXPECT_EQ(shown.Comments, hidden.Comments);
 }
 
