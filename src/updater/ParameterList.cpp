@@ -205,11 +205,11 @@ std::vector<String> ParameterList::TickedNames() const {
   return names;
 }
 
-std::vector<String> ParameterList::ShownTickedNames() const {
+std::vector<String> ParameterList::TickedNames(bool shown) const {
   std::vector<String> names;
   for (int i = 0; i < count(); ++i) {
-    const bool moves = item(i)->checkState() == Qt::Checked && !item(i)->isHidden();
-    if (moves) names.push_back(FromQString(item(i)->text()));
+    const bool counts = item(i)->checkState() == Qt::Checked && item(i)->isHidden() != shown;
+    if (counts) names.push_back(FromQString(item(i)->text()));
   }
   return names;
 }

@@ -57,8 +57,9 @@ class ParameterList : public QListWidget {
   /// @return the names of the ticked items, in list order.
   [[nodiscard]] std::vector<String> TickedNames() const;
 
-  /// @return the same without the items that a filter hides: nothing moves unseen.
-  [[nodiscard]] std::vector<String> ShownTickedNames() const;
+  /// @return the same of the items that are shown, or of those that a filter hides: nothing moves
+  /// unseen.
+  [[nodiscard]] std::vector<String> TickedNames(bool shown) const;
 
   /// @return how many items are shown.
   [[nodiscard]] int ShownCount() const;

@@ -160,7 +160,7 @@ void frmUpdaterX::UpdateButtons() {
   const auto fresh = lists_[kNew]->CurrentName();
   moves_[kNew]->setEnabled(fresh.has_value());
   for (const int k : {kActual, kDeleted}) {
-    moves_[k]->setEnabled(!lists_[k]->ShownTickedNames().empty());
+    moves_[k]->setEnabled(!lists_[k]->TickedNames(true).empty());
   }
   const bool onChanges = ShownList() != kActual;
   addMandatory_->setEnabled(onChanges && !Merge().MissingMandatory().empty());
@@ -193,9 +193,9 @@ void frmUpdaterX::Move(int index) {
   if (index == kNew) {
     moved = Merge().Add(lists_[kNew]->HighlightedNames());
   } else if (index == kActual) {
-    moved = Merge().Remove(lists_[kActual]->ShownTickedNames());
+    moved = Merge().Remove(lists_[kActual]->TickedNames(true));
   } else {
-    moved = Merge().Restore(lists_[kDeleted]->ShownTickedNames());
+    moved = Merge().Restore(lists_[kDeleted]->TickedNames(true));
   }
   if (moved == 0) return;
   ShowChanged();

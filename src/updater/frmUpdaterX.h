@@ -66,7 +66,7 @@ class frmUpdaterX : public FileWindow {
   void FillListsTicking(const std::array<std::vector<String>, 3>& ticked);
 
   /// Fills the lists after a change; what is ticked stays ticked.
-  /// @param unticked but for this list, if given
+  /// @param unticked but for what is shown of this list, if given
   void FillAgain(std::optional<int> unticked);
   void ShowMerge() override;
 

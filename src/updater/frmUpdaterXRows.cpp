@@ -45,7 +45,7 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
 void frmUpdaterX::FillAgain(std::optional<int> unticked) {
   std::array<std::vector<String>, 3> ticked;
   for (const int k : {kNew, kActual, kDeleted}) {
-    if (k != unticked) ticked[k] = lists_[k]->TickedNames();
+    ticked[k] = k == unticked ? lists_[k]->TickedNames(false) : lists_[k]->TickedNames();
   }
   FillListsTicking(ticked);
 }

@@ -33,7 +33,9 @@ class OpenUpdater : public QObject {
     WriteFile(*folder_ / "dist", distribution);
     WriteFile(*folder_ / "a.conf", server);
     const MergeContext with{options_, language_, messages_};
-    merge_ = FileMerge::Open({*folder_ / "dist", *folder_ / "a.conf"}, with);
+    FileMerge::Request request{*folder_ / "dist", *folder_ / "a.conf"};
+    request.layout = layout_;
+    merge_ = FileMerge::Open(request, with);
     QVERIFY(merge_ != nullptr);
     window_ = std::make_unique<frmUpdaterX>(
         FileContext{*merge_, with, PathText(folder_->Folder()), u"a.conf"});
@@ -92,6 +94,7 @@ class OpenUpdater : public QObject {
   PrivateState state_;
   std::unique_ptr<ScratchFolder> folder_;
   Options options_;
+  Layout layout_ = Layout::kSettings;
   Language language_;
   GuiMessages messages_;
   std::unique_ptr<FileMerge> merge_;
