@@ -58,6 +58,7 @@ void ParameterList::ShowBothValues(const QStringList& headers) {
   header_->setSectionResizeMode(QHeaderView::Fixed);
   header_->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
   header_->setMinimumSectionSize(0);
+  header_->setTextElideMode(Qt::ElideRight);
   setViewportMargins(0, header_->sizeHint().height(), 0, 0);
 }
 

@@ -111,6 +111,7 @@ class frmUpdaterX : public FileWindow {
   QAction* switch_ = nullptr;
   std::array<QPushButton*, 2> actionButtons_{};  // of the first two of these
   FindBar* find_ = nullptr;
+  QPushButton* openFind_ = nullptr;
   std::array<QLabel*, 2> hints_{};    // by page
   std::array<QLabel*, 2> remarks_{};  // by page, visible while any setting has one
   QLabel* checkHint_ = nullptr;

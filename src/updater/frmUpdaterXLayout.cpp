@@ -139,6 +139,8 @@ void frmUpdaterX::MakeActions() {
   actionButtons_ = {MakeActionButton(addMandatory_), MakeActionButton(takeOldValue_)};
   using Choice = SettingFilter::Choice;
   find_ = new FindBar(TheLanguage(), {Choice::kAll, Choice::kChanged, Choice::kCommentedOut}, this);
+  openFind_ = MakeActionButton(find_->Action());
+  openFind_->setText(WithoutColon(openFind_->text()));
 }
 
 void frmUpdaterX::NameControls() {
@@ -162,6 +164,7 @@ void frmUpdaterX::NameControls() {
   helps_[0]->setAccessibleDescription(Text(Message::kNewSettings));
   name(helps_[1], "cmdHelp1");
   helps_[1]->setAccessibleDescription(Text(Message::kObsoleteSettings));
+  name(openFind_, "cmdFind");
   name(actionButtons_[0], "cmdAddMandatory");
   name(actionButtons_[1], "cmdTakeOldValue");
   for (QPushButton* const button : actionButtons_) {
@@ -246,6 +249,7 @@ void frmUpdaterX::BuildCurrentPage() {
 }
 
 void frmUpdaterX::BuildWindow() {
+  tabLists_->setCornerWidget(openFind_);
   auto* const upper = new QSplitter(Qt::Horizontal);
   upper->addWidget(tabLists_);
   upper->addWidget(comments_);
@@ -278,6 +282,7 @@ void frmUpdaterX::BuildWindow() {
 void frmUpdaterX::OrderTabs() {
   const QList<QWidget*> order = {find_,
                                  tabLists_,
+                                 openFind_,
                                  lists_[kNew],
                                  moves_[kNew],
                                  actionButtons_[0],

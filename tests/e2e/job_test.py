@@ -18,6 +18,7 @@ MAIN = "Talsk/Orvanth .conf Editor"  # the title of message boxes, too
 NEW = "[x] New Settings / [ ] optional settings:"
 OBSOLETE = "NonStandard / Obsolete Settings:"
 CURRENT = "Parameters:"
+MISSING = "Mandatory settings that are still missing: 2. Add them now?"
 
 
 class Mouse:
@@ -83,8 +84,10 @@ def answer(user, message, button):
     user.press(MAIN, button)
 
 
-def apply_and_close(user, window):
+def apply_and_close(user, window, offer=None):
     user.press(window, "Apply")
+    if offer:
+        answer(user, offer, "No")
     answer(user, "Apply Changes?", "Yes")
     answer(user, "Saved!", "OK")
     user.press(window, "Close")
@@ -114,7 +117,7 @@ def merge(user):
     answer(user, question, "No")
     user.press(window, "<-        Remove")
     answer(user, question, "Yes")
-    apply_and_close(user, window)
+    apply_and_close(user, window, MISSING)
     return decisions
 
 

@@ -181,10 +181,10 @@ def update(windows, names):
     Restores a setting, adds one, removes some (with every answer to the question), changes a value."""
     keys("shift+Tab", '"login"', "Tab", "Tab", "space")
     windows.opens("Check Changes - login.conf")
-    keys(*["Tab"] * 5)
+    keys(*["Tab"] * 6)
     go_to(names["DeletedFields"], "list_sort")
     windows.picture("windows-updater")
-    keys("space", "Tab", "space", *["shift+Tab"] * 5)
+    keys("space", "Tab", "space", *["shift+Tab"] * 6)
     windows.is_modified(True)
     go_to(names["NewFields"], "client_newest")
     keys("Tab", "space", "ctrl+Tab")
@@ -198,6 +198,7 @@ def update(windows, names):
     left = [name for name in names["ActualFields"] if name not in removed]
     go_to(left, "client_oldest")
     keys("Tab", "ctrl+a", '"30"', "Tab", "Tab", "space")
+    windows.answer("n")  # adds nothing that is missing
     windows.answer("y")
     windows.answer("Return")
     windows.is_modified(False)
