@@ -140,8 +140,8 @@ class LayoutTrial {
     for (int i = 0; i < settings.Fields().Count(); ++i) {
       const auto field = settings.Fields().Field(i);
       if (settings.Fields().IndexOf(field->Name()) != i) continue;
-      wishes.settings.push_back(
-          {String(field->Name()), String(field->Value()), notes.active.at(static_cast<size_t>(i)) != 0});
+      wishes.settings.push_back({String(field->Name()), String(field->Value()),
+                                 notes.active.at(static_cast<size_t>(i)) != 0});
     }
     for (int i = 0; i < series.Fields().Count(); ++i) {
       const auto field = series.Fields().Field(i);

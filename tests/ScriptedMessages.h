@@ -27,11 +27,15 @@ class ScriptedMessages : public MessageBoxes {
     answers_.insert(answers_.end(), answers.begin(), answers.end());
   }
 
-  Button Show(const String& text, int style) override { return ShowWithDetails(text, style, {}); }
+  Button Show(const String& text, int style) override {
+    return ShowWithDetails(text, style, {}, {});
+  }
 
-  Button ShowWithDetails(const String& text, int style, const String& details) override {
+  Button ShowWithDetails(const String& text, int style, const String& details,
+                         const String& offer) override {
     shown.push_back({ToUtf8(text), style});
     if (!details.empty()) lastDetails = details;
+    lastOffer = offer;
     if ((style & message_style::kButtons) == message_style::kOk) return Button::kOk;
     if (answers_.empty()) {
       std::cerr << "unexpected question: " << shown.back().text << std::endl;
@@ -44,6 +48,7 @@ class ScriptedMessages : public MessageBoxes {
 
   std::vector<Shown> shown;
   String lastDetails;  // of the last box that had any
+  String lastOffer;    // of the last box
 
  private:
   std::deque<Button> answers_;

@@ -52,10 +52,11 @@ String FinishedText(StringView text, std::initializer_list<StringView> placehold
 }
 
 Button ShowMessage(MessageBoxes& messages, StringView text, int buttons,
-                   std::initializer_list<StringView> placeholders, const String& details) {
+                   std::initializer_list<StringView> placeholders, const String& details,
+                   const String& offer) {
   const String finished = FinishedText(text, placeholders);
-  if (details.empty()) return messages.Show(finished, buttons);
-  return messages.ShowWithDetails(finished, buttons, details);
+  if (details.empty() && offer.empty()) return messages.Show(finished, buttons);
+  return messages.ShowWithDetails(finished, buttons, details, offer);
 }
 
 void ShowError(MessageBoxes& messages, const Language& language, StringView description,

@@ -38,9 +38,11 @@ using CheckList = std::vector<CheckItem>;
 /// well hold a backslash before an "n", or "%2").
 /// @param buttons a sum of `message_style` numbers
 /// @param details what the user may look up before the answer; empty for none
+/// @param offer see `MessageBoxes::ShowWithDetails`
 /// @return the pressed button.
 Button ShowMessage(MessageBoxes& messages, StringView text, int buttons,
-                   std::initializer_list<StringView> placeholders = {}, const String& details = {});
+                   std::initializer_list<StringView> placeholders = {}, const String& details = {},
+                   const String& offer = {});
 
 /// Shows "Error: " (`Message::kError`) with a description and, on a line of its own, what failed.
 /// @param about a path, or a place in a file

@@ -18,7 +18,13 @@ inline constexpr int kDefaultButton2 = 256;
 }  // namespace message_style
 
 /// What the user pressed, by the numbers of the message boxes' home platform.
-enum class Button { kOk = 1, kCancel = 2, kYes = 6, kNo = 7 };
+enum class Button {
+  kOk = 1,
+  kCancel = 2,
+  kYes = 6,
+  kNo = 7,
+  kOffer = 100,  ///< beside those: what a question offers to do first
+};
 
 /// Shows message boxes: in a window, on a terminal, or answered by a script.
 class MessageBoxes {
@@ -34,9 +40,12 @@ class MessageBoxes {
   /// Yes and No was closed without an answer, which counts as No wherever nothing else is said.
   virtual Button Show(const String& text, int style) = 0;
 
-  /// The same, with something to look up before the answer, for boxes that have a place for it.
-  /// @param details lines that end in CR LF or LF
-  virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/) {
+  /// The same, with something to look up before the answer and something to do first, for boxes
+  /// that have a place for them.
+  /// @param details lines that end in CR LF or LF; empty for none
+  /// @param offer the caption of a further button, whose answer is `kOffer`; empty for none
+  virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/,
+                                 const String& /*offer*/) {
     return Show(text, style);
   }
 };

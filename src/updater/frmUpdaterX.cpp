@@ -228,15 +228,16 @@ void frmUpdaterX::Switch() {
 }
 
 void frmUpdaterX::Apply() {
-  const auto missing = static_cast<int>(Merge().MissingMandatory().size());
-  if (missing > 0) {
-    const Button answer = Ask(Message::kAddMissing, kYesNoCancel | kQuestion, {ToText(missing)});
-    if (answer == Button::kCancel) return;
-    if (answer == Button::kYes) AddMandatory();
-  }
   Save();
   FillAgain({});  // what was commented out may be active now
 }
+
+String frmUpdaterX::Offer() const {
+  const bool missing = !Merge().MissingMandatory().empty();
+  return missing ? TheLanguage().Text(Message::kAddMissing) : String();
+}
+
+void frmUpdaterX::TakeOffer() { AddMandatory(); }
 
 String frmUpdaterX::ClosingRemark() const {
   String names;

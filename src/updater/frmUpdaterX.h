@@ -94,6 +94,8 @@ class frmUpdaterX : public FileWindow {
   void Apply();
   void ShowListMenu(int list, QPoint place);
   [[nodiscard]] String ClosingRemark() const override;
+  [[nodiscard]] String Offer() const override;
+  void TakeOffer() override;
 
   [[nodiscard]] int ShownList() const;
   [[nodiscard]] const Document& Tree(int list) const;

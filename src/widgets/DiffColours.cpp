@@ -7,8 +7,7 @@
 
 namespace quenmar {
 
-DiffColours::DiffColours(QPlainTextEdit* text)
-    : QSyntaxHighlighter(text->document()), text_(text) {
+DiffColours::DiffColours(QPlainTextEdit* text) : QSyntaxHighlighter(text->document()), text_(text) {
   text->installEventFilter(this);
 }
 

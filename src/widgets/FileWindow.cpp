@@ -127,23 +127,24 @@ void FileWindow::SetTitle(const String& title) {
 }
 
 void FileWindow::Save() {
-  SavePlan plan;
-  try {
-    plan = context_.merge.Plan();
-  } catch (const RuntimeError& error) {
-    if (AskToApply({}, {})) context_.merge.TellFailure(error);
-    return;
+  Button answer = Button::kOffer;
+  while (answer == Button::kOffer) {  // which makes another plan
+    try {
+      const SavePlan plan = context_.merge.Plan();
+      answer = AskToApply(WarningText(plan.warnings, context_.with.language), plan.diff);
+      if (answer == Button::kYes && context_.merge.Save(plan)) ShowChanged();
+    } catch (const RuntimeError& error) {
+      answer = AskToApply({}, {});
+      if (answer == Button::kYes) context_.merge.TellFailure(error);
+    }
+    if (answer == Button::kOffer) TakeOffer();
   }
-  const Language& language = context_.with.language;
-  if (!AskToApply(WarningText(plan.warnings, language), plan.diff)) return;
-  if (context_.merge.Save(plan)) ShowChanged();
 }
 
-bool FileWindow::AskToApply(const String& warnings, const String& details) {
-  return ShowMessage(context_.with.messages,
-                     context_.with.language.Text(Message::kApplyChanges) + u"%1",
-                     kYesNo | kQuestion, {warnings.empty() ? warnings : u"\r\n\r\n" + warnings},
-                     details) == Button::kYes;
+Button FileWindow::AskToApply(const String& warnings, const String& details) {
+  return ShowMessage(
+      context_.with.messages, context_.with.language.Text(Message::kApplyChanges) + u"%1",
+      kYesNo | kQuestion, {warnings.empty() ? warnings : u"\r\n\r\n" + warnings}, details, Offer());
 }
 
 Button FileWindow::Ask(Message key, int style, std::initializer_list<StringView> placeholders) {

@@ -64,6 +64,10 @@ class FileWindow : public QDialog {
   /// Shows a message. @return the pressed button.
   Button Ask(Message key, int style, std::initializer_list<StringView> placeholders = {});
 
+  /// @return what the question of Apply offers to do first, as a caption; empty for nothing.
+  [[nodiscard]] virtual String Offer() const { return {}; }
+  virtual void TakeOffer() {}
+
   /// @return what the question on closing says besides; empty for nothing.
   [[nodiscard]] virtual String ClosingRemark() const { return {}; }
 
@@ -76,7 +80,7 @@ class FileWindow : public QDialog {
  private:
   void AddUndo();
   [[nodiscard]] bool AskToIgnore();
-  [[nodiscard]] bool AskToApply(const String& warnings, const String& details);
+  [[nodiscard]] Button AskToApply(const String& warnings, const String& details);
   void Step(void (FileMerge::*step)());
 
   FileContext context_;

@@ -160,6 +160,12 @@ void MessageDialog::LayOut(const QPixmap& icon) {
   if (details_ != nullptr) details_->SetRoom(room);
 }
 
+void MessageDialog::AddOffer(const QString& caption) {
+  auto* const button = buttons_->addButton(caption, QDialogButtonBox::ActionRole);
+  button->setObjectName("offer");
+  connect(button, &QPushButton::clicked, this, [this] { done(kOffer); });
+}
+
 void MessageDialog::SetDefaultButton(QDialogButtonBox::StandardButton button) {
   buttons_->button(button)->setDefault(true);
   buttons_->button(button)->setFocus();

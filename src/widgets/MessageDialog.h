@@ -47,6 +47,12 @@ class MessageDialog : public QDialog {
   MessageDialog(const QString& text, std::optional<QStyle::StandardPixmap> icon,
                 QDialogButtonBox::StandardButtons buttons, const QString& details, QWidget* parent);
 
+  /// What `exec` returns for the button of `AddOffer`.
+  static constexpr int kOffer = 1;
+
+  /// Adds a button for something that can be done first.
+  void AddOffer(const QString& caption);
+
   /// Makes a button the answer of Enter. `exec` returns the number of the standard button that was
   /// pressed, and 0 after Escape or the frame's own button.
   void SetDefaultButton(QDialogButtonBox::StandardButton button);

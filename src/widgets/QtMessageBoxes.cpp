@@ -41,6 +41,8 @@ Button AnswerOf(int pressed, int style) {
       return Button::kYes;
     case QDialogButtonBox::No:
       return Button::kNo;
+    case MessageDialog::kOffer:
+      return Button::kOffer;
     default:
       return (style & message_style::kButtons) == message_style::kOk ? Button::kOk
                                                                      : Button::kCancel;
@@ -60,14 +62,16 @@ QWidget* WindowToStandOver() {
 }  // namespace
 
 Button QtMessageBoxes::Show(const String& text, int style) {
-  return ShowWithDetails(text, style, {});
+  return ShowWithDetails(text, style, {}, {});
 }
 
-Button QtMessageBoxes::ShowWithDetails(const String& text, int style, const String& details) {
+Button QtMessageBoxes::ShowWithDetails(const String& text, int style, const String& details,
+                                       const String& offer) {
   MessageDialog box(ToQString(text), IconOf(style), ButtonsOf(style), ToQString(details),
                     WindowToStandOver());
   box.setObjectName("messageBox");
   box.setWindowTitle(title_);
+  if (!offer.empty()) box.AddOffer(ToCaption(offer));
   box.SetDefaultButton(DefaultOf(style));
   const ShownCursor normal(Qt::ArrowCursor);
   return AnswerOf(box.exec(), style);

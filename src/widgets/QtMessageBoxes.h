@@ -16,7 +16,8 @@ class QtMessageBoxes : public MessageBoxes {
   explicit QtMessageBoxes(QString title) : title_(std::move(title)) {}
 
   Button Show(const String& text, int style) override;
-  Button ShowWithDetails(const String& text, int style, const String& details) override;
+  Button ShowWithDetails(const String& text, int style, const String& details,
+                         const String& offer) override;
 
  private:
   QString title_;

@@ -18,7 +18,6 @@ MAIN = "Talsk/Orvanth .conf Editor"  # the title of message boxes, too
 NEW = "[x] New Settings / [ ] optional settings:"
 OBSOLETE = "NonStandard / Obsolete Settings:"
 CURRENT = "Parameters:"
-MISSING = "Mandatory settings that are still missing: 2. Add them now?"
 
 
 class Mouse:
@@ -84,10 +83,8 @@ def answer(user, message, button):
     user.press(MAIN, button)
 
 
-def apply_and_close(user, window, offer=None):
+def apply_and_close(user, window):
     user.press(window, "Apply")
-    if offer:
-        answer(user, offer, "No")
     answer(user, "Apply Changes?", "Yes")
     answer(user, "Saved!", "OK")
     user.press(window, "Close")
@@ -117,7 +114,7 @@ def merge(user):
     answer(user, question, "No")
     user.press(window, "<-        Remove")
     answer(user, question, "Yes")
-    apply_and_close(user, window, MISSING)
+    apply_and_close(user, window)
     return decisions
 
 

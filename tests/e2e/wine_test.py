@@ -198,7 +198,6 @@ def update(windows, names):
     left = [name for name in names["ActualFields"] if name not in removed]
     go_to(left, "client_oldest")
     keys("Tab", "ctrl+a", '"30"', "Tab", "Tab", "space")
-    windows.answer("n")  # adds nothing that is missing
     windows.answer("y")
     windows.answer("Return")
     windows.is_modified(False)

@@ -13,10 +13,11 @@ namespace quenmar {
 /// Scripted messages for tests of windows, which compare lists of texts.
 class GuiMessages : public ScriptedMessages {
  public:
-  Button ShowWithDetails(const String& text, int style, const String& details) override {
+  Button ShowWithDetails(const String& text, int style, const String& details,
+                         const String& offer) override {
     const QCursor* const cursor = QGuiApplication::overrideCursor();
     busy_ = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
-    return ScriptedMessages::ShowWithDetails(text, style, details);
+    return ScriptedMessages::ShowWithDetails(text, style, details, offer);
   }
 
   /// @return the details that a message box had last.

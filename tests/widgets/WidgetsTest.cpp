@@ -35,7 +35,7 @@ class WidgetsTest : public QObject {
       act(box);
     });
     poll.start(0);
-    return boxes.ShowWithDetails(text, style, details);
+    return boxes.ShowWithDetails(text, style, details, offer);
   }
 
   PrivateState state_;
