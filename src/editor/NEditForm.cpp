@@ -335,16 +335,15 @@ bool NEditForm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 Fields::Pointer NEditForm::SettingOf(int row) const {
-  // While the grid is filled anew, its current row may be the header.
-  if (row < 1) return MakeRef<Field>();
   return Merge().ServerSettings().Fields().Field(row - 1);
 }
 
 void NEditForm::ShowSettingComment() {
   // By its name: of several settings with one name, the first has the comments of all.
   const xEditGrid& grid = xEDG_->Grid();
-  const SharedText name =
-      grid.IsRowHidden(grid.Row()) ? SharedText() : SettingOf(grid.Row())->Name();
+  // While the grid is filled anew, its current row may be the header.
+  const bool none = grid.Row() < 1 || grid.IsRowHidden(grid.Row());
+  const SharedText name = none ? SharedText() : SettingOf(grid.Row())->Name();
   String text = Merge().Comment(name);
   if (const String original = Merge().DistributionComment(name); !original.empty()) {
     if (!text.empty()) text.append(kLineEnd).append(kLineEnd);

@@ -231,22 +231,27 @@ bool FileMerge::IsEdited(int index) const {
          IsWantedActive(setting->Name()) != saved.wantedActive;
 }
 
-bool FileMerge::IsChanged(int index) const { return ItemOf(index, {}).IsChanged(); }
+bool FileMerge::IsChanged(int index) const {
+  const auto setting = documents_.server->Fields().Field(index);
+  return ItemOf(*setting, *documents_.distribution->Fields().Field(setting->Name()), {})
+      .IsChanged();
+}
 
 bool FileMerge::IsShown(int index, const SettingFilter& filter) const {
   if (filter.ShowsAll()) return true;
-  const SharedText name = documents_.server->Fields().Field(index)->Name();
-  const String comments = Comment(name).append(kLineEnd).append(DistributionComment(name));
-  return filter.Shows(ItemOf(index, comments));
-}
-
-/// The texts of the item are those of the trees.
-SettingFilter::Item FileMerge::ItemOf(int index, StringView comment) const {
   const auto setting = documents_.server->Fields().Field(index);
   const auto original = documents_.distribution->Fields().Field(setting->Name());
-  return {setting->Name(),           setting->Value(),
-          original->Value(),         comment,
-          !original->Name().empty(), StateOf(setting->Name()) != SettingState::kActive};
+  String originalComment(CommentOf(*original));
+  const String comments =
+      Comment(setting->Name()).append(kLineEnd).append(XmlUnescape(originalComment));
+  return filter.Shows(ItemOf(*setting, *original, comments));
+}
+
+SettingFilter::Item FileMerge::ItemOf(const Field& setting, const Field& original,
+                                      StringView comment) const {
+  return {setting.Name(),           setting.Value(),
+          original.Value(),         comment,
+          !original.Name().empty(), StateOf(setting.Name()) != SettingState::kActive};
 }
 
 template <class Change>
@@ -300,30 +305,37 @@ void FileMerge::SetServerValue(int index, StringView value) {
   const auto setting = documents_.server->Fields().Field(index);
   (void)Do(Step::kValue, u"server " + ToText(index), [&] {
     if (setting->Value() == value) return 0;
-    GiveServerValue(*setting, value);
+    edited_.emplace(setting->Name());
+    setting->SetValue(value);
+    GiveAllLines({{setting->Name(), value}});
     return 1;
   });
 }
 
 int FileMerge::ResetServerValues(const std::vector<int>& indexes) {
   return Do(Step::kValue, {}, [&] {
+    std::map<StringView, SharedText> given;  // by name
     int changed = 0;
     for (const int index : indexes) {
       const auto setting = documents_.server->Fields().Field(index);
       const auto original = documents_.distribution->Fields().Field(setting->Name());
       if (original->Name().empty() || original->Value() == setting->Value()) continue;
-      GiveServerValue(*setting, original->Value());
+      edited_.emplace(setting->Name());
+      setting->SetValue(original->Value());
+      given.emplace(setting->Name(), original->Value());
       ++changed;
     }
+    GiveAllLines(given);
     return changed;
   });
 }
 
 int FileMerge::TakeDefaults(const std::vector<String>& names) {
+  const std::set<StringView> wanted(names.begin(), names.end());
   return Do(Step::kValue, {}, [&] {
     int taken = 0;
     for (const DefaultChange& change : DefaultChanges()) {
-      if (std::find(names.begin(), names.end(), change.name) == names.end()) continue;
+      if (!wanted.contains(change.name)) continue;
       GiveDefault(change);
       ++taken;
     }
@@ -343,18 +355,18 @@ void FileMerge::GiveDefault(const DefaultChange& change) {
   if (comparison_) {
     comparison_->SetActualValue(change.name, change.newDefault);
   } else {
-    GiveServerValue(*documents_.server->Fields().Field(change.name), change.newDefault);
+    const auto setting = documents_.server->Fields().Field(change.name);
+    setting->SetValue(change.newDefault);
+    GiveAllLines({{setting->Name(), change.newDefault}});
   }
   edited_.erase(change.name);  // a value that is given by hand would make the setting active
 }
 
-void FileMerge::GiveServerValue(Field& setting, StringView value) {
-  edited_.emplace(setting.Name());
-  setting.SetValue(value);
-  if (request_.layout == Layout::kSettings) return;
-  // In a file that keeps its lines, all lines of a name have one value.
-  for (Field& other : documents_.server->Fields()) {
-    if (other.Name() == setting.Name()) other.SetValue(value);
+void FileMerge::GiveAllLines(const std::map<StringView, SharedText>& values) {
+  if (request_.layout == Layout::kSettings || values.empty()) return;
+  for (Field& setting : documents_.server->Fields()) {
+    const auto value = values.find(setting.Name());
+    if (value != values.end()) setting.SetValue(value->second);
   }
 }
 

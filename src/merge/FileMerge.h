@@ -265,7 +265,8 @@ class FileMerge {
   void KeepSeen();
   [[nodiscard]] bool Prepare();
   void RememberSaved();
-  [[nodiscard]] SettingFilter::Item ItemOf(int index, StringView comment) const;
+  [[nodiscard]] SettingFilter::Item ItemOf(const Field& setting, const Field& original,
+                                           StringView comment) const;
 
   /// Makes a change that is one step of the history, or part of the one with the same topic.
   /// @param change returns how much it has changed; nothing is no step
@@ -274,7 +275,8 @@ class FileMerge {
   [[nodiscard]] ReleaseChanges FindChanges() const;
   [[nodiscard]] bool IsOn(const WithdrawnEntry& entry) const;
   void GiveDefault(const DefaultChange& change);
-  void GiveServerValue(Field& setting, StringView value);
+  /// Gives all lines of a name the same value, which they have in a file that keeps its lines.
+  void GiveAllLines(const std::map<StringView, SharedText>& values);
   [[nodiscard]] State Capture() const;
   void Swap(State& state);
 

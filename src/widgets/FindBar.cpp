@@ -65,6 +65,8 @@ void FindBar::Fill(const std::vector<SettingFilter::Choice>& choices) {
     control->setToolTip(ToToolTip(tip));
   }
   text_->setClearButtonEnabled(true);
+  constexpr int kFewestLetters = 8;  // a small window cuts the choice off, not the count
+  choice_->setMinimumWidth(kFewestLetters * fontMetrics().averageCharWidth());
   for (const SettingFilter::Choice choice : choices) {
     choice_->addItem(ToQString(language_.Text(CaptionOf(choice))), static_cast<int>(choice));
   }
