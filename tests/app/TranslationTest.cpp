@@ -8,6 +8,7 @@
 #include <QTableView>
 
 #include "app/MainFixture.h"
+#include "widgets/DragBar.h"
 
 namespace quenmar {
 namespace {
@@ -124,4 +125,3 @@ class TranslationTest : public MainFixture {
 
 QTEST_MAIN(quenmar::TranslationTest)
 #include "TranslationTest.moc"
-#include "widgets/DragBar.h"
