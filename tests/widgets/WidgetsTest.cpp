@@ -22,7 +22,7 @@ class WidgetsTest : public QObject {
 
   /// Shows a message box and acts on it once it has the focus. @return the answer.
   Button Answer(const String& text, int style, const String& details,
-                const std::function<void(MessageDialog*)>& act) {
+                const std::function<void(MessageDialog*)>& act, const String& offer = {}) {
     QtMessageBoxes boxes("Title");
     QTimer poll;
     connect(&poll, &QTimer::timeout, this, [&] {
