@@ -75,11 +75,13 @@ void ParameterList::Fill(const std::vector<SettingRow>& rows) {
     const QFontMetrics metrics(bold);
     int width = 0;
     for (const SettingRow& row : rows) {
-      auto* const added = new QListWidgetItem(ToQString(row.name), this);
+      // Ready before it is in the list, which would look at every change.
+      auto* const added = new QListWidgetItem(ToQString(row.name));
       added->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
       added->setCheckState(StateOf(row.ticked));
-      added->setHidden(!row.shown);
       SetData(added, row);
+      addItem(added);
+      if (!row.shown) added->setHidden(true);
       width = std::max(width, metrics.horizontalAdvance(added->text()));
     }
     delegate_->SetNameWidth(width);
@@ -100,9 +102,9 @@ void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const 
   item->setData(SettingDelegate::kOriginalValue, original);
   item->setData(SettingDelegate::kRemark, remark);
   item->setData(SettingDelegate::kCommentedOut, row.commentedOut);
-  QFont own = font();
-  own.setBold(row.changed);
-  item->setFont(own);
+  QFont bold = font();
+  bold.setBold(true);
+  item->setData(Qt::FontRole, row.changed ? QVariant(bold) : QVariant());
   QStringList parts{value};
   if (header_ != nullptr && row.changed) {
     const QVariant caption = header_->model()->headerData(2, Qt::Horizontal);

@@ -163,7 +163,7 @@ void frmUpdaterX::UpdateButtons() {
     moves_[k]->setEnabled(!lists_[k]->TickedNames(true).empty());
   }
   const bool onChanges = ShownList() != kActual;
-  addMandatory_->setEnabled(onChanges && !Merge().MissingMandatory().empty());
+  addMandatory_->setEnabled(onChanges && mandatoryMissing_);
   takeOldValue_->setEnabled(onChanges && fresh && Merge().RenamedFrom(*fresh));
   // Saved as settings only, every setting is active.
   switch_->setEnabled(ShownList() != kNew && lists_[ShownList()]->CurrentName() &&

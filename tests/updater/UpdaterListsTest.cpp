@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
 #include <QMenu>
@@ -74,7 +75,10 @@ void UpdaterListsTest::RowsSayWhatTheNamesDoNot() {
   QFETCH(QString, state);
   layout_ = layout;
   Open(kReleased, kOwn);
-  QCOMPARE(Said(0, 0), "1; perhaps renamed from Net_Port");
+  QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(List(0));
+  const auto* const cell = spoken->tableInterface()->cellAt(0, 0);
+  QCOMPARE(cell->text(QAccessible::Name), "net_port");
+  QCOMPARE(cell->text(QAccessible::Description), "1; perhaps renamed from Net_Port");
   QCOMPARE(Remark(), "perhaps renamed from Net_Port");
   QCOMPARE(Said(0, 1), "2");
   QCOMPARE(Said(1, 0), "4");
