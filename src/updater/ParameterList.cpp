@@ -116,12 +116,10 @@ void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const 
   item->setToolTip(ToToolTip(parts.join('\n')));
 }
 
-void ParameterList::Refresh(const SettingRow& row) {
+void ParameterList::Refresh(int index, const SettingRow& row) {
   const QSignalBlocker silence(this);
-  for (QListWidgetItem* const item : findItems(ToQString(row.name), Qt::MatchCaseSensitive)) {
-    SetData(item, row);
-  }
-  viewport()->update();  // of which the silence has kept it
+  SetData(item(index), row);
+  update(indexFromItem(item(index)));
 }
 
 int ParameterList::RowAmong(const std::vector<SettingRow>& rows) const {

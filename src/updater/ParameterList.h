@@ -40,8 +40,8 @@ class ParameterList : public QListWidget {
   /// first time that is the first. What was visible stays where it was.
   void Fill(const std::vector<SettingRow>& rows);
 
-  /// Shows a setting's row anew, in all but its tick.
-  void Refresh(const SettingRow& row);
+  /// Shows the row at that index anew, in all but its tick.
+  void Refresh(int index, const SettingRow& row);
 
   /// Ticks every item that is shown.
   void TickAll();

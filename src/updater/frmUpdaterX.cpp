@@ -104,7 +104,7 @@ void frmUpdaterX::ConnectEditors() {
       const auto inMerge = static_cast<FileMerge::List>(list);
       if (!name || !Merge().SetValue(inMerge, *name, FromQString(text))) return;
       ShowChanged();
-      RefreshRow(list, *name);
+      RefreshRows(list, *name);
       LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
     });
   }
@@ -224,7 +224,7 @@ void frmUpdaterX::Switch() {
     return;
   }
   ShowChanged();
-  RefreshRow(list, *name);
+  RefreshRows(list, *name);
 }
 
 void frmUpdaterX::Apply() {

@@ -75,8 +75,8 @@ class frmUpdaterX : public FileWindow {
   [[nodiscard]] bool IsShown(const SettingRow& row, int list) const;
   [[nodiscard]] String RemarkOf(int list, StringView name) const;
 
-  /// Shows what a changed value or state has changed in its row.
-  void RefreshRow(int list, StringView name);
+  /// Shows what a changed value or state has changed in the rows of that name.
+  void RefreshRows(int list, StringView name);
   void ShowCount();
   void ShowLead();
 

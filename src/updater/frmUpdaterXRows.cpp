@@ -87,11 +87,17 @@ String frmUpdaterX::RemarkOf(int list, StringView name) const {
   return {};
 }
 
-void frmUpdaterX::RefreshRow(int list, StringView name) {
-  const SettingRow row = RowOf(list, *Tree(list).Fields().Field(name));
-  lists_[list]->Refresh(row);
+void frmUpdaterX::RefreshRows(int list, StringView name) {
   const int page = list == kActual ? kCurrentPage : kChangesPage;
-  if (!row.remark.empty()) remarks_[page]->show();
+  int index = 0;
+  for (const Field& field : Tree(list).Fields()) {
+    if (field.Name() == name) {
+      const SettingRow row = RowOf(list, field);
+      lists_[list]->Refresh(index, row);
+      if (!row.remark.empty()) remarks_[page]->show();
+    }
+    ++index;
+  }
   ShowHints();
   UpdateButtons();
 }
