@@ -152,7 +152,7 @@ void EditGridView::Refresh() {
 }
 
 void EditGridView::SetHiddenRows(const std::vector<bool>& hidden) {
-  grid_.SetHiddenRows(hidden);
+  if (!grid_.SetHiddenRows(hidden)) return;  // which leaves the place as it is
   HideRows();
   Follow();
   if (currentIndex().isValid())

@@ -75,13 +75,17 @@ void xEditGrid::FillHeader(int firstCol) {
   }
 }
 
-void xEditGrid::SetHiddenRows(std::vector<bool> hidden) {
+bool xEditGrid::SetHiddenRows(std::vector<bool> hidden) {
+  hidden.resize(static_cast<size_t>(Rows()));
+  hidden_.resize(static_cast<size_t>(Rows()));
+  if (hidden == hidden_) return false;
   hidden_ = std::move(hidden);
-  if (!IsRowHidden(row_)) return;
+  if (!IsRowHidden(row_)) return true;
   const int below = VisibleRow(row_, 1);
   const int row = below > 0 ? below : VisibleRow(row_, -1);
   HideEditors();
   if (row > 0) MoveTo(row, col_);
+  return true;
 }
 
 int xEditGrid::VisibleRow(int row, int step) const {

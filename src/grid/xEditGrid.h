@@ -76,7 +76,8 @@ class xEditGrid {
   /// Hides other rows than before. A current cell that is hidden gives way to the next visible one
   /// below, else above.
   /// @param hidden by row, the header row included, which always shows; rows beyond it are visible
-  void SetHiddenRows(std::vector<bool> hidden);
+  /// @return whether other rows are hidden than before.
+  bool SetHiddenRows(std::vector<bool> hidden);
 
   // Settings of the columns.
 

@@ -85,7 +85,6 @@ class OpenUpdater : public QObject {
   /// Presses Apply, answers No to the offer to add what is missing, and then Yes. @return what the
   /// file then holds.
   std::string Applied() {
-    if (!merge_->MissingMandatory().empty()) messages_.Answer({Button::kNo});
     messages_.Answer({Button::kYes});
     Press("cmdApply");
     return ReadFile(*folder_ / "a.conf");
