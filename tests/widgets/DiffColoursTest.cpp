@@ -21,8 +21,9 @@ double Contrast(const QColor& one, const QColor& other) {
     return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
            0.0722 * part(colour.blueF()) + 0.05;
   };
-  const auto [low, high] = std::minmax(light(one), light(other));
-  return high / low;
+  const double first = light(one);
+  const double second = light(other);
+  return std::max(first, second) / std::min(first, second);
 }
 
 }  // namespace
