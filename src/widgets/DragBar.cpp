@@ -1,7 +1,7 @@
 #include "widgets/DragBar.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
-#include <QMdiSubWindow>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -13,7 +13,7 @@ DragBar::DragBar(QWidget* parent) : QWidget(parent) {
   setCursor(Qt::SplitVCursor);
   setFocusPolicy(Qt::TabFocus);
   // In the toolkit's words, which it translates.
-  setAccessibleName(QMdiSubWindow::tr("&Size").remove('&'));
+  setAccessibleName(QCoreApplication::translate("QMdiSubWindow", "&Size").remove('&'));
   const auto spelled = [](Qt::Key key) {
     return QKeySequence(key).toString(QKeySequence::NativeText);
   };
