@@ -12,6 +12,7 @@
 #include "conf/ConfReader.h"
 #include "conf/ConfSetting.h"
 #include "conf/Layout.h"
+#include "conf/LineDiff.h"
 #include "text/Charset.h"
 #include "text/RuntimeError.h"
 
@@ -121,7 +122,7 @@ class LayoutTrial {
     Wishes offered;
     if (base_.Encoding().utf16 || !Read(base_, wishes) || !Read(other_, offered)) return {};
     const LaidOut same = LayOut(base_, other_, wishes, options_, language_);
-    if (same.bytes != base_.Bytes() || !same.edits.empty()) return "nothing changed, same bytes";
+    if (same.bytes != base_.Bytes()) return "nothing changed, same bytes";
     ChangeSettings(wishes, offered);
     ChangeEntries(wishes, offered);
     try {
@@ -203,12 +204,13 @@ class LayoutTrial {
     const LaidOut laidOut = LayOut(base_, other_, wishes, options_, language_);
     const PlainFile before(base_.Bytes());
     const PlainFile after(laidOut.bytes);
-    if (!EditsAreExact(laidOut, before, after)) return "the edits tell what changes";
-    if (!CommentsAreKept(wishes, laidOut, before, after)) return "comments are kept";
+    if (!CommentsAreKept(wishes, before, after)) return "comments are kept";
     const ConfFile file({}, laidOut.bytes);
+    const std::vector<LineEdit> edits = DiffLines(base_, file);
+    if (!EditsAreExact(edits, before, after)) return "the edits are what changes";
     // The plan warns of a file that will be read in another character set.
     if (!file.Encoding().ascii && file.Charset() != laidOut.charset) return {};
-    if (!UnconcernedLinesStay(wishes, laidOut, before)) return "what nobody wants changed stays";
+    if (!UnconcernedLinesStay(wishes, edits, before)) return "what nobody wants changed stays";
     Wishes readAgain;
     if (!Read(file, readAgain)) return "the file can be read";
     if (!SettingsAreAsWanted(wishes, readAgain, after, laidOut.charset)) {
@@ -219,21 +221,22 @@ class LayoutTrial {
     }
     readAgain.entries = wishes.entries;
     const LaidOut second = LayOut(file, other_, readAgain, options_, language_);
-    return second.bytes == laidOut.bytes && second.edits.empty() ? "" : "a second save is the same";
+    return second.bytes == laidOut.bytes ? "" : "a second save is the same";
   }
 
-  static bool EditsAreExact(const LaidOut& laidOut, const PlainFile& before,
+  static bool EditsAreExact(const std::vector<LineEdit>& edits, const PlainFile& before,
                             const PlainFile& after) {
     std::vector<std::string> lines;
     size_t next = 0;
     const auto keepUntil = [&](size_t end) {
       for (; next < end; ++next) lines.push_back(before.lines[next].bytes);
     };
-    for (const LineEdit& edit : laidOut.edits) {
-      if (edit.line < next || edit.line + edit.removed.size() > before.lines.size()) return false;
-      if (edit.removed == edit.added || (next == edit.line && next > 0)) return false;
-      keepUntil(edit.line);
-      for (const std::string& line : edit.removed) {
+    for (const LineEdit& edit : edits) {
+      if (edit.oldLine < next || edit.oldLine + edit.removed.size() > before.lines.size())
+        return false;
+      if (edit.removed == edit.added || (next == edit.oldLine && next > 0)) return false;
+      keepUntil(edit.oldLine);
+      for (const std::string_view line : edit.removed) {
         if (line != before.lines[next++].bytes) return false;
       }
       lines.insert(lines.end(), edit.added.begin(), edit.added.end());
@@ -255,8 +258,8 @@ class LayoutTrial {
   }
 
   /// Comments go only where a setting goes that is directly below them, and keep their order.
-  [[nodiscard]] bool CommentsAreKept(const Wishes& wishes, const LaidOut& laidOut,
-                                     const PlainFile& before, const PlainFile& after) const {
+  [[nodiscard]] bool CommentsAreKept(const Wishes& wishes, const PlainFile& before,
+                                     const PlainFile& after) const {
     std::vector<std::string> kept;
     bool blockGoes = false;
     for (size_t i = before.lines.size(); i-- > 0;) {
@@ -274,19 +277,19 @@ class LayoutTrial {
     for (const PlainFile::Line& line : after.lines) {
       if (found < kept.size() && line.bytes == kept[found]) ++found;
     }
-    return found == kept.size() && (laidOut.edits.empty() == (laidOut.bytes == base_.Bytes()));
+    return found == kept.size();
   }
 
   /// A line is touched only if its setting or entry is to change, unless it is a doubled one.
-  [[nodiscard]] bool UnconcernedLinesStay(const Wishes& wishes, const LaidOut& laidOut,
+  [[nodiscard]] bool UnconcernedLinesStay(const Wishes& wishes, const std::vector<LineEdit>& edits,
                                           const PlainFile& before) const {
     std::map<std::string, int> counts;
     for (const PlainFile::Line& line : before.lines) {
       if (line.kind == PlainFile::Kind::kSetting) ++counts[line.name];
     }
-    for (const LineEdit& edit : laidOut.edits) {
+    for (const LineEdit& edit : edits) {
       for (size_t i = 0; i < edit.removed.size(); ++i) {
-        const PlainFile::Line& line = before.lines[edit.line + i];
+        const PlainFile::Line& line = before.lines[edit.oldLine + i];
         if (line.kind != PlainFile::Kind::kSetting || counts[line.name] > 1) continue;
         const Wishes::Setting* wish = Find(wishes, base_.Text(line.name));
         if (wish != nullptr && wish->active == line.active &&

@@ -26,9 +26,8 @@ void Compose(const LayoutBase& base, const std::vector<Insertion>& insertions, L
   for (size_t line = 0; line < base.Lines().size(); ++line) {
     insertBefore(line);
     const ConfLine& bytes = base.Lines()[line];
-    if (base.IsRemoved(line)) {
-      text.Remove(bytes);
-    } else if (base.IsChanged(line)) {
+    if (base.IsRemoved(line)) continue;
+    if (base.IsChanged(line)) {
       text.Replace(bytes, base.ChangedLine(line));
     } else {
       text.Keep(bytes);
@@ -50,7 +49,6 @@ LaidOut LayOut(const ConfFile& base, const ConfFile& other, const Wishes& wishes
   LayoutText text(base.Encoding().mark ? kUtf8Mark : std::string_view(), lines.Lines());
   Compose(lines, additions.List(), text);
   laidOut.bytes = text.TakeBytes();
-  laidOut.edits = text.TakeEdits();
   return laidOut;
 }
 

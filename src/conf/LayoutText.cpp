@@ -23,33 +23,11 @@ LineEnd MostFrequentEnd(const std::vector<ConfLine>& lines) {
 LayoutText::LayoutText(std::string_view start, const std::vector<ConfLine>& base)
     : start_(start.size()), newEnd_(MostFrequentEnd(base)), bytes_(start) {}
 
-void LayoutText::Keep(const ConfLine& line) {
-  Put(line.bytes, line.end);
-  editOpen_ = false;
-  ++baseLine_;
-}
+void LayoutText::Keep(const ConfLine& line) { Put(line.bytes, line.end); }
 
-void LayoutText::Replace(const ConfLine& line, std::string bytes) {
-  if (bytes == line.bytes) {  // a wanted entity form, which the reader gives folded
-    Keep(line);
-    return;
-  }
-  Put(bytes, line.end);
-  LineEdit& edit = OpenEdit();
-  edit.removed.emplace_back(line.bytes);
-  edit.added.push_back(std::move(bytes));
-  ++baseLine_;
-}
+void LayoutText::Replace(const ConfLine& line, std::string_view bytes) { Put(bytes, line.end); }
 
-void LayoutText::Remove(const ConfLine& line) {
-  OpenEdit().removed.emplace_back(line.bytes);
-  ++baseLine_;
-}
-
-void LayoutText::Add(std::string bytes) {
-  Put(bytes, newEnd_);
-  OpenEdit().added.push_back(std::move(bytes));
-}
+void LayoutText::Add(std::string_view bytes) { Put(bytes, newEnd_); }
 
 void LayoutText::PartParagraphs() {
   if (!lastBlank_) Add({});
@@ -60,12 +38,6 @@ std::string LayoutText::TakeBytes() {
   // a mark before it, it is still a line.
   if (start_ == 0 && bytes_.starts_with(kUtf8Mark)) bytes_.insert(0, kUtf8Mark);
   return std::move(bytes_);
-}
-
-LineEdit& LayoutText::OpenEdit() {
-  if (!editOpen_) edits_.push_back({baseLine_, {}, {}});
-  editOpen_ = true;
-  return edits_.back();
 }
 
 void LayoutText::Put(std::string_view bytes, LineEnd end) {

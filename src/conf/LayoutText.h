@@ -10,8 +10,7 @@
 namespace quenmar {
 
 /// Puts the new text together, line by line from the base's first to its last: each base line is
-/// kept, replaced or removed, and new lines come between. Notes the edits on the way and takes care
-/// of the line ends.
+/// kept, replaced or left out, and new lines come between. Takes care of the line ends.
 class LayoutText {
  public:
   /// @param start what the text begins with: a byte order mark or nothing
@@ -19,27 +18,21 @@ class LayoutText {
   LayoutText(std::string_view start, const std::vector<ConfLine>& base);
 
   void Keep(const ConfLine& line);
-  void Replace(const ConfLine& line, std::string bytes);
-  void Remove(const ConfLine& line);
-  void Add(std::string bytes);
+  void Replace(const ConfLine& line, std::string_view bytes);
+  void Add(std::string_view bytes);
 
   /// Adds a blank line unless the last line is one or there is none.
   void PartParagraphs();
 
   /// @return the new text; this object is of no more use.
   [[nodiscard]] std::string TakeBytes();
-  [[nodiscard]] std::vector<LineEdit> TakeEdits() { return std::move(edits_); }
 
  private:
-  LineEdit& OpenEdit();
   void Put(std::string_view bytes, LineEnd end);
 
   size_t start_;
   LineEnd newEnd_;
   std::string bytes_;
-  std::vector<LineEdit> edits_;
-  size_t baseLine_ = 0;    // the next one
-  bool editOpen_ = false;  // the last edit goes on
   LineEnd lastEnd_ = LineEnd::kCrLf;
   bool lastBlank_ = true;  // the last line, if there is one
 };

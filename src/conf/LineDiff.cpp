@@ -79,7 +79,7 @@ class Difference {
   Difference(const ConfFile& before, const ConfFile& after)
       : before_(LinesOf(before)), after_(LinesOf(after)) {}
 
-  std::vector<DiffEdit> Edits() {
+  std::vector<LineEdit> Edits() {
     Compare({0, before_.size(), 0, after_.size()});
     return std::move(edits_);
   }
@@ -137,7 +137,7 @@ class Difference {
 
   Lines before_;
   Lines after_;
-  std::vector<DiffEdit> edits_;
+  std::vector<LineEdit> edits_;
 };
 
 /// Writes edits that share their context as one part of a unified diff.
@@ -147,13 +147,13 @@ class DiffWriter {
       : before_(before), after_(after), lines_(lines) {}
 
   /// @param first, last the edits of the part
-  void Add(const DiffEdit* first, const DiffEdit* last) {
+  void Add(const LineEdit* first, const LineEdit* last) {
     const size_t start = first->oldLine - std::min(kContext, first->oldLine);
     const size_t end = std::min(last->oldLine + last->removed.size() + kContext, lines_.size());
     const size_t newStart = first->newLine - (first->oldLine - start);
     size_t added = 0;
     size_t removed = 0;
-    for (const DiffEdit* edit = first; edit <= last; ++edit) {
+    for (const LineEdit* edit = first; edit <= last; ++edit) {
       added += edit->added.size();
       removed += edit->removed.size();
     }
@@ -161,7 +161,7 @@ class DiffWriter {
     text_ +=
         u"@@ -" + Place(start, size) + u" +" + Place(newStart, size - removed + added) + u" @@\r\n";
     size_t at = start;
-    for (const DiffEdit* edit = first; edit <= last; ++edit) {
+    for (const LineEdit* edit = first; edit <= last; ++edit) {
       AddContext(at, edit->oldLine);
       for (const std::string_view line : edit->removed) AddLine(u'-', before_.Text(line));
       for (const std::string_view line : edit->added) AddLine(u'+', after_.Text(line));
@@ -200,13 +200,13 @@ class DiffWriter {
 
 }  // namespace
 
-std::vector<DiffEdit> DiffLines(const ConfFile& before, const ConfFile& after) {
+std::vector<LineEdit> DiffLines(const ConfFile& before, const ConfFile& after) {
   return Difference(before, after).Edits();
 }
 
 String UnifiedDiff(const ConfFile& before, const ConfFile& after) {
   Difference difference(before, after);
-  const std::vector<DiffEdit> edits = difference.Edits();
+  const std::vector<LineEdit> edits = difference.Edits();
   DiffWriter writer(before, after, difference.Before());
   for (size_t first = 0; first < edits.size();) {
     size_t last = first;

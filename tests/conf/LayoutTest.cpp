@@ -8,6 +8,8 @@
 
 #include "LayoutTrial.h"
 
+#include "text/Charset.h"
+
 namespace quenmar {
 namespace {
 
@@ -49,7 +51,6 @@ void Expect(const LayoutCase& test) {
   const LaidOut laidOut =
       LayOut(base, ConfFile({}, test.other), WishesFrom(test.wishes), options, Language());
   EXPECT_EQ(laidOut.bytes, test.expected);
-  EXPECT_EQ(laidOut.edits.empty(), laidOut.bytes == test.base);
 }
 
 TEST(LayoutTest, ChangesValuesAndStatesWithinTheirLines) {
@@ -207,21 +208,14 @@ TEST(LayoutTest, TakesTheLineEndsAndCharacterSetOfTheBase) {
   EXPECT_NO_THROW(layOut("a=\xC3\xA9"));
 }
 
-TEST(LayoutTest, TellsEachPlaceThatChanges) {
-  const LaidOut laidOut =
-      LayOut(ConfFile({}, "a: 1\nb: 2\n\n// t\nc: 3\n\nd: 4"), ConfFile({}, "d: 1\n// e\ne: 5\n"),
-             WishesFrom("a=1 b=7 d=4 e=5"), Options(), Language());
-  EXPECT_EQ(laidOut.bytes, "a: 1\nb: 7\n\nd: 4\n\n// e\ne: 5\n");
-  ASSERT_EQ(laidOut.edits.size(), 3U);
-  const auto expect = [&](size_t edit, size_t line, std::vector<std::string> removed,
-                          std::vector<std::string> added) {
-    EXPECT_EQ(laidOut.edits[edit].line, line);
-    EXPECT_EQ(laidOut.edits[edit].removed, removed);
-    EXPECT_EQ(laidOut.edits[edit].added, added);
-  };
-  expect(0, 1, {"b: 2"}, {"b: 7"});
-  expect(1, 3, {"// t", "c: 3", ""}, {});
-  expect(2, 7, {}, {"", "// e", "e: 5"});
+TEST(LayoutTest, ChangesReadAsAUnifiedDiff) {
+  const ConfFile base({}, "0\na: 1\nb: 2\n\n// t\nc: 3\n1\n2\n3\n4\n5\n6\n7\nd: 4");
+  const ConfFile after({}, "0\na: 1\nb: 7\n\n1\n2\n3\n4\n5\n6\n7\nd: 4\n\n// e\n");
+  EXPECT_EQ(ToUtf8(UnifiedDiff(base, after)),
+            "@@ -1,9 +1,7 @@\r\n 0\r\n a: 1\r\n-b: 2\r\n+b: 7\r\n \r\n-// t\r\n-c: 3\r\n 1\r\n"
+            " 2\r\n 3\r\n@@ -12,3 +10,5 @@\r\n 6\r\n 7\r\n d: 4\r\n+\r\n+// e\r\n");
+  EXPECT_EQ(ToUtf8(UnifiedDiff({}, ConfFile({}, "a\r\n"))), "@@ -0,0 +1,1 @@\r\n+a\r\n");
+  EXPECT_EQ(UnifiedDiff(base, base), u"");
 }
 
 /// Makes files in which everything that the layouts tell apart is frequent.
