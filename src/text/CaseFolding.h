@@ -1,7 +1,7 @@
 /// Letter case, for the letters that Windows-1252 has in both cases.
 ///
-/// Characters whose other case lies outside the code page (sharp s, the micro sign, the florin
-/// sign) fold to themselves, so lower-casing and upper-casing compare alike.
+/// Characters whose other case is not in the code page (sharp s, the micro sign, the florin sign)
+/// fold to themselves, so lower-casing and upper-casing give the same comparisons.
 #pragma once
 
 #include "text/String.h"

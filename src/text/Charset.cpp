@@ -11,12 +11,11 @@ namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
 
-// A byte that is not part of well-formed UTF-8 is kept as this and its number: half of a pair that
-// has no other half, which well-formed UTF-8 never decodes to.
+// A byte that is not part of well-formed UTF-8 is kept as this plus its number: an unpaired
+// surrogate, which well-formed UTF-8 never decodes to.
 constexpr char16_t kEscapedByte = 0xDC00;
 
-// The code points of the bytes 0x80 to 0x9F; all other bytes stand for the code point of their
-// number.
+// The code points of the bytes 0x80 to 0x9F; every other byte is the code point of the same number.
 constexpr std::array<char16_t, 32> kHighControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -99,7 +98,7 @@ String DecodeUtf8Text(std::string_view bytes, bool escapes) {
   return text;
 }
 
-/// @param unpaired receives whether a surrogate without its other half was met that is no escape
+/// @param unpaired receives whether there was an unpaired surrogate that is not an escape
 std::string EncodeUtf8(StringView text, bool escapes, bool& unpaired) {
   std::string bytes;
   bytes.reserve(text.size());
@@ -130,7 +129,7 @@ String FromWindows1252(std::string_view bytes) {
 
 void FromWindows1252(std::string_view bytes, char16_t* text) {
   unsigned char all = 0;
-  for (size_t i = 0; i < bytes.size(); ++i) {  // without a branch, for ASCII is what most texts are
+  for (size_t i = 0; i < bytes.size(); ++i) {  // without a branch: most texts are ASCII
     const auto code = static_cast<unsigned char>(bytes[i]);
     all |= code;
     text[i] = code;

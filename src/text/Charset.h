@@ -1,8 +1,7 @@
 /// The one place where bytes become text and text becomes bytes.
 ///
-/// Configuration files hold Windows-1252. The five bytes that this code page leaves undefined
-/// (0x81, 0x8D, 0x8F, 0x90, 0x9D) stand for the code points of the same number, so every byte
-/// survives reading and writing. UTF-8 and UTF-16 serve the console, path names and registry files.
+/// The five bytes that Windows-1252 leaves undefined (0x81, 0x8D, 0x8F, 0x90, 0x9D) become the code
+/// points of the same number, so every byte survives reading and writing.
 #pragma once
 
 #include <optional>
@@ -41,11 +40,11 @@ void FromWindows1252(std::string_view bytes, char16_t* text);
 /// surrogate U+DC00 plus the byte (U+DC80 to U+DCFF), so that every byte survives.
 [[nodiscard]] String FromUtf8KeepingBytes(std::string_view bytes);
 
-/// @return whether `FromUtf8KeepingBytes` makes this character of a byte that is no UTF-8.
+/// @return whether `FromUtf8KeepingBytes` returns this character for a byte that is not UTF-8.
 [[nodiscard]] bool IsEscapedByte(char16_t character);
 
-/// @return the bytes that `FromUtf8KeepingBytes` reads as `text`; nothing when `text` holds any
-/// other unpaired surrogate.
+/// @return the bytes that `FromUtf8KeepingBytes` reads as `text`; nothing when `text` has any other
+/// unpaired surrogate.
 [[nodiscard]] std::optional<std::string> ToUtf8KeepingBytes(StringView text);
 
 /// @return the characters of little-endian UTF-16 bytes; an odd byte at the end is dropped.

@@ -1,4 +1,4 @@
-/// The one error shape of the core: a number, a source and a description.
+/// The error type of the core: a number, a source and a description.
 #pragma once
 
 #include <exception>
@@ -30,7 +30,7 @@ class RuntimeError : public std::exception {
   std::string what_;
 };
 
-/// @return the description of a `RuntimeError`, or what any other exception says of itself.
+/// @return the description of a `RuntimeError`, or `what()` of any other exception.
 [[nodiscard]] String DescriptionOf(const std::exception& error);
 
 }  // namespace quenmar

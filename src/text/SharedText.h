@@ -10,12 +10,11 @@
 
 namespace quenmar {
 
-/// A text that never changes, shared by its copies: one allocation holds its characters, its length
-/// and the number of copies, so that a copy costs no more than counting. The empty text needs no
-/// allocation. The count is not safe for use from two threads.
+/// A text that never changes, shared by its copies: one allocation has its characters, its length
+/// and the number of copies, so a copy only counts. The empty text needs no allocation. The count
+/// is not safe for use from two threads.
 ///
-/// It converts to and from `StringView` so that it goes wherever text goes; a view of it ends with
-/// the last copy.
+/// It converts to and from `StringView`; a view of it is valid as long as any copy exists.
 class SharedText {
  public:
   SharedText() = default;

@@ -24,7 +24,7 @@ inline constexpr StringView kLineEnd = u"\r\n";
 /// @param blanks the characters to pass over; spaces only unless a format knows others
 [[nodiscard]] StringView Trim(StringView text, StringView blanks = u" ");
 
-/// @return whether `text` holds `part` anywhere.
+/// @return whether `text` contains `part`.
 [[nodiscard]] bool Contains(StringView text, StringView part);
 
 /// @return the pieces of `text` between the separators, at least one; views into `text`.
