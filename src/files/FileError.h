@@ -12,7 +12,7 @@ class FileError : public RuntimeError {
 };
 
 /// A failure after which the file has neither its old nor its new content: writing failed half-way
-/// and the old bytes could not be put back. It tells what failed first.
+/// and the old bytes could not be put back. The description is that of the first failure.
 class FileDamaged : public FileError {
  public:
   using FileError::FileError;

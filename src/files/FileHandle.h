@@ -1,5 +1,5 @@
-/// An open file, as thin as the systems allow: what differs between them stands in
-/// FileHandlePosix.cpp and FileHandleWindows.cpp.
+/// An open file. What differs between the systems is in FileHandlePosix.cpp and
+/// FileHandleWindows.cpp.
 #pragma once
 
 #include <cstddef>
@@ -21,8 +21,8 @@ class FileHandle {
     kUpdate,         ///< an existing file, for reading and writing
     kTruncate,       ///< for writing; created when missing, emptied otherwise
     kCreateNew,      ///< for writing; fails when the name is taken
-    kCreatePrivate,  ///< as `kCreateNew`; readable by its owner only, on Windows by whom its folder
-                     ///< lets
+    kCreatePrivate,  ///< as `kCreateNew`; readable by its owner only, on Windows with its folder's
+                     ///< permissions
   };
 
   FileHandle(const std::filesystem::path& path, Mode mode);
@@ -33,8 +33,8 @@ class FileHandle {
   /// @return how many bytes were read into `buffer`, at most `size`; 0 at the end of the file.
   [[nodiscard]] size_t Read(char* buffer, size_t size);
 
-  /// Writes where the last reading or writing ended. After a failure `Position` tells how far it
-  /// came.
+  /// Writes where the last reading or writing ended. After a failure `Position` is where it
+  /// stopped.
   void Write(std::string_view bytes);
 
   [[nodiscard]] std::uint64_t Position() const;
@@ -44,11 +44,11 @@ class FileHandle {
   void Truncate(std::uint64_t size);
 
   /// Gives the file the owner, the permissions and the extended attributes of `model`, which
-  /// exists. Attributes that the system guards, such as security labels, are kept where it lets.
-  /// Does nothing on Windows: see `TakePlaceOf`.
+  /// exists. Attributes that the system protects, such as security labels, are kept where it allows
+  /// that. Does nothing on Windows: see `TakePlaceOf`.
   void TakeAttributesOf(const std::filesystem::path& model);
 
-  /// Brings the content to the disk; a full disk shows here at the latest.
+  /// Flushes the content to the disk; a full disk is noticed here at the latest.
   void Flush();
 
   void Close();
@@ -58,18 +58,18 @@ class FileHandle {
 };
 
 /// @return whether the disk is full or fails, or the file is larger than it may be: writing to
-/// another place there would meet the same again.
+/// another place there would fail, too.
 [[nodiscard]] bool IsDiskFailure(const FileError& error);
 
-/// Puts the file `from` in the place of what is at `to` (same folder) in one step, be it a file, a
-/// link or nothing.
+/// Replaces what is at `to` (a file, a link or nothing) by the file `from` of the same folder, in
+/// one step.
 void MoveOver(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// As `MoveOver`, for a file `to` that exists; on Windows its permissions and attributes stay.
 /// Throws `FileDamaged` when it is gone and `from` could not take its place.
 void TakePlaceOf(const std::filesystem::path& to, const std::filesystem::path& from);
 
-/// Throws `FileError` unless `MoveOver` may pass over what is at the path: a link, a regular file
+/// Throws `FileError` unless `MoveOver` may replace what is at the path: a link, a regular file
 /// that this user may write to, or nothing.
 void EnsureReplaceable(const std::filesystem::path& path);
 

@@ -46,8 +46,8 @@ int FlagsOf(FileHandle::Mode mode) {
 
 int Descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 
-/// Lets a file that is larger than it may be come back as an error, which can be told; the signal
-/// would end the program half-way.
+/// Makes a file that is too large an error, which can be reported; the signal would end the
+/// program.
 void IgnoreSizeSignal() {
   [[maybe_unused]] static const bool kDone = [] {
     struct sigaction action {};
@@ -63,7 +63,7 @@ void IgnoreSizeSignal() {
 /// Access control lists are among them.
 using ExtendedAttributes = std::map<std::string, std::string>;
 
-/// @return whether the system itself gives and guards the attribute.
+/// @return whether the system itself sets and protects the attribute.
 bool IsGuarded(const std::string& name) {
   return name.starts_with("security.") || name.starts_with("trusted.");
 }
@@ -101,7 +101,7 @@ void TakeExtendedAttributes(int descriptor, const char* model) {
       [descriptor](const char* name, char* value, size_t size) {
         return ::fgetxattr(descriptor, name, value, size);
       });
-  for (const auto& [name, value] : own) {  // such as a list that the folder hands down
+  for (const auto& [name, value] : own) {  // such as a list inherited from the folder
     if (wanted.contains(name) || IsGuarded(name)) continue;
     if (::fremovexattr(descriptor, name.c_str()) != 0) Fail(u"removexattr");
   }

@@ -22,7 +22,7 @@ std::intptr_t Open(const std::filesystem::path& path, FileHandle::Mode mode) {
   const bool reading = mode == FileHandle::Mode::kRead;
   DWORD access = reading ? GENERIC_READ : GENERIC_WRITE;
   if (mode == FileHandle::Mode::kUpdate) access |= GENERIC_READ;
-  // A reader bears company; while this program writes, others may only look.
+  // Readers share the file; while this program writes, others may only read.
   const DWORD sharing =
       reading ? FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE : FILE_SHARE_READ;
   DWORD creation = OPEN_EXISTING;

@@ -44,7 +44,7 @@ class NewFile {
   ~NewFile() {
     if (finished_) return;
     handle_.reset();          // Windows removes no open file
-    std::error_code ignored;  // a leftover is all that a failure here costs
+    std::error_code ignored;  // a failure only leaves the temporary file
     fs::remove(path_, ignored);
   }
 
@@ -79,8 +79,8 @@ class NewFile {
   bool finished_ = false;
 };
 
-/// @return whether `step` was done; false where the system refuses it, so that the caller takes
-/// another way. What another way would meet again, such as a full disk, passes through.
+/// @return whether `step` was done; false where the system refuses it, so that the caller tries
+/// another way. Throws what another way cannot avoid, such as a full disk.
 bool Try(const std::function<void()>& step) {
   try {
     step();
@@ -150,8 +150,8 @@ void OverwriteInPlace(const Path& path, std::string_view bytes,
   const std::string_view head = bytes.substr(0, old.size());
   bool overwriting = false;
   try {
-    // What comes behind the old end goes first, so that a full disk shows before an old byte is
-    // lost. An allocation would not do: some file systems notice only when they flush.
+    // What is beyond the old end is written first, so that a full disk is noticed before an old
+    // byte is lost. Allocating is not enough: some file systems notice only when they flush.
     if (bytes.size() > old.size()) {
       file.Write(bytes.substr(old.size()));
       file.Flush();
@@ -162,7 +162,7 @@ void OverwriteInPlace(const Path& path, std::string_view bytes,
     file.Write(head);
     file.Flush();
     if (bytes.size() < old.size()) {
-      file.Truncate(bytes.size());  // last: until here the old bytes' room is still ours
+      file.Truncate(bytes.size());  // last: until here the old bytes' room is still there
       file.Flush();
     }
   } catch (const FileError& first) {
@@ -209,7 +209,7 @@ Path BehindLinks(Path path) {
 }
 
 bool IsWithin(const Path& path, const Path& folder) {
-  std::error_code error;  // what cannot be looked at is taken as it is written
+  std::error_code error;  // a path that cannot be resolved is used as it is
   const Path target = fs::absolute(BehindLinks(path), error);
   Path part = fs::weakly_canonical(target, error);
   while (!IsSame(part, folder)) {
@@ -222,7 +222,7 @@ bool IsWithin(const Path& path, const Path& folder) {
 void ReplaceBytes(const Path& path, std::string_view bytes, const std::function<void()>& ready) {
   const FileKind kind = KindOf(path);
   if (kind != FileKind::kFile && kind != FileKind::kMissing) {
-    WriteInPlace(path, bytes);  // links to pipes and devices lead nowhere that has a name
+    WriteInPlace(path, bytes);  // the target of a link to a pipe or device has no path
     return;
   }
   const Path target = BehindLinks(path);
@@ -230,7 +230,7 @@ void ReplaceBytes(const Path& path, std::string_view bytes, const std::function<
     Create(target, bytes);
     return;
   }
-  // Renaming would pass over a write protection: ask the file itself first.
+  // Renaming would ignore a write protection: check the file itself first.
   { const FileHandle probe(target, FileHandle::Mode::kProbeForWrite); }
   bool told = false;
   const auto tellOnce = [&] {

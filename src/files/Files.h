@@ -14,7 +14,7 @@ namespace quenmar {
 
 using Path = std::filesystem::path;
 
-/// @return the path as text, for messages, lists and options. Names that are no valid text keep
+/// @return the path as text, for messages, lists and options. Names that are not valid text keep
 /// their bytes, see `FromUtf8KeepingBytes`.
 [[nodiscard]] String PathText(const Path& path);
 
@@ -30,8 +30,8 @@ using Path = std::filesystem::path;
 ///
 /// A regular file is written in place instead where the folder takes no new file, where the rename
 /// is refused, where owner or attributes could not be kept, and where it has several hard links.
-/// What comes behind its old end is written first, so that a full disk shows before an old byte is
-/// lost; after a failure the old bytes are put back. Anything that is no regular file, such as a
+/// What is beyond its old end is written first, so that a full disk is noticed before an old byte
+/// is lost; after a failure the old bytes are put back. Anything but a regular file, such as a
 /// pipe, is just written to.
 ///
 /// A process that is killed leaves the old or the new content; `NAME.<number>.tmp` may be left
@@ -39,9 +39,8 @@ using Path = std::filesystem::path;
 ///
 /// Throws `FileDamaged` when the old bytes could not be put back. After any other `FileError` the
 /// file is what it was.
-/// @param ready is called before the first byte of an existing regular file is given up, when the
-/// room for the new ones has been found: a save that comes to nothing does not come here, unless
-/// the last step fails
+/// @param ready is called just before the first byte of an existing regular file is lost, when the
+/// new ones are known to fit: a save that fails has not called it, unless the last step failed
 void ReplaceBytes(const Path& path, std::string_view bytes,
                   const std::function<void()>& ready = {});
 
@@ -55,20 +54,21 @@ void ReplaceBytes(const Path& path, std::string_view bytes,
 /// Makes `copy` a whole copy of `file`, by a temporary file in the folder of `copy` that is
 /// flushed and renamed over. A link at `copy`, also one to `file`, is replaced and not followed.
 /// The copy has the owner, permissions and extended attributes of `file`, or is for this user alone
-/// where those cannot be kept, so that it tells nobody more than `file` does; on Windows it has the
-/// permissions that its folder hands down.
+/// where those cannot be kept, so that nobody can read it who cannot read `file`; on Windows it has
+/// its folder's permissions.
 /// @param bytes what was read from `file` just before
 ///
 /// Throws `FileError` and leaves what is at `copy` when that is a write-protected file, a folder or
-/// another thing that is no file, or when the folder does not let it be replaced. A process that
+/// anything else but a file, or when the folder does not let it be replaced. A process that
 /// is killed may leave `NAME.<number>.tmp` behind.
 void CopyBeside(const Path& file, std::string_view bytes, const Path& copy);
 
-/// @return whether nothing stands at the path, not even a link; false when that cannot be told.
+/// @return whether there is nothing at the path, not even a link; false when that cannot be found
+/// out.
 [[nodiscard]] bool IsMissing(const Path& path);
 
 /// Empties the file (or creates it), writes `bytes` from the start and flushes them to the disk.
-/// After a failure the file holds what had been written by then.
+/// After a failure the file has what had been written by then.
 void WriteInPlace(const Path& path, std::string_view bytes);
 
 }  // namespace quenmar

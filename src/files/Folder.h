@@ -1,4 +1,4 @@
-/// What stands where: questions about paths that the systems answer each in their own way.
+/// What is at a path: questions that each system answers in its own way.
 #pragma once
 
 #include <cstdint>
@@ -12,11 +12,10 @@ enum class FileKind {
   kMissing,
   kFile,  ///< a regular file
   kFolder,
-  kOther,  ///< a device or the like, or what cannot be told
+  kOther,  ///< a device or the like, or unknown
 };
 
-/// @return what stands at the path, or where a link there leads (on Windows a link that leads
-/// nowhere counts as a file).
+/// @return what is at the path, links followed (on Windows a broken link is a file).
 [[nodiscard]] FileKind KindOf(const Path& path);
 
 struct FolderEntry {
@@ -31,22 +30,22 @@ struct FolderEntry {
 [[nodiscard]] std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
                                                        String& trouble);
 
-/// @return whether both paths lead to one file or folder; what cannot be looked at is not the same.
+/// @return whether both paths lead to one file or folder; false when that cannot be found out.
 [[nodiscard]] bool IsSame(const Path& one, const Path& other);
 
-/// @return whether the file has names that a new file in the place of this one would not have:
-/// several hard links, or on Windows a symbolic link that stands at the path.
+/// @return whether the file has names that its replacement would not have: several hard links, or
+/// on Windows a symbolic link at the path.
 [[nodiscard]] bool HasOtherNames(const Path& path);
 
-/// What tells one content of a file from another without reading it.
+/// Changes whenever the content of a file changes; costs no reading.
 struct FileStamp {
-  std::int64_t time = 0;  ///< of the last change, in the system's own count
+  std::int64_t time = 0;  ///< of the last change, in the system's own unit
   std::uint64_t size = 0;
 
   bool operator==(const FileStamp&) const = default;
 };
 
-/// @return the stamp of the file behind links; zeros where there is none or it cannot be told.
+/// @return the stamp of the file behind links; zeros where there is none or it is unknown.
 [[nodiscard]] FileStamp StampOf(const Path& path);
 
 }  // namespace quenmar

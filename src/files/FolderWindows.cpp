@@ -57,7 +57,7 @@ FileKind KindOf(const Path& path) {
 std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& trouble) {
   trouble.clear();
   std::vector<FolderEntry> entries;
-  // The system itself compares the names, by the rules of the disk that they stand on.
+  // The system itself compares the names, by the rules of their disk.
   const Path pattern = folder / PathFromText(u"*" + String(ending));
   WIN32_FIND_DATAW entry;
   const HANDLE search =

@@ -9,7 +9,7 @@ namespace quenmar {
 std::filesystem::path SystemPath(const std::filesystem::path& path) {
   constexpr size_t kSurelyShort = 240;  // folders may have 12 characters less than the 260 of files
   const std::wstring& text = path.native();
-  // The long form takes nothing but whole paths with backslashes.
+  // The long form allows only absolute paths with backslashes.
   const DWORD size = ::GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
   if (size <= kSurelyShort) return path;  // 0: the system refuses it whatever its form is
   std::wstring whole(size, L'\0');
