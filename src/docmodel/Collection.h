@@ -19,8 +19,8 @@ namespace quenmar {
 /// @tparam Reference a shared reference to an `Element`.
 /// @tparam Array what holds the references.
 ///
-/// A lookup that finds nothing returns a new, empty element that stands in no collection, never
-/// null: absence shows as an empty name, and writing to such an element changes nothing.
+/// A lookup that finds nothing returns a new, empty element that is in no collection, never null:
+/// an empty name means that nothing was found. Writing to such an element changes nothing.
 template <class Element, class Reference, class Array = std::vector<Reference>>
 class Collection {
  public:
@@ -46,7 +46,7 @@ class Collection {
   Collection(const Collection&) = delete;
   Collection& operator=(const Collection&) = delete;
 
-  /// @return how many elements the collection holds.
+  /// @return the number of elements.
   [[nodiscard]] int Count() const { return static_cast<int>(elements_.size()); }
 
   // Nothing may be added or removed while a loop goes over the elements.
@@ -60,8 +60,8 @@ class Collection {
 
   ~Collection() = default;
 
-  /// @return the position that `index` stands for, `kNone` beyond the last element or in an empty
-  /// collection. Throws `DocError` 9 for a negative index into a collection that holds something.
+  /// @return the position for `index`, `kNone` beyond the last element or in an empty
+  /// collection. Throws `DocError` 9 for a negative index into a collection that is not empty.
   [[nodiscard]] int PositionOf(double index) const {
     if (elements_.empty() || index > Count() - 1) return kNone;
     const double rounded = std::nearbyint(index);  // halves go to the even neighbour
@@ -107,7 +107,7 @@ class Collection {
     elements_ = std::move(sorted);
   }
 
-  Array elements_;  // NOLINT(*-non-private-*): the collections are its only heirs
+  Array elements_;  // NOLINT(*-non-private-*): only the collections derive from it
 };
 
 }  // namespace quenmar

@@ -42,7 +42,7 @@ class Document {
 
   [[nodiscard]] const String& Name() const { return name_; }
 
-  /// Throws `DocError` 32 or 33 and keeps the old name when `name` holds a blank, "<", ">" or a
+  /// Throws `DocError` 32 or 33 and keeps the old name when `name` contains a blank, "<", ">" or a
   /// double quote.
   void SetName(StringView name);
 
@@ -70,11 +70,11 @@ class Document {
   /// @return whether a complete pair was found.
   static bool GetNextParameter(String& attributes, String& name, String& value);
 
-  /// Writes the tree as XML text, lines ended by CR LF. An unnamed root is named "xml" by it, and a
-  /// root that holds anything gets the version "1.0" and the encoding "ISO-8859-1" where it has
-  /// none; all of this stays in the tree. Unnamed nodes below the root are left out. Only field
-  /// values are escaped.
-  /// @return the text; empty for a root named "xml" that holds nothing.
+  /// Writes the tree as XML text, lines ended by CR LF. It names an unnamed root "xml", and a root
+  /// that is not empty gets the version "1.0" and the encoding "ISO-8859-1" where it has none; all
+  /// of this stays in the tree. Unnamed nodes below the root are left out. Only field values are
+  /// escaped.
+  /// @return the text; empty for an empty root named "xml".
   [[nodiscard]] String XMLExport();
 
   /// The same, handed to `sink` piece by piece, so that a large tree does not need its text in

@@ -11,7 +11,7 @@ class Documents : public Collection<Document, std::shared_ptr<Document>> {
  public:
   /// @param nameOrIndex an index, or a name that is compared without regard to case
   /// @param occurrence with a name: how many matching children to pass over
-  /// @return the child; see `Collection` for what stands for none.
+  /// @return the child; see `Collection` for none.
   [[nodiscard]] Pointer Child(const NameOrIndex& nameOrIndex, int occurrence = 0) const;
 
   /// Appends a new child. When the name is rejected (`DocError`), an unnamed child stays in place.
@@ -20,7 +20,7 @@ class Documents : public Collection<Document, std::shared_ptr<Document>> {
 
   /// Inserts a new child at `index`; a negative index appends. When the name is rejected
   /// (`DocError`), an unnamed child stays in place; an index beyond the end raises `DocError` 9.
-  /// @param index receives the index at which the new child stands
+  /// @param index receives the index of the new child
   /// @return the same index.
   int AddChild(StringView name, int& index);
 
@@ -29,8 +29,8 @@ class Documents : public Collection<Document, std::shared_ptr<Document>> {
   /// @return whether a child was removed.
   bool RemoveChild(const NameOrIndex& nameOrIndex, StringView sParameters = {});
 
-  /// Puts `child` (not null) in the place of the child at the index, or of the first child of that
-  /// name, compared without regard to case.
+  /// Replaces the child at the index, or the first child of that name (compared without regard to
+  /// case), by `child` (not null).
   /// @return whether a child was replaced.
   bool SetChild(const NameOrIndex& nameOrIndex, const Pointer& child);
 

@@ -4,7 +4,7 @@
 
 namespace quenmar {
 
-/// Where failures go that no message box shows.
+/// Receives failures that no message box shows.
 class EventLog {
  public:
   EventLog() = default;
@@ -12,7 +12,7 @@ class EventLog {
   EventLog& operator=(const EventLog&) = delete;
   virtual ~EventLog() = default;
 
-  /// Writes an informational entry; never fails towards the caller.
+  /// Writes an informational entry; a failure is ignored.
   virtual void Informational(StringView text) = 0;
 };
 

@@ -37,7 +37,7 @@ std::vector<std::uint32_t> ExchangeSortOrder(const std::vector<StringView>& name
     items[order[i]] = {rank, order[i]};
   }
   // Names that all differ have one sorted order only; equal ones need the exchanges themselves,
-  // done here on ranks, which compare as the names do.
+  // which are done on ranks.
   if (rank + 1 >= names.size()) return order;
   ExchangeSort(items);
   std::transform(items.begin(), items.end(), order.begin(),

@@ -8,10 +8,10 @@
 namespace quenmar {
 
 /// The order of an exchange sort: for each position i and each later position j, the two are
-/// exchanged when they stand in the wrong order; equal names are never exchanged, yet they can
+/// exchanged when they are in the wrong order; equal names are never exchanged, yet they can
 /// change places when others move across them, and that order is kept to the letter.
 /// Names compare by their 16-bit characters.
-/// @return for each position of the sorted order, the position in `names` of what stands there.
+/// @return for each position of the sorted order, the position in `names` of what is there.
 [[nodiscard]] std::vector<std::uint32_t> ExchangeSortOrder(const std::vector<StringView>& names,
                                                            bool ascendent);
 

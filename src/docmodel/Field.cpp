@@ -16,7 +16,7 @@ void Field::SetName(SharedText name) {
 
 void Field::SetValue(SharedText value) {
   value_ = std::move(value);
-  if (!Contains(value_, u"&")) return;  // only entity forms read back otherwise
+  if (!Contains(value_, u"&")) return;  // only entity forms change
   String folded(value_);
   XmlUnescape(XmlEscape(folded));
   if (value_ != folded) value_ = folded;

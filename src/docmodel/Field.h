@@ -18,15 +18,15 @@ class Field : public Counted {
 
   [[nodiscard]] const SharedText& Name() const { return name_; }
 
-  /// Throws `DocError` 32 or 33 and keeps the old name when `name` holds a blank, "<", ">" or a
+  /// Throws `DocError` 32 or 33 and keeps the old name when `name` contains a blank, "<", ">" or a
   /// double quote.
   void SetName(SharedText name);
 
-  /// @return the value as it was written, except that entity forms it held then (such as "&lt;")
-  /// come back as the characters they stand for.
+  /// @return the value as it was written, except that entity forms in it (such as "&lt;") are
+  /// replaced by their characters.
   [[nodiscard]] const SharedText& Value() const { return value_; }
 
-  /// Holds the value as if it were stored by `XmlEscape` and read by `XmlUnescape`.
+  /// Stores the value as `XmlEscape` and then `XmlUnescape` return it.
   void SetValue(SharedText value);
 
   [[nodiscard]] quenmar::Parameters& Parameters() { return parameters_; }
@@ -38,7 +38,7 @@ class Field : public Counted {
   SharedText name_;
   SharedText value_;
   quenmar::Parameters parameters_;
-  Fields* owner_ = nullptr;  // told of a new name; null when the field stands in no collection
+  Fields* owner_ = nullptr;  // is notified of a new name; null when the field is in no collection
   bool isFirst_ = false;     // known to be the first one of its name in there
 };
 

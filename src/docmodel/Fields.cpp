@@ -14,7 +14,7 @@ namespace {
 
 using Hash = std::uint16_t;
 
-/// Multiplies and mixes four characters at a time, as every lookup begins with it.
+/// Takes four characters at a time: every lookup begins with it.
 Hash HashOf(StringView name) {
   constexpr std::uint64_t kOddConstant = 0x9E3779B97F4A7C15U;  // 2^64 divided by the golden ratio
   constexpr size_t kAtATime = sizeof(std::uint64_t) / sizeof(char16_t);
@@ -36,8 +36,8 @@ Hash HashOf(StringView name) {
 using Lanes [[gnu::vector_size(16)]] = Hash;
 constexpr size_t kLanes = sizeof(Lanes) / sizeof(Hash);
 
-/// @return where from `start` on the first block of `kBlock` hashes begins that holds `wanted` or
-/// is not whole. The hashes of a block are compared without a branch in between.
+/// @return where from `start` on the first block of `kBlock` hashes begins that contains `wanted`
+/// or is not complete. The hashes of a block are compared without a branch in between.
 template <size_t kBlock>
 size_t SkipBlocks(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
   const Lanes pattern = Lanes{} + wanted;
@@ -56,7 +56,7 @@ size_t SkipBlocks(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
   return i;
 }
 
-/// @return the first position from `start` on that holds `wanted`, or the size of `hashes`.
+/// @return the first position from `start` on that is `wanted`, or the size of `hashes`.
 size_t FindHash(const std::vector<Hash>& hashes, Hash wanted, size_t start) {
   size_t i = SkipBlocks<256>(hashes, wanted, start);
   i = SkipBlocks<32>(hashes, wanted, i);

@@ -9,7 +9,7 @@
 namespace quenmar {
 
 /// The named values of a `Document`, in order. A lookup by name is a linear scan; to make its step
-/// cheap, a 16-bit hash of each name stands in an array of its own, where one instruction compares
+/// cheap, a 16-bit hash of each name is in an array of its own, where one instruction compares
 /// eight of them. Two trees are mostly in the same order, so a lookup first tries the field behind
 /// the one found last, provided that no field before it has the same name.
 class Fields : public Collection<Field, Ref<Field>> {
@@ -25,9 +25,9 @@ class Fields : public Collection<Field, Ref<Field>> {
   /// @return the index of the first field of exactly that name, -1 when there is none.
   [[nodiscard]] int IndexOf(StringView name) const;
 
-  /// Appends; a name that stands already is accepted (the conf reader relies on it for repeated
-  /// names). When the name is rejected (`DocError`), an unnamed field stays at the end.
-  /// A `SharedText`, such as the name of a field in another tree, is shared and not copied.
+  /// Appends; a name that is there already is accepted (the conf reader needs it for repeated
+  /// names). When the name is rejected (`DocError`), an unnamed field stays at the end. A
+  /// `SharedText`, such as the name of a field in another tree, is shared and not copied.
   /// @return the index of the new field.
   int AddField(SharedText name, SharedText value);
 

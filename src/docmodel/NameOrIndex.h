@@ -7,7 +7,7 @@
 namespace quenmar {
 
 /// The argument that picks an element of a collection: strings are names, whole numbers and
-/// `double` are indexes counted from 0. It views the name, so it lives no longer than a call.
+/// `double` are indexes counted from 0. It only views the name, so it must not outlive the call.
 class NameOrIndex {
  public:
   // Conversions are implicit so that callers write Child(u"map") and Child(0) alike.
@@ -19,8 +19,8 @@ class NameOrIndex {
   NameOrIndex(std::int32_t index) : index_(index) {}                    // NOLINT(*-explicit-*)
   NameOrIndex(double index) : index_(index) {}                          // NOLINT(*-explicit-*)
 
-  // Single-precision numbers, bytes and characters are no indexes; as callers never mean them as
-  // names either, the compiler refuses them.
+  // Single-precision numbers, bytes and characters are neither indexes nor names: the compiler
+  // rejects them.
   NameOrIndex(float) = delete;
   NameOrIndex(bool) = delete;
   NameOrIndex(char) = delete;

@@ -4,7 +4,7 @@
 
 namespace quenmar {
 
-/// What a class of the tree says when it rejects a name.
+/// The descriptions with which a class of the tree rejects a name.
 struct NameRules {
   StringView source;
   StringView blank;    ///< description when the name contains a blank

@@ -12,7 +12,7 @@ class Parameter : public Counted {
  public:
   [[nodiscard]] const SharedText& Name() const { return name_; }
 
-  /// Throws `DocError` 32 or 33 and keeps the old name when `name` holds a blank, "<", ">" or a
+  /// Throws `DocError` 32 or 33 and keeps the old name when `name` contains a blank, "<", ">" or a
   /// double quote.
   void SetName(SharedText name);
 

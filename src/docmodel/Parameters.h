@@ -13,7 +13,7 @@ class Parameters : public Collection<Parameter, Ref<Parameter>, ShortList<Ref<Pa
   /// @return the first parameter of that name, or the one at that index; see `Collection`.
   [[nodiscard]] Pointer Parameter(const NameOrIndex& nameOrIndex) const;
 
-  /// Appends; a name that stands already is accepted. When the name is rejected (`DocError`), an
+  /// Appends; a name that is there already is accepted. When the name is rejected (`DocError`), an
   /// unnamed parameter stays at the end.
   /// A `SharedText` is shared and not copied.
   /// @return the index of the new parameter.

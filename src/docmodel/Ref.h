@@ -22,8 +22,8 @@ class Counted {
   std::uint32_t references_ = 0;
 };
 
-/// A shared reference to an object on the heap, which goes with its last one. Its count lies in the
-/// object, which makes trees of many small objects small; it is not safe for use from two threads.
+/// A shared reference to an object on the heap; the last one deletes it. The count is in the
+/// object, which keeps trees of many small objects small. Not safe for use from two threads.
 template <class T>
 class Ref {
  public:

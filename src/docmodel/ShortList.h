@@ -8,9 +8,9 @@
 
 namespace quenmar {
 
-/// A growing array that holds its first elements in itself: an object with few of them needs no
-/// further allocation.
-/// @tparam T what the array holds; moving it does not throw.
+/// A growing array with room for its first elements in itself, so that few of them need no further
+/// allocation.
+/// @tparam T the element type; moving it does not throw.
 /// @tparam kInside how many elements fit into the list itself
 template <class T, std::uint32_t kInside>
 class ShortList {

@@ -26,7 +26,7 @@ void Write(const TextSink& sink, std::initializer_list<StringView> pieces) {
   for (const StringView piece : pieces) sink(piece);
 }
 
-/// Attribute values are written as they stand, without any escaping.
+/// Attribute values are written without any escaping.
 void WriteParameters(const TextSink& sink, const Parameters& parameters) {
   for (const Parameter& parameter : parameters) {
     Write(sink, {u" ", parameter.Name(), u"=\"", parameter.Value(), u"\""});

@@ -10,7 +10,8 @@ namespace quenmar {
 String& XmlEscape(String& text);
 
 /// Replaces "&amp;", "&lt;" and "&gt;" by "&", "<" and ">", in this order and in the caller's text.
-/// "&amp;" is undone first on purpose: field values that held an entity form fold because of it.
+/// "&amp;" is undone first on purpose: field values that contain an entity form change because of
+/// it.
 /// @return `text`.
 String& XmlUnescape(String& text);
 

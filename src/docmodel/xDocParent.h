@@ -6,8 +6,7 @@ namespace quenmar {
 
 class Document;
 
-/// A holder for a parent link that never holds one: the tree is navigated downward only, and
-/// nothing relies on a value here.
+/// A parent link that is always null: the tree is navigated downward only.
 class xDocParent {  // NOLINT(readability-identifier-naming): its established name
  public:
   /// @return no object, whatever was assigned.
