@@ -12,14 +12,14 @@ namespace quenmar {
 class FileRegistry final : public Registry {
  public:
   /// Reads the file. A missing or an empty one is a registry without values. One that cannot be
-  /// read or is no registry file gives `Trouble`, and is never overwritten.
+  /// read or is not a registry file gives `Trouble`, and is never overwritten.
   /// @param path the file; an empty path is a registry that keeps nothing
   explicit FileRegistry(Path path);
 
   [[nodiscard]] String RegReadString(RegistryRoot root, StringView subkey, StringView name,
                                      StringView defaultText = {}) const override;
 
-  /// Reads the file again, so that what others have changed meanwhile stays, and replaces it;
+  /// Reads the file again, so that other programs' changes stay, and replaces it;
   /// missing folders are created. Returns false also for text with a CR, LF or NUL.
   bool RegWriteString(RegistryRoot root, StringView subkey, StringView name,
                       StringView value) override;
@@ -30,7 +30,7 @@ class FileRegistry final : public Registry {
   void Load();
 
   Path path_;
-  std::optional<RegistryFile> file_;  ///< nothing while the file is in trouble
+  std::optional<RegistryFile> file_;  ///< none while the file cannot be used
   String trouble_;
 };
 

@@ -11,7 +11,7 @@ namespace quenmar {
 enum class Layout {
   kSettings,      ///< settings and series entries only, in the program's own form
   kServer,        ///< the server's file with only the wanted changes made in it
-  kDistribution,  ///< the distribution's file with the server's values and states laid into it
+  kDistribution,  ///< the distribution's file with the server's values and states in it
 };
 
 /// @return the layout of that name ("settings", "server", "distribution"); nothing for another.
@@ -20,7 +20,7 @@ enum class Layout {
 /// @return the name under which the layout is stored.
 [[nodiscard]] StringView NameOf(Layout layout);
 
-/// What the user has chosen for all files. A new `Options` holds the defaults.
+/// What the user has chosen for all files. A new `Options` has the defaults.
 struct Options {
   String svnPath;     ///< the distribution's conf folder
   String serverPath;  ///< the running server's conf folder
@@ -40,7 +40,7 @@ struct Options {
 
 /// Reads the options at the start of the windows. Of the values that are missing or empty, Series,
 /// SaveCommentedSeries and AlwaysIgnoreDupParam are stored with their defaults, so that the user
-/// finds them there to change; a failure to do so is silent.
+/// can change them there; a failure is ignored.
 [[nodiscard]] Options LoadOptions(Registry& registry);
 
 /// Each stores one option at once when the user has changed it.

@@ -1,5 +1,5 @@
-/// The store of the few things that outlive one run: string values under keys, as the Windows
-/// registry has them. Keys and names are found without regard to letter case.
+/// What is stored between two runs: string values under keys, as in the Windows registry. Keys and
+/// names are found without regard to letter case.
 #pragma once
 
 #include "text/String.h"
@@ -15,7 +15,7 @@ class Registry {
   Registry& operator=(const Registry&) = delete;
   virtual ~Registry() = default;
 
-  /// @param subkey the key's path below `root`, its steps parted by backslashes
+  /// @param subkey the key's path below `root`, its steps separated by backslashes
   /// @param name the value's name; the empty name is the key's default value
   /// @return the string value, which may be empty; `defaultText` when the key or the value is
   /// missing, is no string, or cannot be read.
@@ -24,8 +24,8 @@ class Registry {
 
   /// Sets the string value, creating the key and its parents when they are missing and replacing a
   /// value of another type.
-  /// @return whether the value was stored. Callers may ignore it: a store without the right to
-  /// write stays silent and the work goes on.
+  /// @return whether the value was stored. Callers may ignore it: without the right to write the
+  /// program works all the same.
   virtual bool RegWriteString(RegistryRoot root, StringView subkey, StringView name,
                               StringView value) = 0;
 

@@ -26,7 +26,7 @@ String Quoted(StringView text) {
 }
 
 /// Takes a quoted text off the front of `rest`. Only a quote and a backslash can be escaped: any
-/// other backslash stands for itself, which forgives a path typed by hand.
+/// other backslash is an ordinary character, as in a path typed by hand.
 /// @return nothing when `rest` does not start with a quoted text or its end is missing.
 std::optional<String> TakeQuoted(StringView& rest) {
   if (!rest.starts_with(u'"')) return std::nullopt;
@@ -73,8 +73,8 @@ std::optional<String> ParseText(StringView data) {
 }
 
 /// @return the offset behind the line that starts at `start` and, for hexadecimal data, behind the
-/// lines that continue it. What does not look like such data is never taken for a continuation, so
-/// that a stray backslash hides no value.
+/// lines that continue it. What does not look like such data is not a continuation, so that a stray
+/// backslash hides no value.
 size_t EndOfEntry(StringView text, size_t start) {
   size_t end = EndOfLine(text, start);
   StringView line = Trim(text.substr(start, end - start), kBlanks);
@@ -91,7 +91,7 @@ size_t EndOfEntry(StringView text, size_t start) {
   return end;
 }
 
-/// @return what stands between the brackets of a key's line; empty when it is not closed.
+/// @return what is between the brackets of a key's line; empty when it is not closed.
 StringView KeyOf(StringView line) {
   const size_t end = line.rfind(u']');
   return end == StringView::npos ? StringView{} : line.substr(1, end - 1);
@@ -127,7 +127,7 @@ std::optional<RegistryFile> RegistryFile::Parse(std::string_view bytes) {
 
 std::string RegistryFile::Bytes() const {
   if (encoding_ == Encoding::kUtf16) return std::string(kByteOrderMark) + ToUtf16Le(text_);
-  return ToWindows1252(text_).value();  // `Set` sees to it that the text fits
+  return ToWindows1252(text_).value();  // `Set` makes sure that the text fits
 }
 
 std::optional<String> RegistryFile::Find(StringView key, StringView name) const {

@@ -20,7 +20,7 @@ class RegistryFile {
   RegistryFile();
 
   /// @return the file with that content, a new one when there are no bytes; nothing when the bytes
-  /// are no registry file.
+  /// are not a registry file.
   [[nodiscard]] static std::optional<RegistryFile> Parse(std::string_view bytes);
 
   /// @return the content for the disk.
@@ -32,17 +32,17 @@ class RegistryFile {
   /// @return the string value; nothing when it is missing, deleted, malformed or of another type.
   [[nodiscard]] std::optional<String> Find(StringView key, StringView name) const;
 
-  /// Puts the string value in the place of the one that counts, else at the end of its key, else
-  /// into a new key at the end of the file. A file in the 8-bit form turns into the UTF-16 form
-  /// when Windows-1252 lacks a character.
-  /// @return false, with nothing changed, when an argument holds a CR, LF or NUL, which no line of
-  /// such a file can express.
+  /// Replaces the value that counts; else appends the new one to its key, else to a new key at the
+  /// end of the file. A file in the 8-bit form turns into the UTF-16 form when Windows-1252 lacks a
+  /// character.
+  /// @return false, with nothing changed, when an argument contains a CR, LF or NUL, which such a
+  /// file cannot express.
   [[nodiscard]] bool Set(StringView key, StringView name, StringView value);
 
  private:
   enum class Encoding { kWindows1252, kUtf16 };
 
-  /// A value's lines, as offsets into the text, and what stands behind its equals sign.
+  /// A value's lines, as offsets into the text, and what follows its equals sign.
   struct Place {
     size_t start;
     size_t end;

@@ -9,7 +9,7 @@ namespace quenmar {
 
 namespace {
 
-/// A key that is closed again, whatever happens; `Handle` is null when it could not be opened.
+/// A key that is closed by the destructor; `Handle` is null when it could not be opened.
 class Key {
  public:
   using Opener = LSTATUS(WINAPI*)(HKEY, LPCSTR, PHKEY);
@@ -39,8 +39,8 @@ String FromAnsi(const std::string& bytes) {
   return {text.begin(), text.end()};
 }
 
-/// @return the bytes, or nothing when the code page lacks a character. The way back is the test,
-/// since it catches look-alikes and works for UTF-8 too, which knows no "default used" flag.
+/// @return the bytes, or nothing when the code page lacks a character. Converting back is the test:
+/// it notices look-alikes, and works for UTF-8, too, which has no "default used" flag.
 std::optional<std::string> ToAnsi(StringView text) {
   const std::wstring wide(text.begin(), text.end());
   const auto size = static_cast<int>(wide.size());
@@ -52,7 +52,7 @@ std::optional<std::string> ToAnsi(StringView text) {
   return bytes;
 }
 
-/// @return the bytes of a key or a name, which reach the system as a text that ends at a NUL.
+/// @return the bytes of a key or a name, ended by a NUL for the system.
 std::optional<std::string> ToAnsiName(StringView name) {
   return name.find(u'\0') == StringView::npos ? ToAnsi(name) : std::nullopt;
 }

@@ -4,7 +4,7 @@
 
 namespace quenmar {
 
-/// The registry of Windows, through its 8-bit functions: text passes in the system's code page.
+/// The registry of Windows, through its 8-bit functions: text is in the system's code page.
 class WinRegistry final : public Registry {
  public:
   /// The text of a value ends at its first NUL.
