@@ -6,8 +6,8 @@
 
 namespace quenmar {
 
-/// The trees of one configuration file in its two versions, in the order in which every operation
-/// that takes them takes them. They are shared: what one operation changes, the next one sees.
+/// The trees of one configuration file in its two versions, in the order that every operation uses.
+/// They are shared: one operation sees what another has changed.
 struct ConfDocuments {
   std::shared_ptr<Document> distribution;        ///< the distribution's settings
   std::shared_ptr<Document> server;              ///< the server's settings

@@ -11,14 +11,14 @@
 
 namespace quenmar {
 
-/// Something in a file that is worth telling, though it may not keep the file from being read.
+/// Something in a file that is reported, whether or not the file can be read.
 struct Finding {
   enum class Kind {
     kBareLineFeed,  ///< from this line on lines end in a lone LF
     kDuplicate,     ///< an active line of a setting that has had one before; `text` is its name
-    kRejectedName,  ///< the tree takes no such name: reading stopped; `text` is the line
+    kRejectedName,  ///< the tree rejects such a name: reading stopped; `text` is the line
     kUtf8,          ///< the file is UTF-8 text; the line is the first one that shows it
-    kNoText,        ///< the line has bytes that are no UTF-8 in a file that is marked as UTF-8
+    kNoText,        ///< the line has bytes that are not UTF-8 in a file that is marked as UTF-8
     kUnreadable,    ///< the file as a whole could not be read; `text` says why
   };
 
@@ -27,8 +27,8 @@ struct Finding {
   String text;
 };
 
-/// One configuration file without loss: its bytes, and its lines as parts of them. It is made
-/// without questions and never fails on its content.
+/// One configuration file without loss: its bytes, and its lines as parts of them. Its content
+/// never makes it fail.
 class ConfFile {
  public:
   /// An empty file without a path.
@@ -36,7 +36,7 @@ class ConfFile {
 
   ConfFile(Path path, std::string bytes);
 
-  /// @param charset in which the bytes were written, whatever they would be taken for when read
+  /// @param charset in which the bytes were written, whichever they would be read as
   ConfFile(Path path, std::string bytes, ConfCharset charset);
 
   /// Throws `FileError` when the file cannot be read.
@@ -47,7 +47,7 @@ class ConfFile {
   /// @return the bytes as they were read, a byte order mark included.
   [[nodiscard]] const std::string& Bytes() const { return bytes_; }
 
-  /// @return the bytes, which this object loses.
+  /// @return the bytes, moved out of this object.
   [[nodiscard]] std::string TakeBytes() && { return std::move(bytes_); }
 
   /// @return the bytes behind the byte order mark.
@@ -65,7 +65,7 @@ class ConfFile {
   /// The same as a text that a tree keeps.
   [[nodiscard]] SharedText Shared(std::string_view part) const;
 
-  /// Hands every line to `take`, taken apart; a lone LF is a line end.
+  /// Parses every line and calls `take` with it; a lone LF is a line end.
   /// @param series the option that names the repeatable settings
   /// @param take is called with a `const ConfLine&` whose views are parts of this object
   template <class Take>
@@ -81,13 +81,13 @@ class ConfFile {
     }
   }
 
-  /// @return every line as `ForEachLine` hands it out.
+  /// @return every line that `ForEachLine` gives.
   [[nodiscard]] std::vector<ConfLine> Lines(StringView series) const;
 
   [[nodiscard]] bool HasBareLineFeed() const;
 
-  /// @return what is worth telling about the bytes, in the order of the lines: bare line feeds,
-  /// UTF-8, and bytes that are no text. What needs a reading is told by the reader.
+  /// @return the findings about the bytes, in the order of the lines: bare line feeds, UTF-8, and
+  /// bytes that are not text. The reader adds the others.
   [[nodiscard]] std::vector<Finding> Findings() const;
 
  private:

@@ -19,7 +19,7 @@ std::vector<Path> ListConfFiles(const Path& folder, String& trouble) {
 }
 
 std::vector<Path> ListConfFiles(const Path& folder) {
-  String unreadable;  // what cannot be read has nothing to offer
+  String unreadable;  // a folder that cannot be read has none
   return ListConfFiles(folder, unreadable);
 }
 

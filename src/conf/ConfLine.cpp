@@ -109,7 +109,7 @@ bool ConfGrammar::Repeats(std::string_view name) const {
 
 String ReadBackValue(StringView value) {
   String written(value);
-  XmlUnescape(XmlEscape(written));  // as a Field holds it; folding it again on reading adds nothing
+  XmlUnescape(XmlEscape(written));  // as a Field has it; reading folds it no further
   return String(CutBefore(CutBefore(Trim(written), u"//"), u"\t"));
 }
 

@@ -1,4 +1,4 @@
-/// The grammar of one line of a configuration file. It is told by characters below 128, which are
+/// The grammar of one line of a configuration file. It depends on characters below 128, which are
 /// the same bytes in every character set that a file may have, so lines are taken apart as bytes.
 #pragma once
 
@@ -64,9 +64,8 @@ class ConfGrammar {
 /// @return the line without its leading and trailing blanks (U+0020).
 [[nodiscard]] std::string_view TrimBytes(std::string_view line);
 
-/// What a value that somebody gives to a setting will be when the saved file is read again. It
-/// differs from `Trim(value)` where a part would be taken for a remark or an entity form would
-/// fold.
+/// What a value will be when the saved file is read again. It differs from `Trim(value)` where a
+/// part is read as a remark or an entity form folds.
 /// @param value one line of text
 /// @return the value without blanks around it, its entity forms folded as in a `Field`, cut before
 /// a "//" and before a tab.
@@ -77,10 +76,10 @@ class ConfGrammar {
 [[nodiscard]] bool IsRemarkName(StringView name);
 
 /// @return whether the setting `name` may occur in a file many times: its small form in braces
-/// is part of `series` (such as "{map}{npc}"), which is therefore held in small letters.
+/// is part of `series` (such as "{map}{npc}"), which is therefore in small letters.
 [[nodiscard]] bool IsRepeatable(StringView name, StringView series);
 
-/// Hands out the lines of a file one by one. CR and CR LF end a line; a last line without an end is
+/// Returns the lines of a file one by one. CR and CR LF end a line; a last line without an end is
 /// a line. A lone LF stays inside the line, or ends it as well.
 class ConfLines {
  public:
@@ -95,7 +94,7 @@ class ConfLines {
   /// @return whether there was a further line.
   [[nodiscard]] bool Next(std::string_view& line);
 
-  /// @return the number of the line that was handed out last; the first one is 1.
+  /// @return the number of the last line returned; the first one is 1.
   [[nodiscard]] int Number() const { return number_; }
 
   /// @return how that line ended.

@@ -16,8 +16,8 @@ namespace {
 
 using BareLineFeeds = ConfReader::BareLineFeeds;
 
-/// The comment lines since the last blank line or setting. Their text is made when a setting takes
-/// it, so that a file of comments costs no second copy of itself.
+/// The comment lines since the last blank line or setting. Their text is made only when a setting
+/// needs it, so that a file of comments is not copied.
 class CommentBlock {
  public:
   [[nodiscard]] bool Empty() const { return before_.empty() && lines_.empty(); }
@@ -35,7 +35,7 @@ class CommentBlock {
     if (!line.empty() || !Empty()) lines_.push_back(line);
   }
 
-  /// @return the block as the trees hold it.
+  /// @return the block as it is in a tree.
   [[nodiscard]] SharedText Text(const ConfFile& file) const {
     if (lines_.empty()) return before_;
     size_t size = 0;
@@ -50,7 +50,7 @@ class CommentBlock {
     return SharedText(before_.empty() ? text : String(before_) + text);
   }
 
-  /// Appends a line as the trees hold comments: without tabs and "//".
+  /// Appends a line as it is in a tree: without tabs and "//".
   static void AppendForComments(std::string_view line, std::string& bytes) {
     for (size_t i = 0; i < line.size(); ++i) {
       const bool slashes = line[i] == '/' && i + 1 < line.size() && line[i + 1] == '/';
@@ -150,7 +150,7 @@ class Reading {
 
   bool RepairFile() {
     if (!WantsRepair()) return false;
-    comment_.Begin(comment_.Text(*file_));  // which goes on, but not the bytes that it is from
+    comment_.Begin(comment_.Text(*file_));  // the block goes on, its bytes do not
     if (context_.bareLineFeeds == BareLineFeeds::kRepairInMemory) {
       repaired_ = ToWindows1252(RepairLineEnds(FromWindows1252(file_->Body()))).value();
       Restart(repaired_);
@@ -203,8 +203,8 @@ class Reading {
     if (context_.comments == ConfReader::Comments::kKept) comment_.Append(line);
   }
 
-  /// A line whose value was cut before a remark or a tab becomes part of the comment, one that was
-  /// cut twice twice.
+  /// A line whose value was cut before a remark or a tab becomes part of the comment; twice when it
+  /// was cut twice.
   void AddCutLines() {
     if (line_.hasRemark) AddToComment(line_.text);
     if (line_.hasTab) AddToComment(line_.text);
@@ -298,7 +298,7 @@ class Reading {
   Document& series_;
   ConfNotes& notes_;
   const ConfFile* file_ = nullptr;
-  std::string repaired_;  // what is read in the place of the file's bytes
+  std::string repaired_;  // is read instead of the file's bytes
   std::optional<ConfGrammar> grammar_;
   ConfLines lines_{{}};
   ConfLine line_;
@@ -307,7 +307,7 @@ class Reading {
   bool override_ = false;      // a duplicate was accepted; stays set for the rest of the file
 };
 
-/// Stands in for a user where there is none: every question is answered with Yes.
+/// Answers every question with Yes, without a user.
 class NoUser final : public MessageBoxes {
  public:
   Button Show(const String& /*text*/, int style) override {
@@ -316,8 +316,8 @@ class NoUser final : public MessageBoxes {
   }
 };
 
-/// Puts what is worth telling about the bytes beside what the reading found, in the order of the
-/// lines and as far as the reading came.
+/// Adds the findings about the bytes to those of the reading, in the order of the lines and as far
+/// as the file was read.
 void AddFindingsOfBytes(ConfNotes& notes) {
   std::vector<Finding> findings = notes.file.Findings();
   if (notes.troubleLine > 0) {

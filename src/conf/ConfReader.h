@@ -1,6 +1,6 @@
 /// The only parser of configuration files: one file becomes a settings and a series tree.
 ///
-/// `ConfSetting.h` describes what the fields of the trees hold. Settings tree: one `Field` per
+/// `ConfSetting.h` describes the fields of the trees. Settings tree: one `Field` per
 /// setting, in the order of their first lines. Series tree: one `Field` per value of a repeatable
 /// setting.
 #pragma once
@@ -16,12 +16,12 @@
 
 namespace quenmar {
 
-/// What reading a file tells beside its trees.
+/// What reading a file returns besides its trees.
 struct ConfNotes {
   ConfFile file;                  ///< as it is on the disk, after a repair in the file
   std::vector<Finding> findings;  ///< in the order of the lines, as far as the file was read
   String trouble;       ///< why reading stopped; empty when the user declined or it did not
-  int troubleLine = 0;  ///< the line at which it stopped; 0 where no line is to blame
+  int troubleLine = 0;  ///< the line at which it stopped; 0 where no line is the reason
 
   /// For each field of the settings tree, by its index: whether any line of that name is active.
   /// Only the first field of a name counts.
@@ -41,7 +41,7 @@ class ConfReader {
 
   enum class Comments {
     kKept,     ///< every setting gets its comment block
-    kLeftOut,  ///< every comment is empty: for those who do not show any
+    kLeftOut,  ///< every comment is empty: for callers that show none
   };
 
   /// The arguments outlive the reader.
@@ -52,7 +52,7 @@ class ConfReader {
   /// Reads the file at `path`, asking about bare LF line ends and duplicates on the way. Failures
   /// are shown to the user here. Throws `EndApplication` when the user answers No to the repair;
   /// a question that is closed without an answer only ends the reading.
-  /// @param settings, series receive new trees that hold what was read, also when reading stopped
+  /// @param settings, series receive new trees with what was read, also when reading stopped
   /// @param notes receives what else was seen, if given
   /// @return whether the file was read to its end.
   [[nodiscard]] bool LoadConfFile(const Path& path, std::shared_ptr<Document>& settings,

@@ -1,5 +1,5 @@
-/// What the fields of a configuration file's trees hold. Nobody else names their parameters or
-/// knows their positions.
+/// The fields of a configuration file's trees. No other file names their parameters or knows their
+/// positions.
 ///
 /// Settings tree: the field has the setting's name and value, and the parameters "Comments"
 /// (index 0: the comment block, lines joined by CR LF, tabs and "//" replaced by spaces) and
@@ -7,8 +7,8 @@
 /// its own; its parameters are "Type" (index 0: the name of the repeatable setting) and "Disabled"
 /// (index 1).
 ///
-/// "Disabled" is "1" for an active line and "0" for one that is commented out: the reverse of what
-/// it says. The trees that `compare` and `dump` print, and the comparison, rely on it.
+/// "Disabled" is "1" for an active line and "0" for one that is commented out: the reverse of its
+/// name. The trees that `compare` and `dump` print, and the comparison, rely on it.
 ///
 /// A further commented-out line of an active setting is a further field of that name without
 /// parameters; the first one gets a second pair of them.

@@ -10,8 +10,8 @@ namespace {
 
 constexpr StringView kSeparator = u": ";
 
-/// @return the content of a regular file; nothing for what is missing and for devices, which hold
-/// none. Throws `FileError` when it cannot be read.
+/// @return the content of a regular file; nothing for a missing file and for devices. Throws
+/// `FileError` when it cannot be read.
 std::optional<std::string> ContentOf(const Path& path) {
   return KindOf(path) == FileKind::kFile ? std::optional(ReadBytes(path)) : std::nullopt;
 }
@@ -22,7 +22,7 @@ Path CopyOf(const Path& path) {
   return copy;
 }
 
-/// Keeps what the file holds as its copy, once for every opening.
+/// Copies the file's content to PATH.bak, once for every opening.
 /// @return why that failed; empty when the copy is there.
 String KeepCopy(OpenedFile& file, const std::string& onDisk) {
   try {
@@ -62,7 +62,7 @@ bool ConfWriter::SaveBytes(OpenedFile& file, const std::string& bytes) const {
     const std::optional<std::string> onDisk = ContentOf(file.path);
     if (onDisk != bytes) {
       if (!MayReplace(file, onDisk)) return false;
-      // Only a save that gets so far may cost the copy of an earlier one.
+      // Only a save that gets this far may replace the copy of an earlier one.
       ReplaceBytes(file.path, bytes, [&] {
         if (onDisk && !file.copied) copyTrouble = KeepCopy(file, *onDisk);
       });

@@ -22,13 +22,13 @@ struct OpenedFile {
   ConfCharset charset = ConfCharset::kWindows1252;  ///< in which it is saved
   bool copied = false;  ///< PATH.bak has been made, or is not to be made any more
 
-  /// @return the file as the disk has it now, whose own character set it keeps. Throws `FileError`
-  /// when it cannot be read.
+  /// @return the file as it is on the disk now, to be saved in its own character set. Throws
+  /// `FileError` when it cannot be read.
   [[nodiscard]] static OpenedFile FromDisk(const Path& path);
 };
 
 /// Writes configuration files: every setting as an active line, then every checked series item, and
-/// every unchecked one as a commented line when the option SaveCommentedSeries is on. No comment
+/// every unchecked one commented out when the option SaveCommentedSeries is on. No comment
 /// line and no parameter of a field ("Comments", "Disabled") is written.
 class ConfWriter {
  public:
@@ -44,8 +44,8 @@ class ConfWriter {
   ///
   /// A file that already has the content is left alone. One that is no longer what was read is
   /// saved only if the user agrees. Just before the first save its old content is copied to
-  /// PATH.bak; a copy that cannot be made is told after "Saved!". Then the file is replaced wholly
-  /// or not at all (`ReplaceBytes`).
+  /// PATH.bak; a copy that cannot be made is reported after "Saved!". Then the file is replaced
+  /// wholly or not at all (`ReplaceBytes`).
   /// @param file what is known of it; afterwards what this save has made of it
   /// @return whether the file has the content.
   [[nodiscard]] bool SaveBytes(OpenedFile& file, const std::string& bytes) const;

@@ -12,7 +12,7 @@ namespace {
 constexpr auto kSeparator = static_cast<char16_t>(Path::preferred_separator);
 constexpr StringView kPattern = u"*.conf";
 
-/// @return the folder of a folder box, whose separator makes the drive's root of a "C:".
+/// @return the folder of a folder box, with a separator, which makes "C:" the drive's root.
 Path FolderOf(StringView box) { return box.empty() ? Path() : PathFromText(JoinPath(box, {})); }
 
 std::vector<String> FilesIn(StringView box) {
@@ -21,7 +21,7 @@ std::vector<String> FilesIn(StringView box) {
   return files;
 }
 
-/// @return whether both texts name one folder, be it in two ways.
+/// @return whether both texts name one folder, in whatever form.
 bool AreSame(StringView one, StringView other) {
   return one == other || IsSame(FolderOf(one), FolderOf(other));
 }

@@ -1,4 +1,4 @@
-/// What the main window makes of the two folders that its boxes name.
+/// Checks the two folders that the main window's boxes name.
 #pragma once
 
 #include <optional>
@@ -25,12 +25,12 @@ struct FolderCheck {
   bool operator==(const FolderCheck&) const = default;
 };
 
-/// Judges the distribution folder after its box was given a text. An entry that matches *.conf
+/// Checks the distribution folder after its box was given a text. An entry that matches *.conf
 /// makes it a candidate, even a folder; only files are listed.
 [[nodiscard]] FolderCheck CheckDistributionFolder(StringView distribution, StringView server);
 
-/// Judges the server folder after its box was given a text. One that passes brings back the file
-/// list, which the distribution folder's check may have emptied.
+/// Checks the server folder after its box was given a text. A valid one brings back the file list,
+/// which the distribution folder's check may have emptied.
 [[nodiscard]] FolderCheck CheckServerFolder(StringView distribution, StringView server);
 
 /// @return `folder`, a separator unless it ends in one, and `name`. Windows takes both slashes for

@@ -28,14 +28,14 @@ using CheckList = std::vector<CheckItem>;
 [[nodiscard]] bool WriteTextFile(const Path& path, StringView text);
 
 /// @return a text of the message table as it is shown: every backslash followed by "n" is a line
-/// break, and "%1" and "%2" are the placeholders, filled in in one pass: what one brings is
-/// searched neither for breaks nor for the other.
+/// break, and "%1" and "%2" are the placeholders. Text from a placeholder is searched neither for
+/// breaks nor for placeholders.
 [[nodiscard]] String FinishedText(StringView text,
                                   std::initializer_list<StringView> placeholders = {});
 
 /// Shows a message. Every backslash followed by "n" in `text` becomes a line break; then "%1" and
 /// "%2" become the placeholders, which are not searched for breaks or for each other (a path may
-/// well hold a backslash before an "n", or "%2").
+/// contain a backslash before an "n", or "%2").
 /// @param buttons a sum of `message_style` numbers
 /// @param details what the user may look up before the answer; empty for none
 /// @param offer see `MessageBoxes::ShowWithDetails`
@@ -49,7 +49,7 @@ Button ShowMessage(MessageBoxes& messages, StringView text, int buttons,
 void ShowError(MessageBoxes& messages, const Language& language, StringView description,
                StringView about);
 
-/// Puts "** n/a **" in the place of an empty text.
+/// Replaces an empty text by "** n/a **".
 /// @return `text`.
 String& NotAvailable(String& text);
 

@@ -70,14 +70,14 @@ void LayoutAdditions::FindOrigins() {
   }
 }
 
-/// @return the number of the line's setting or series entry, which may be one that nobody wants.
+/// @return the number of the line's setting or series entry, wanted or not.
 size_t LayoutAdditions::NumberOf(const ConfLine& line) const {
   const bool setting = line.kind == Kind::kSetting;
   const NameNumbers& numbers = setting ? context_.wishes.names : context_.wishes.values;
   const std::string_view key = setting ? line.name : line.value;
   if (other_.Encoding().ascii || other_.Charset() == context_.charset) return numbers.Find(key);
   const std::optional<std::string> bytes = EncodeConfText(other_.Text(key), context_.charset);
-  return bytes ? numbers.Find(*bytes) : kNoLine;  // what cannot be encoded is no wanted name
+  return bytes ? numbers.Find(*bytes) : kNoLine;  // a name that cannot be encoded is not wanted
 }
 
 void LayoutAdditions::PrepareParagraphs() {
@@ -95,8 +95,8 @@ void LayoutAdditions::PrepareParagraphs() {
   while (firstParagraph_ > 0 && base[firstParagraph_ - 1].kind != Kind::kBlank) --firstParagraph_;
 }
 
-/// Goes through the other text. What the base lacks goes behind the last setting so far that the
-/// base has and of which no further line follows, or that was added.
+/// Takes the lines of the other text in order. What the base lacks is inserted behind the last
+/// setting so far that is in the base and has no further line, or that was added.
 void LayoutAdditions::AddSettings() {
   Anchor anchor;
   for (size_t line = 0; line < lines_.size(); ++line) {
@@ -109,7 +109,7 @@ void LayoutAdditions::AddSettings() {
       anchor = {baseLine, kNoLine};
     }
   }
-  // What neither text has comes last, in a line of its own making.
+  // What neither text has comes last, in a new line.
   for (size_t setting = 0; setting < settings_.size(); ++setting) {
     if (context_.base.LastLineOf(setting) == kNoLine && settings_[setting].line == kNoLine) {
       AddSetting(setting, kNoLine, anchor);

@@ -13,13 +13,13 @@
 
 namespace quenmar {
 
-/// New lines that come together at one place of the base.
+/// New lines at one place of the base.
 struct Insertion {
   /// Where several come before the same line, they come in this order.
   enum class Kind {
     kLines,            ///< directly behind the line before
-    kParagraph,        ///< parted by a blank line above
-    kParagraphBefore,  ///< parted by a blank line below
+    kParagraph,        ///< separated by a blank line above
+    kParagraphBefore,  ///< separated by a blank line below
     kAtEnd,            ///< lines of a type that the base lacks
   };
 
@@ -28,11 +28,11 @@ struct Insertion {
   std::vector<std::string> lines;
 };
 
-/// What the base lacks, as it comes from the other text, and where it goes.
+/// What the base lacks, taken from the other text, and where it is inserted.
 ///
-/// Only what stays counts for the places: nothing goes behind a setting that is removed, or before
-/// a paragraph whose settings all are. New paragraphs behind the same paragraph of the base keep
-/// the order of the other text. At the end, settings come before series entries.
+/// Only lines that stay are places: nothing is inserted behind a setting that is removed, or before
+/// a paragraph whose settings are all removed. New paragraphs behind the same paragraph of the base
+/// keep the order of the other text. At the end, settings come before series entries.
 class LayoutAdditions {
  public:
   /// What both sides of a save know; all references outlive the additions.

@@ -157,7 +157,8 @@ void LayoutBase::RemoveComments() {
   }
 }
 
-/// Of two blank lines that meet because what was between them goes, the lower one goes.
+/// Of two blank lines that become neighbours because what was between them is removed, the lower
+/// one is removed.
 void LayoutBase::RemoveBlankLines() {
   bool behindBlank = false;
   bool behindRemoved = false;

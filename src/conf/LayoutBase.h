@@ -64,7 +64,7 @@ class LayoutBase {
   void RemoveBlankLines();
   void CorrectValues();
 
-  /// Hands every line of a setting or series entry to `take`.
+  /// Calls `take` with every line of a setting or series entry.
   template <class Take>
   void ForEach(const NameLines& lines, Take take) {
     for (size_t line = lines.first; line != kNoLine; line = fates_[line].next) take(line);

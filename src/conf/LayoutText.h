@@ -24,7 +24,7 @@ class LayoutText {
   /// Adds a blank line unless the last line is one or there is none.
   void PartParagraphs();
 
-  /// @return the new text; this object is of no more use.
+  /// @return the new text; this object cannot be used any more.
   [[nodiscard]] std::string TakeBytes();
 
  private:

@@ -11,7 +11,7 @@ namespace quenmar {
 
 namespace {
 
-/// @return the value as a `Field` gives it back: its entity forms are folded.
+/// @return the value as a `Field` has it: its entity forms are folded.
 String ValueText(std::string_view written, ConfCharset charset) {
   String text = DecodeConfText(written, charset);
   return XmlUnescape(XmlEscape(text));
@@ -44,7 +44,7 @@ LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Lang
   entries.reserve(wishes.entries.size());
   values.Reserve(wishes.entries.size());
   for (const Wishes::Entry& wish : wishes.entries) {
-    if (wish.name.empty()) continue;  // it could not be told from other entries without a value
+    if (wish.name.empty()) continue;  // entries without a value are all the same
     String about = wish.type + u": " + wish.name;
     std::string type = encoded(wish.type, about);
     std::string name = encoded(wish.name, about);

@@ -45,11 +45,11 @@ struct WantedSetting {
   bool active;
 
   /// @param written a line's value, in the file's bytes
-  /// @return whether the reader takes it for the wanted value, letter for letter.
+  /// @return whether it is read as the wanted value, letter for letter.
   [[nodiscard]] bool IsValue(std::string_view written, ConfCharset charset) const;
 
-  /// @return whether the reader takes it for what it would make of the wanted value, which may be
-  /// less: a "//" and what is behind it are no part of a value.
+  /// @return whether it is read as the wanted value would be, which may be less: a "//" and what is
+  /// behind it are not part of a value.
   [[nodiscard]] bool ReadsAs(std::string_view written, ConfCharset charset) const;
 };
 

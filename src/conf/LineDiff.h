@@ -17,8 +17,8 @@ struct LineEdit {
   std::vector<std::string_view> added;    ///< parts of the new file
 };
 
-/// Finds the lines that differ. Lines that are in both files once each, in the same order, are
-/// taken for the same; so are equal lines beside them. Costs no more than sorting the lines.
+/// Finds the lines that differ. Lines that are in both files once each, in the same order, are the
+/// same; so are equal lines beside them. Costs no more than sorting the lines.
 /// @param before, after outlive the result; a lone LF is a line end, and ends do not count
 [[nodiscard]] std::vector<LineEdit> DiffLines(const ConfFile& before, const ConfFile& after);
 

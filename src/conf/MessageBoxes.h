@@ -1,4 +1,4 @@
-/// The one seam through which the core speaks to the user.
+/// The one interface through which the core asks and informs the user.
 #pragma once
 
 #include "text/String.h"
@@ -37,15 +37,12 @@ class MessageBoxes {
   /// @param text the finished text, line breaks as CR LF or LF
   /// @param style a sum of `message_style` numbers
   /// @return the pressed button, one of those that the style names; `kCancel` also when a box with
-  /// Yes and No was closed without an answer, which counts as No wherever nothing else is said.
+  /// Yes and No was closed without an answer, which counts as No unless a caller says otherwise.
   virtual Button Show(const String& text, int style) = 0;
 
-  /// The same, with something to look up before the answer and something to do first, for boxes
-  /// that have a place for them.
-  /// @param details lines that end in CR LF or LF; empty for none
-  /// @param offer the caption of a further button, whose answer is `kOffer`; empty for none
-  virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/,
-                                 const String& /*offer*/) {
+  /// The same with details, for boxes that can show them.
+  /// @param details lines that end in CR LF or LF
+  virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/) {
     return Show(text, style);
   }
 };

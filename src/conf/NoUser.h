@@ -4,8 +4,7 @@
 
 namespace quenmar {
 
-/// Stands in for the user where there is none: every question is answered with Yes, and nothing is
-/// shown.
+/// Answers every question with Yes, without a user, and shows nothing.
 class NoUser final : public MessageBoxes {
  public:
   Button Show(const String& /*text*/, int style) override {

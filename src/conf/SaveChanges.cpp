@@ -19,7 +19,7 @@ using Kind = SaveChange::Kind;
 /// What makes two lines the same entry: the name, and for series entries the value that counts.
 using Key = std::pair<String, String>;
 
-/// A setting or series line of one of the two files. What is long stays a part of the file.
+/// A setting or series line of one of the two files. Long texts are views of the file.
 struct Entry {
   Key key;
   const ConfFile* file;
@@ -48,7 +48,7 @@ bool AreSame(const Entry& one, const Entry& other, std::string_view Entry::*part
   return one.file->Text(one.*part) == other.file->Text(other.*part);
 }
 
-/// The lines of one key that wait for those which they become, as indexes in file order.
+/// The lines of one key that have no new line yet, as indexes in file order.
 struct Waiting {
   std::deque<size_t> active;
   std::deque<size_t> commented;
@@ -107,7 +107,7 @@ class Comparison {
   }
 
   /// Of several new lines of one key each continues one of its own state first. A single one
-  /// continues the active line, beside which a commented-out one is but a comment.
+  /// continues the active line, beside which a commented-out one is only a comment.
   void FindPartners() {
     partners_.resize(new_.size());
     for (const bool sameState : {true, false}) {
@@ -141,7 +141,7 @@ class Comparison {
     for (const size_t index : left) {
       const Entry& entry = old_[index];
       if (entry.commented && waiting_.at(entry.key).newLines > 0) {
-        ++result_.lostCommentLines;  // beside a line that stays it was but a comment
+        ++result_.lostCommentLines;  // beside a line that stays it was only a comment
       } else {
         Report(Kind::kRemoved, entry, entry.Value(), {});
       }

@@ -41,7 +41,8 @@ struct SaveChanges {
   [[nodiscard]] bool Empty() const;
 };
 
-/// Compares texts, not trees, so that a value which reading cuts at a tab or a remark shows.
+/// Compares texts, not trees, so that a value that reading cuts at a tab or a remark is a change,
+/// too.
 /// @param before the file as it is, in any character set and with any line ends
 /// @param after the file as a save writes it
 /// @param series the option that names the repeatable settings

@@ -29,7 +29,7 @@ struct SaveRequest {
 /// what is written.
 struct SavePlan {
   std::string bytes;
-  SaveChanges changes;  ///< none exactly when the file already holds the bytes
+  SaveChanges changes;  ///< none exactly when the file already has the bytes
   SaveWarnings warnings;
   String diff;  ///< the changed lines, to be shown
 

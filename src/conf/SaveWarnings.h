@@ -19,8 +19,8 @@ struct SaveWarnings {
   String charset;            ///< see `CharsetWarning`
 };
 
-/// @return the character set for which `bytes`, written in `charset`, will be taken when they are
-/// read; nothing when it is the same one.
+/// @return the character set in which `bytes`, written in `charset`, will be read; nothing when it
+/// is the same one.
 [[nodiscard]] std::optional<ConfCharset> OtherCharset(std::string_view bytes, ConfCharset charset);
 
 /// @return the warning that `OtherCharset` asks for; empty for none.

@@ -46,7 +46,7 @@ class SeriesGroups : public SeriesView {
 };
 
 /// Adds to the server's series document every entry that only the distribution has, as one that is
-/// commented out, so that it is offered and not switched on.
+/// commented out, so that it is listed and not switched on.
 void AddMissingSeries(const Document& distributionSeries, Document& serverSeries);
 
 }  // namespace quenmar
