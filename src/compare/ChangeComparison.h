@@ -27,8 +27,8 @@ class ChangeComparison {
   void FillNewFields();
 
   /// Builds `ActualFields` (the distribution's settings that the server has, in the distribution's
-  /// order with the server's values) and `ActualSeries` (all series entries; "Disabled" tells
-  /// whether the server has an entry that the distribution has).
+  /// order with the server's values) and `ActualSeries` (all series entries; "Disabled" is whether
+  /// the server has an entry that the distribution has).
   void FillActualFields();
 
   /// Builds `DeletedFields` and `DeletedSeries`: what only the server has.
@@ -37,10 +37,10 @@ class ChangeComparison {
   /// Runs the three operations above.
   void FillResultTrees();
 
-  /// Offers the distribution's missing series entries in the shared server series document as
-  /// commented-out ones, sorts the shared server settings document, and makes the check lists.
-  /// With an eleventh kind of series, shows Message::kTooManySeries and throws `EndApplication`: no
-  /// part of such a file may be saved.
+  /// Adds the distribution's missing series entries to the shared server series document as
+  /// commented-out ones, sorts the shared server settings document, and makes the check lists. With
+  /// an eleventh kind of series, shows Message::kTooManySeries and throws `EndApplication`: no part
+  /// of such a file may be saved.
   [[nodiscard]] SeriesGroups FillSeries(MessageBoxes& messages, const Language& language);
 
   [[nodiscard]] const Document& NewFields() const { return newFields_; }
@@ -50,15 +50,15 @@ class ChangeComparison {
   [[nodiscard]] const Document& DeletedFields() const { return deletedFields_; }
   [[nodiscard]] const Document& DeletedSeries() const { return deletedSeries_; }
 
-  /// @return whether there is anything to move: `NewFields` or `DeletedFields` holds a field.
+  /// @return whether there is anything to move: `NewFields` or `DeletedFields` is not empty.
   [[nodiscard]] bool HasListChanges() const;
 
   /// @return whether the server needs the setting of that name; see `quenmar::IsMandatory`.
   [[nodiscard]] bool IsMandatory(StringView name) const;
 
   /// Moves fields from `NewFields` to the end of `ActualFields`, with their values there. Names
-  /// that `NewFields` lacks are passed over, here as in the other moves; afterwards the three trees
-  /// are sorted if they are kept so.
+  /// that `NewFields` lacks are ignored, as in the other moves; afterwards the three trees are
+  /// sorted if they are kept sorted.
   /// @return how many fields were moved.
   int Add(const std::vector<String>& names);
 
@@ -72,8 +72,7 @@ class ChangeComparison {
   /// @return how many fields were moved.
   int Restore(const std::vector<String>& names);
 
-  /// Gives every field of that name in `NewFields` another value: whoever reads the file later
-  /// must not find two.
+  /// Gives every field of that name in `NewFields` another value: the file must not have two.
   /// @return false when there is no such field.
   bool SetNewValue(StringView name, StringView value);
 

@@ -122,7 +122,7 @@ class Examination {
     }
   }
 
-  /// What a merge without any wish would change in the server's file.
+  /// What a merge without any option would change in the server's file.
   void ListWhatASaveChanges() {
     AddMissingSeries(*distribution_.series, *server_.series);
     const SeriesGroups groups(*server_.series);

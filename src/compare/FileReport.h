@@ -15,7 +15,7 @@
 namespace quenmar {
 
 enum class FileStatus {
-  kSame,       ///< nothing to tell
+  kSame,       ///< neither new, changed, obsolete nor inactive settings
   kDifferent,  ///< something is new, changed, obsolete or inactive
   kNew,        ///< the server lacks the file
   kFailed,     ///< one of its versions could not be read
@@ -53,8 +53,8 @@ struct ReportedFinding {
   String trouble;  ///< why a name was rejected, in words
 };
 
-/// What is worth telling about one configuration file in its two versions, and in a third, older
-/// one where that is known. Nothing is asked and, unless repairs are wanted, nothing is written.
+/// The report on one configuration file in its two versions, and in a third, older one where that
+/// is known. Nothing is asked and, unless repairs are wanted, nothing is written.
 struct FileReport {
   String file;  ///< the name
   FileStatus status = FileStatus::kSame;
@@ -71,7 +71,7 @@ struct FileReport {
   bool oldKnown = false;  ///< there was an old version, without which `release` is empty
 
   std::vector<ReportedFinding> findings;
-  SaveChanges save;             ///< what a merge without any wish would change in the server's file
+  SaveChanges save;  ///< what a merge without any option would change in the server's file
   std::vector<String> remarks;  ///< what else to know about such a merge
 
   /// Compares two files.
@@ -89,9 +89,9 @@ struct FileReport {
   /// @return how many of the new settings are mandatory.
   [[nodiscard]] size_t MandatoryCount() const;
 
-  /// @return whether the file asks something of the user: to take over what is new, to decide about
-  /// what is obsolete or inactive, or to mend a version. Own values, own series entries, line feeds
-  /// and character sets ask nothing.
+  /// @return whether the user has something to do: to take over what is new, to decide about what
+  /// is obsolete or inactive, or to mend a version. Own values, own series entries, line feeds and
+  /// character sets are nothing to do.
   [[nodiscard]] bool NeedsWork() const;
 
   /// @return what is odd in either version, each in a few words and once, then `remarks`.

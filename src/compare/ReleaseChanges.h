@@ -32,7 +32,7 @@ struct WithdrawnEntry {
   String name;
 };
 
-/// What a release itself has changed, told by three versions of a file.
+/// What a release itself has changed, from three versions of a file.
 struct ReleaseChanges {
   std::vector<DefaultChange> defaults;    ///< in the order of the server's settings
   std::vector<WithdrawnEntry> withdrawn;  ///< in the order of the server's entries

@@ -15,7 +15,7 @@ namespace {
 constexpr size_t kMostLetters = 2;  // that two names may be apart
 
 /// @return whether `left` becomes `right` when at most `most` letters are replaced, put in or left
-/// out. Tries all ways behind each differing letter, which for two letters are few.
+/// out. Tries all ways from each differing letter on; for two letters they are few.
 bool WithinLetters(StringView left, StringView right, size_t most) {
   const auto [l, r] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
   left.remove_prefix(static_cast<size_t>(l - left.begin()));
@@ -42,7 +42,7 @@ void WithLettersLeftOut(const String& name, size_t most, Use& use, size_t from =
 }
 
 /// Finds names that are a few letters apart without looking at every name: such names have a
-/// remainder in common when as many letters are left out of each.
+/// remainder in common when that many letters are left out of each.
 class NearNames {
  public:
   /// @param names which outlive this
