@@ -72,7 +72,7 @@ bool FileMerge::Read() {
   RememberServer();
   opened_.path = request_.server;
   if (!lacking) opened_.bytes = serverNotes_.file.Bytes();
-  // A copy of what the distribution has anyway would cost one that the user may need.
+  // A copy of the distribution's content would replace one that the user may need.
   opened_.copied = request_.begun;
   return true;
 }

@@ -30,7 +30,7 @@ struct MergeContext {
 };
 
 /// One configuration file in its two versions: opened, changed, undone, saved. The windows and the
-/// console show it and pass the user's wishes on; it keeps all state but what is selected.
+/// console show it and pass on what the user does; it has all state but the selection.
 class FileMerge {
  public:
   /// What the merge saves.
@@ -48,7 +48,7 @@ class FileMerge {
     ConfReader::Comments comments = ConfReader::Comments::kKept;
     Layout layout = Layout::kSettings;
 
-    /// The distribution's file as it was, in the place of the one that `seen` has. It may be
+    /// The distribution's file as it was, instead of the one that `seen` has. It may be
     /// missing, but one that cannot be read ends the opening.
     std::optional<Path> base = {};
 
@@ -117,8 +117,7 @@ class FileMerge {
   /// else the server's.
   [[nodiscard]] String Comment(StringView name) const;
 
-  /// @return the distribution's comment of a setting where it is another than `Comment`; else
-  /// empty.
+  /// @return the distribution's comment of a setting where it differs from `Comment`; else empty.
   [[nodiscard]] String DistributionComment(StringView name) const;
 
   /// @return the obsolete setting that is perhaps the same as a new one, as long as both are in
@@ -140,10 +139,10 @@ class FileMerge {
 
   // The server's settings with `Purpose::kEdit`, by their indexes.
 
-  /// @return whether value or state are others than when the file was read or last saved.
+  /// @return whether value or state have changed since the file was read or last saved.
   [[nodiscard]] bool IsEdited(int index) const;
 
-  /// @return whether the value is another than the distribution's; false where that has none.
+  /// @return whether the value differs from the distribution's; false where that has none.
   [[nodiscard]] bool IsChanged(int index) const;
 
   /// @return whether the filter shows the setting.
@@ -206,7 +205,7 @@ class FileMerge {
   /// @return whether something is not saved.
   [[nodiscard]] bool IsModified() const { return UnsavedStep().has_value(); }
 
-  /// @return what was done last of what is not saved.
+  /// @return the last step that is not saved.
   [[nodiscard]] std::optional<Step> UnsavedStep() const;
 
   // Saving.
@@ -219,14 +218,14 @@ class FileMerge {
   [[nodiscard]] SavePlan PlanOver(const ConfFile& before) const;
 
   /// Writes the plan; see `ConfWriter::SaveBytes`. Afterwards nothing is unsaved, and after a
-  /// comparison the distribution's file is kept in `Request::seen`; a failure of that is shown and
-  /// costs nothing else.
+  /// comparison the distribution's file is kept in `Request::seen`; a failure of that is shown; the
+  /// file is saved all the same.
   /// @return whether the server's file has the content.
   [[nodiscard]] bool Save(const SavePlan& plan);
 
   /// The user is done with a comparison. When nothing is left to do, the distribution's file is
   /// kept as after a save: nothing is unsaved, and the release has changed nothing that the server
-  /// has not followed. Else that would not be told any more after a mere look.
+  /// has not followed. Else merely looking at it would end the reports about it.
   void Close();
 
   /// Shows that there is no plan: the save fails.
@@ -297,7 +296,7 @@ class FileMerge {
   std::set<String> edited_;          // settings to which the user has given a value
   History<Step, State> history_;
   OpenedFile opened_;
-  bool kept_ = false;  // in `Request::seen`, or its failure was told
+  bool kept_ = false;  // in `Request::seen`, or the failure was shown
 };
 
 }  // namespace quenmar

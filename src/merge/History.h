@@ -24,7 +24,7 @@ class History {
   }
 
   /// Adds a step and forgets what was undone.
-  /// @param counts whether the step makes a difference to what is saved
+  /// @param counts whether the step changes what a save writes
   /// @param topic what is being typed: further changes of the same topic are part of the step,
   ///   until something else happens; empty for a step of its own
   /// @param before the state before the step
@@ -42,7 +42,7 @@ class History {
   [[nodiscard]] bool CanUndo() const { return position_ > 0; }
   [[nodiscard]] bool CanRedo() const { return position_ < steps_.size(); }
 
-  /// Steps back. @param swap gives the state to return to and receives the one that is left
+  /// Undoes a step. @param swap exchanges the current state and its argument
   template <class SwapState>
   void Undo(SwapState swap) {
     topic_.clear();

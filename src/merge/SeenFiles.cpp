@@ -26,7 +26,7 @@ constexpr StringView kEnding = u".seen";
 constexpr std::string_view kDigits = "0123456789abcdef";
 constexpr auto kKeptWithoutAFile = std::chrono::days(365);
 
-/// What stands in the user's folder for one file of the server.
+/// The entry for one file of the server.
 struct Entry {
   std::string server;  ///< its path, see `KeyOf`
   Days date;           ///< on which it was kept
@@ -34,7 +34,7 @@ struct Entry {
 };
 
 Path Absolute(const Path& path) {
-  std::error_code error;  // without a current folder the path has to do as it is
+  std::error_code error;  // without a current folder the path stays as it is
   const Path absolute = fs::absolute(path, error);
   return (error ? path : absolute).lexically_normal().make_preferred();
 }
@@ -184,7 +184,7 @@ String SeenFiles::TryToKeep(const Path& server, const ConfFile& distribution) {
 }
 
 void SeenFiles::ClearOldEntries() const {
-  String unread;  // entries that nobody can list cost nothing
+  String unread;  // a folder that cannot be listed stays as it is
   for (const FolderEntry& found : EntriesEndingIn(kEnding, folder_, unread)) {
     if (found.kind != FileKind::kFile) continue;
     const Path path = folder_ / found.name;

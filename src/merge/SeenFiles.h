@@ -27,12 +27,12 @@ class SeenFiles {
   /// where none was. Throws `FileError` when the entry cannot be read.
   [[nodiscard]] std::optional<ConfFile> Find(const Path& server) const;
 
-  /// Keeps the distribution's file for the server's, in the place of an older one and wholly or
-  /// not at all. The first time it also clears the entries of files that no longer exist and that
-  /// were kept more than a year ago.
+  /// Keeps the distribution's file for the server's, replacing an older one wholly or not at all.
+  /// The first time it also clears the entries of files that no longer exist and that were kept
+  /// more than a year ago.
   /// @param distribution its bytes are kept, and its folder is one of configuration files
   /// @return why it could not be kept, in words for the user, the first time that this happens;
-  /// else empty: a program that saves many files tells it once.
+  /// else empty: a program that saves many files reports it once.
   [[nodiscard]] String Keep(const Path& server, const ConfFile& distribution);
 
  private:

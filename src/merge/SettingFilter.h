@@ -19,7 +19,7 @@ class SettingFilter {
     bool inDistribution = true;
     bool commentedOut = false;
 
-    /// @return whether the value is another than the distribution's; never without the latter.
+    /// @return whether the value differs from the distribution's; false where that has none.
     [[nodiscard]] bool IsChanged() const { return inDistribution && value != originalValue; }
   };
 

@@ -5,7 +5,7 @@
 namespace quenmar {
 
 /// @return the folder of the distributions' files that were seen: the one that the environment
-/// variable QUENMAR_STATE names, else the system's place for what a user's programs remember. That
+/// variable QUENMAR_STATE names, else the system's place for a program's state. That
 /// is `quenmar\seen` in %LOCALAPPDATA% on Windows; elsewhere `quenmar/seen` in XDG_STATE_HOME, else
 /// in `.local/state` of the home folder. Empty where there is none: a relative path counts as none,
 /// as it would lead into whatever folder the program was started in.

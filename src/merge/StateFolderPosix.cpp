@@ -16,7 +16,7 @@ Path Variable(const char* name) {
 }  // namespace
 
 Path StateFolder() {
-  // Set, it is meant, and a wrong one does not lead back to the user's own folder.
+  // When it is set but wrong, the user's own folder is not used instead.
   if (std::getenv("QUENMAR_STATE") != nullptr) return Variable("QUENMAR_STATE");
   const Path seen = Path("quenmar") / "seen";
   if (const Path folder = Variable("XDG_STATE_HOME"); !folder.empty()) return folder / seen;

@@ -18,7 +18,7 @@ Path Variable(const wchar_t* name) {
 }  // namespace
 
 Path StateFolder() {
-  // Set, it is meant, and a wrong one does not lead back to the user's own folder.
+  // When it is set but wrong, the user's own folder is not used instead.
   if (::_wgetenv(L"QUENMAR_STATE") != nullptr) return Variable(L"QUENMAR_STATE");
   const Path folder = Variable(L"LOCALAPPDATA");
   return folder.empty() ? Path() : folder / L"quenmar" / L"seen";
