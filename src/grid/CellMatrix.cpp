@@ -35,7 +35,7 @@ void CellMatrix::SetText(int row, int col, StringView text) {
   const size_t position = Position(row, col);
   if (position >= cells_.size()) {
     if (text.empty()) return;
-    const String copy(text);  // `text` may stand in this matrix, which moves now
+    const String copy(text);  // `text` may be part of this matrix, which moves now
     cells_.resize(Position(row, 0) + static_cast<size_t>(cols_));
     cells_[position] = copy;
     return;

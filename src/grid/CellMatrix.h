@@ -7,7 +7,7 @@
 namespace quenmar {
 
 /// A matrix of texts in one array. Rows below the last one that was ever written are counted and
-/// not held, so that a tall empty matrix costs nothing.
+/// not stored, so that a tall empty matrix costs nothing.
 class CellMatrix {
  public:
   CellMatrix(int rows, int cols) : rows_(rows), cols_(cols) {}
@@ -18,7 +18,7 @@ class CellMatrix {
     return row >= 0 && row < rows_ && col >= 0 && col < cols_;
   }
 
-  /// Keep every cell that stands in the new matrix, too.
+  /// Keep every cell that is in the new matrix, too.
   /// @param rows, cols at least 1
   void SetRows(int rows);
   void SetCols(int cols);

@@ -13,8 +13,8 @@ namespace quenmar {
 /// "CT_" and the column's index for each column that has settings, with the parameters "Tipo" and
 /// "Etiqueta", the field "ReadOnly" and one field for each entry of the drop-down list.
 ///
-/// The first field of a child is always "ReadOnly"; every later one is a list entry. Position, not
-/// name, tells them apart, so an entry may well be labelled "ReadOnly".
+/// The first field of a child is always "ReadOnly"; every later one is a list entry. They differ by
+/// position, not by name, so an entry may be labelled "ReadOnly".
 class ColumnSettings {
  public:
   /// @return "Tipo" as it was set, empty while it is not.
@@ -37,7 +37,7 @@ class ColumnSettings {
   /// @return the label of the first entry of exactly that value.
   [[nodiscard]] std::optional<String> LabelOf(int col, StringView value) const;
 
-  /// Appends an entry; a label that stands already is accepted. Throws `DocError` 32 or 33 for a
+  /// Appends an entry; a label that is there already is accepted. Throws `DocError` 32 or 33 for a
   /// label that cannot name a field, and adds nothing then.
   void AddEntry(int col, StringView label, StringView value);
 

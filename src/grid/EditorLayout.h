@@ -1,4 +1,4 @@
-/// Where the editor window's controls stand, in twips.
+/// The places of the editor window's controls, in twips.
 #pragma once
 
 namespace quenmar {
@@ -16,7 +16,7 @@ inline constexpr int kTwipsPerPixel = 15;  ///< of a logical pixel
 /// What the window shows besides the comments box and the buttons.
 enum class LayoutMode {
   kSettings = 0,           ///< the grid; there are no series
-  kSeries = 1,             ///< the series; the grid holds its header only
+  kSeries = 1,             ///< the series; the grid has its header only
   kSettingsAndSeries = 2,  ///< both
 };
 
@@ -44,13 +44,13 @@ struct LayoutRectangle {
   bool operator==(const LayoutRectangle&) const = default;
 };
 
-/// @return the rectangle whose edges are the nearest pixels, so that what touches goes on touching.
+/// @return the rectangle whose edges are the nearest pixels, so that neighbours still touch.
 [[nodiscard]] LayoutRectangle ToPixels(const LayoutRectangle& twips);
 
 /// The window's parts. No size is ever negative, however high the comments box is.
 struct EditorLayout {
   static constexpr LayoutSize kSmallestWindow{5000, 5400};
-  static constexpr int kGridTop = 120;  ///< of the grid, or of what stands above it
+  static constexpr int kGridTop = 120;  ///< of the grid, or of what is above it
 
   LayoutSize window;        ///< never below the smallest window
   LayoutRectangle Frame1;   ///< within the window

@@ -136,8 +136,8 @@ String xEditGrid::CellValue(int row, int col) const {
 
 void xEditGrid::SetCellValue(int row, int col, StringView value) {
   CheckCell(row, col);
-  // Kept: the row, not the column, picks the settings. Owners fill list columns with labels, which
-  // a choice by column could take for the value of another entry.
+  // Kept: the row, not the column, picks the settings. Owners fill list columns with labels, one of
+  // which could be the value of another entry.
   const auto label = IsList(row) ? settings_.LabelOf(col, value) : std::nullopt;
   cells_.SetText(row, col, label ? StringView(*label) : value);
 }

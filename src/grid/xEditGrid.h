@@ -1,8 +1,7 @@
 /// The editable grid without its presentation: cells, column settings, cell edit and events.
 ///
-/// A presentation paints `Text`, lays an editor over the current cell as `State` says, and reports
-/// what the user does through the operations under "The user's actions"; after each of them it
-/// takes over the state of the editors from here.
+/// A presentation paints `Text`, puts an editor over the current cell as `State` says, and calls
+/// the operations under "The user's actions"; after each of them it shows the editors' new state.
 #pragma once
 
 #include <memory>
@@ -88,7 +87,8 @@ class xEditGrid {
   void SetReadOnly(int col, bool readOnly) { settings_.SetReadOnly(col, readOnly); }
 
   /// Appends an entry to the column's drop-down list.
-  /// @param label what the user sees and the cell holds; `DocError` 32 or 33 when it holds a blank,
+  /// @param label what the user sees and the cell contains; `DocError` 32 or 33 when it contains a
+  /// blank,
   ///   "<", ">" or a double quote, which leaves the list as it was
   /// @param value what `CellValue` returns
   void AddListContent(int col, StringView label, StringView value);
@@ -120,8 +120,8 @@ class xEditGrid {
   /// rows.
   void Clear();
 
-  /// @return a tree with a child "Fila_" and the index for each column, which holds a field
-  /// "Columna" for each data row; the cells as `CellValue` reads them.
+  /// @return a tree with a child "Fila_" and the index for each column, which has a field "Columna"
+  /// for each data row; the cells as `CellValue` reads them.
   [[nodiscard]] std::shared_ptr<Document> XMLData() const;
 
   // Persistence.
@@ -157,7 +157,7 @@ class xEditGrid {
   void ClickCell(int row, int col);
   /// Starts an edit of the current cell. Raises `RuntimeError` 6 when the rows cannot grow further.
   void StartEdit();
-  /// The text editor holds another text. Does nothing while it is hidden.
+  /// The text editor has another text. Does nothing while it is hidden.
   void ChangeEditorText(StringView text);
   /// An entry was chosen from the drop-down list. Does nothing when there is no such entry.
   void ChooseEntry(int entry);

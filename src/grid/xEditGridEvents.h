@@ -4,8 +4,8 @@
 
 namespace quenmar {
 
-/// What an `xEditGrid` tells its owner. Rows and columns are copies made for the call: assigning to
-/// them moves nothing. A handler may use the grid freely.
+/// The events of an `xEditGrid` for its owner. Rows and columns are copies made for the call:
+/// assigning to them moves nothing. A handler may use the grid freely.
 class xEditGridEvents {
  public:
   xEditGridEvents() = default;
@@ -13,7 +13,7 @@ class xEditGridEvents {
   xEditGridEvents& operator=(const xEditGridEvents&) = delete;
   virtual ~xEditGridEvents() = default;
 
-  /// An edit was started: an editor stands over the current cell, or the cell cannot be edited.
+  /// An edit was started: an editor is over the current cell, or the cell cannot be edited.
   virtual void Click() {}
 
   /// The user's new value was stored in a cell.
