@@ -37,7 +37,7 @@ struct FolderEntry {
 /// on Windows a symbolic link at the path.
 [[nodiscard]] bool HasOtherNames(const Path& path);
 
-/// Changes whenever the content of a file changes; costs no reading.
+/// Time and size of a file: different ones mean another content.
 struct FileStamp {
   std::int64_t time = 0;  ///< of the last change, in the system's own unit
   std::uint64_t size = 0;
