@@ -46,9 +46,9 @@ class Fields : public Collection<Field, Ref<Field>> {
   [[nodiscard]] int Find(const NameOrIndex& nameOrIndex) const;
   void NameChanged(quenmar::Field& field);
 
-  std::vector<std::uint16_t> hashes_;  // of the names, position by position
-  mutable size_t next_ = 0;            // the position behind the last field that was found
-  mutable String missing_;             // a name that no field has; empty where none is known
+  std::vector<std::uint16_t> hashes_;
+  mutable size_t next_ = 0;
+  mutable String missing_;  // a name that no field has; empty where none is known
   mutable std::uint16_t missingHash_ = 0;
 };
 
