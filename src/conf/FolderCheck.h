@@ -17,8 +17,8 @@ struct FolderCheck {
     kDisabled,
   };
 
-  std::optional<Message> message;  ///< what to show
-  String placeholder;              ///< for "%1" in the message
+  std::optional<Message> message;
+  String placeholder;
   Commands commands = Commands::kUnchanged;
   std::optional<std::vector<String>> files;  ///< the new content of the file list, if it changes
 

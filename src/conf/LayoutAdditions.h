@@ -55,9 +55,9 @@ class LayoutAdditions {
  private:
   /// A wanted setting or series entry in the other text.
   struct Origin {
-    size_t line = kNoLine;  // from which it comes
-    size_t last = kNoLine;  // its last one
-    bool active = false;    // `line` is
+    size_t line = kNoLine;
+    size_t last = kNoLine;
+    bool active = false;
   };
 
   /// A setting behind which another one goes: one of the base, or one that was added.
@@ -86,9 +86,9 @@ class LayoutAdditions {
 
   Context context_;
   const ConfFile& other_;
-  std::vector<ConfLine> lines_;   // of the other text
-  std::vector<size_t> numbers_;   // of the wanted setting or entry that each line has
-  std::vector<Origin> settings_;  // by number
+  std::vector<ConfLine> lines_;  // of the other text
+  std::vector<size_t> numbers_;  // of the wanted setting or entry that each line has
+  std::vector<Origin> settings_;
   std::vector<Origin> entries_;
   std::vector<size_t> paragraphEnds_;  // for each line of the base: the line behind its paragraph
   size_t firstParagraph_ = kNoLine;    // of the base, with a setting that stays

@@ -42,14 +42,14 @@ class LayoutBase {
     bool active = false;                 // of a setting or series entry, afterwards
     const std::string* value = nullptr;  // which the line gets; none when it keeps its own
     size_t name = kNoLine;               // the number of its setting or series entry
-    size_t next = kNoLine;               // the next line of the same one
+    size_t next = kNoLine;
   };
 
   /// The lines of one setting or series entry.
   struct NameLines {
     size_t first = kNoLine;
     size_t last = kNoLine;
-    bool active = false;  // one of them is
+    bool active = false;
   };
 
   void Number();
@@ -73,8 +73,8 @@ class LayoutBase {
   LayoutWishes& wishes_;
   ConfCharset charset_;
   std::vector<ConfLine> lines_;
-  std::vector<Fate> fates_;          // one for each line
-  std::vector<NameLines> settings_;  // by number
+  std::vector<Fate> fates_;
+  std::vector<NameLines> settings_;
   std::vector<NameLines> entries_;
 };
 

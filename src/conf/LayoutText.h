@@ -33,6 +33,9 @@ class LayoutText {
   size_t start_;
   LineEnd newEnd_;
   std::string bytes_;
+  std::vector<LineEdit> edits_;
+  size_t baseLine_ = 0;
+  bool editOpen_ = false;
   LineEnd lastEnd_ = LineEnd::kCrLf;
   bool lastBlank_ = true;  // the last line, if there is one
 };

@@ -16,8 +16,8 @@ namespace quenmar {
 /// What is to be saved. All references outlive the planning.
 struct SaveRequest {
   Layout layout;
-  const ConfFile& distribution;  ///< the distribution's file
-  const ConfFile& server;        ///< the server's file as it was read
+  const ConfFile& distribution;
+  const ConfFile& server;  ///< the server's file as it was read
   const Document& distributionSettings;
   const Document& settings;  ///< those that remain
   const SeriesGroups& series;

@@ -12,8 +12,8 @@ namespace quenmar {
 
 /// What the user should know before a save: how much of each is in it.
 struct SaveWarnings {
-  int otherValues = 0;       ///< settings whose values will be read back otherwise
-  int lostCommentLines = 0;  ///< comment lines that go
+  int otherValues = 0;  ///< settings whose values will be read back otherwise
+  int lostCommentLines = 0;
   int activated = 0;         ///< commented-out settings that become active
   int missingMandatory = 0;  ///< mandatory settings that the saved file will lack
   String charset;            ///< see `CharsetWarning`
