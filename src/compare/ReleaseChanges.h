@@ -22,7 +22,7 @@ struct DefaultChange {
   String name;
   String oldDefault;
   String newDefault;
-  String actual;  ///< the server's value
+  String actual;
   Kind kind = Kind::kDefault;
 };
 
