@@ -40,7 +40,7 @@ class FileMerge {
   };
 
   struct Request {
-    Path distribution;  ///< the distribution's file
+    Path distribution;
     Path server;  ///< the server's file; where it is missing, what the distribution has is read
     Purpose purpose = Purpose::kCompare;
     bool begun = false;  ///< the server's file is a fresh copy, which needs no copy of its own
@@ -218,7 +218,7 @@ class FileMerge {
   [[nodiscard]] SavePlan PlanOver(const ConfFile& before) const;
 
   /// Writes the plan; see `ConfWriter::SaveBytes`. Afterwards nothing is unsaved, and after a
-  /// comparison the distribution's file is kept in `Request::seen`; a failure of that is shown; the
+  /// comparison the distribution's file is kept in `Request::seen`. A failure of that is shown; the
   /// file is saved all the same.
   /// @return whether the server's file has the content.
   [[nodiscard]] bool Save(const SavePlan& plan);

@@ -80,7 +80,7 @@ class History {
   };
   struct Step {
     State state;
-    Content content;  // of that state
+    Content content;
   };
 
   template <class SwapState>
@@ -91,7 +91,7 @@ class History {
 
   std::vector<Step> steps_;
   size_t position_ = 0;  // how many steps are done
-  size_t contents_ = 0;  // how many have been made
+  size_t contents_ = 0;
   Content current_;
   Content saved_;
   String topic_;

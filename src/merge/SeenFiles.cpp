@@ -29,8 +29,8 @@ constexpr auto kKeptWithoutAFile = std::chrono::days(365);
 /// The entry for one file of the server.
 struct Entry {
   std::string server;  ///< its path, see `KeyOf`
-  Days date;           ///< on which it was kept
-  std::string bytes;   ///< of the distribution's file
+  Days date;
+  std::string bytes;  ///< of the distribution's file
 };
 
 Path Absolute(const Path& path) {
