@@ -57,7 +57,7 @@ struct EditorLayout {
   LayoutRectangle pnlFind;  ///< within `Frame1`, as is all that follows but the list boxes; empty
                             ///< while the find bar is hidden
   LayoutRectangle xEDG;
-  LayoutRectangle Comments;  ///< the comments box
+  LayoutRectangle Comments;
   LayoutRectangle TSeries;   ///< the tab strip; empty without series
   LayoutSize lstSeries;      ///< of every list box, as far as the tabs leave it; 0 without series
   LayoutRectangle Command3;  ///< Apply

@@ -88,8 +88,7 @@ class xEditGrid {
 
   /// Appends an entry to the column's drop-down list.
   /// @param label what the user sees and the cell contains; `DocError` 32 or 33 when it contains a
-  /// blank,
-  ///   "<", ">" or a double quote, which leaves the list as it was
+  ///   blank, "<", ">" or a double quote, which leaves the list as it was
   /// @param value what `CellValue` returns
   void AddListContent(int col, StringView label, StringView value);
   void RemoveListContent(int col, StringView label) { settings_.RemoveEntry(col, label); }
