@@ -141,7 +141,7 @@ ShownFinding Show(const ReportedFinding& reported) {
     case Kind::kUtf8:
       return as("charset", u"the file is UTF-8 text");
     case Kind::kNoText:
-      return as("bytes", u"this is the first line with bytes that are no UTF-8 text");
+      return as("bytes", u"this is the first line with bytes that are not UTF-8 text");
     case Kind::kUnreadable:
       return as("error", finding.text);
   }

@@ -101,11 +101,12 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 /// none.
 [[nodiscard]] std::vector<Path> DistributionFiles(const Path& distribution);
 
-/// @return the path of `file` in `folder`. Throws `CommandTrouble` when `file` is no mere name.
+/// @return the path of `file` in `folder`. Throws `CommandTrouble` when `file` is not a name
+/// without a folder.
 [[nodiscard]] Path FileIn(const Path& folder, const Path& file);
 
 /// @return the path of `file` in the folder of the old distribution's files, where one was named.
-/// Throws `CommandTrouble` when that is no folder.
+/// Throws `CommandTrouble` when that is not a folder.
 [[nodiscard]] std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file);
 
 /// What to do where the old version of a file is not known.

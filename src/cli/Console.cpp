@@ -44,8 +44,8 @@ void AddBase(CLI::App& command, std::optional<Path>& base) {
   command
       .add_option_function<std::string>(
           "--base", [&base](const std::string& text) { base = ArgumentPath(text); },
-          "Folder of the distribution's files as they were, to tell what the release itself has "
-          "changed (default: those that were seen by the last save)")
+          "Folder of the old release's files, to report what the release itself has changed "
+          "(default: those that the last save kept)")
       ->type_name("DIR");
 }
 
@@ -63,8 +63,8 @@ void AddRepeated(CLI::App& command, const std::string& name, std::vector<std::st
 void AddCheck(CLI::App& app, CheckArguments& arguments) {
   CLI::App& command = *app.add_subcommand(
       "check",
-      "Tell what is new, changed, obsolete and commented out on the server, and what a merge would "
-      "change, per file and in sum");
+      "Report what is new, changed, obsolete and commented out on the server, and what a merge "
+      "would change, per file and in sum");
   AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
   AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
   command.add_option("FILE", arguments.files, "Names of files to check (default: all *.conf)")
@@ -106,7 +106,7 @@ void AddMerge(CLI::App& app, MergeArguments& arguments) {
   AddRepeated(command, "--add", arguments.add, "NAME", "Add a new setting");
   command.add_flag("--add-mandatory", arguments.addMandatory, "Add all new mandatory settings");
   command.add_flag("--add-all", arguments.addAll, "Add all new settings");
-  AddRepeated(command, "--remove", arguments.remove, "NAME", "Leave a setting out");
+  AddRepeated(command, "--remove", arguments.remove, "NAME", "Remove a setting");
   command.add_flag("--take-defaults", arguments.takeDefaults,
                    "Give every setting that still has the old release's default the new one");
   AddBase(command, arguments.base);
@@ -254,7 +254,7 @@ std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file)
 void RequireFolder(const Path& folder) {
   const FileKind kind = KindOf(folder);
   if (kind == FileKind::kFolder) return;
-  String trouble = u"this is no folder";
+  String trouble = u"this is not a folder";
   if (kind != FileKind::kFile) (void)EntriesEndingIn({}, folder, trouble);
   throw CommandTrouble(ToUtf8(PathText(folder) + u": " + trouble));
 }

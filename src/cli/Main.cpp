@@ -29,6 +29,6 @@ int main(int argc, char** argv) {
   // they are taken down. What they would have done otherwise is to write out the streams.
   std::cout.flush();
   std::cerr.flush();
-  (void)std::fflush(nullptr);  // a failure was told when it was written
+  (void)std::fflush(nullptr);  // a failure was reported when it was written
   std::_Exit(status);
 }

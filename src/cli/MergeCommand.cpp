@@ -187,7 +187,7 @@ class MergeAll {
                        {PathText(file)}) == Button::kYes;
   }
 
-  /// A file whose merge fails is told, and the next one goes on.
+  /// A file whose merge fails is reported, and the next one goes on.
   void MergeOne(const Path& file) {
     ++files_;
     if (arguments_.dryRun) context_.streams.out << Printable(PathText(file)) << ":\n";

@@ -23,7 +23,7 @@ std::vector<String> NamesIn(const Document& list) {
 String ValidText(const std::string& argument, const char* option) {
   if (IsUtf8(argument)) return FromUtf8(argument);
   throw CommandTrouble(std::string(option) + " " + ToUtf8(FromUtf8(argument)) +
-                       ": this is no UTF-8 text");
+                       ": this is not UTF-8 text");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace quenmar {
 /// @return the arguments behind the program's name as UTF-8.
 [[nodiscard]] std::vector<std::string> CommandLineArguments(int argc, char** argv);
 
-/// @return whether a person sits at standard input.
+/// @return whether standard input is a terminal.
 [[nodiscard]] bool StandardInputIsTerminal();
 
 /// @return whether standard output is a terminal that understands colour sequences.

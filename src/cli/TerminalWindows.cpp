@@ -36,7 +36,7 @@ struct ConsoleState {
   }
 };
 
-/// Ctrl+C at a question ends the process without a word to any destructor.
+/// Ctrl+C at a question ends the process without running destructors.
 BOOL WINAPI RestoreOnBreak(DWORD /*event*/) {
   ConsoleState::Before().Restore();
   return FALSE;
