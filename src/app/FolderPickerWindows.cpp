@@ -13,7 +13,7 @@ namespace quenmar {
 
 namespace {
 
-/// @param folder of the current folder: begins with it once the dialog stands
+/// @param folder of the current folder: begins with it once the dialog exists
 int CALLBACK SelectFolder(HWND dialog, UINT message, LPARAM /*detail*/, LPARAM folder) {
   if (message == BFFM_INITIALIZED) ::SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, folder);
   return 0;

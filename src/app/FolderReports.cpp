@@ -73,8 +73,8 @@ void FolderReports::TakeTurn() {
   emit Progressed(static_cast<int>(next_), static_cast<int>(files_.size()));
 }
 
-/// A folder tells when files come, go or are replaced, only a file when it is written in place. A
-/// file that was replaced is no longer watched.
+/// Watching a folder shows files that come, go or are replaced, only watching a file that it is
+/// written in place. A file that was replaced is no longer watched.
 void FolderReports::Watch() {
   QSet<QString> wanted;
   for (const Path& folder : {distribution_, server_}) {

@@ -154,7 +154,7 @@ void Main::LayOut() {
   all->addWidget(sort_);
   all->addLayout(buttons);
   all->addWidget(overview_, 1);
-  // The sort check box comes last, although it stands above the buttons: it is rarely needed.
+  // The sort check box comes last, although it is above the buttons: it is rarely needed.
   auto* const table = overview_->findChild<QTableView*>();
   const QList<QWidget*> order = {
       distribution_, browseDistribution_, server_, browseServer_, files_,

@@ -85,7 +85,7 @@ class Main : public QWidget {
   /// Shows what the listed files need, or why there is nothing to show.
   void ShowOverview();
   [[nodiscard]] QString WhyNothingIsShown() const;
-  /// Takes over what has changed on the disk. What has to be told waits until the user comes back.
+  /// Takes over what has changed on the disk. Messages wait until the user comes back.
   void FollowDisk();
   /// Shows the check's message, if it has one, and lets the user go on in the box.
   void Refuse(FolderBox& box, const FolderCheck& check);
@@ -99,13 +99,13 @@ class Main : public QWidget {
   void Edit();
   void CheckChanges();
 
-  /// @return the chosen file; when there is none, tells so and returns nothing.
+  /// @return the chosen file; when there is none, says so and returns nothing.
   [[nodiscard]] std::optional<String> ChosenFile();
   [[nodiscard]] static Path FileIn(const FolderBox& box, const String& file);
   [[nodiscard]] MergeContext With() const { return {options_, language_, messages_}; }
   /// Reads both versions of a file.
   /// @param begun see `FileMerge::Request`
-  /// @return nothing when a reading failed or was declined, which was told.
+  /// @return nothing when a reading failed or was declined, which was shown.
   [[nodiscard]] std::unique_ptr<FileMerge> Open(const String& file, FileMerge::Purpose purpose,
                                                 bool begun = false);
   [[nodiscard]] FileContext ContextOf(FileMerge& merge, const String& file) const;

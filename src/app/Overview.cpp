@@ -49,7 +49,7 @@ void Overview::CreateTable() {
   table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
 }
 
-/// Columns are as wide as their headers and what they mostly hold.
+/// Columns are as wide as their headers and what they mostly contain.
 void Overview::CreateColumns() {
   QHeaderView* const header = table_->horizontalHeader();
   header->setSectionsMovable(true);

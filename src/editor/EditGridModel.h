@@ -71,7 +71,7 @@ class EditGridModel : public QAbstractTableModel {
   CellMarksOf marks_ = [](int, int) { return CellMarks(); };
   RowRemarkOf rowRemark_ = [](int) { return String(); };
   String warning_;
-  // What the views know of; the grid may be ahead until they are told.
+  // What the views know of; the grid may be ahead until they are notified.
   int rows_;
   int cols_;
 };

@@ -85,7 +85,7 @@ class EditGridView : public QTableView {
   [[nodiscard]] QString SpokenCell() const;
   void LayEditors();
 
-  /// Begins an edit whose text is what the event types in the place of the cell's.
+  /// Begins an edit with the text that the event types instead of the cell's.
   void TypeOver(QEvent* event);
   void ChangeText(const QString& text);
   [[nodiscard]] bool PressKeyInEditor(const QKeyEvent& event);

@@ -44,7 +44,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  // What the grid tells.
+  // The grid's events.
   void Click() override;
   void RowColChange() override;
   void SureChange(bool& cancel, String& newValue, int& row, int& col) override;
@@ -80,7 +80,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void Copy();
   void Paste();
 
-  /// @return the setting of a row: rows stand in the order of the fields, of which several may have
+  /// @return the setting of a row: rows are in the order of the fields, of which several may have
   /// one name.
   [[nodiscard]] Fields::Pointer SettingOf(int row) const;
   void ShowSettingComment();

@@ -25,7 +25,7 @@ struct SettingRow {
 };
 
 /// A list of settings with check boxes, one of them current as long as any is shown; their names
-/// are the items' texts. Its signals tell what the user does, never what the program does.
+/// are the items' texts. Its signals report what the user does, never what the program does.
 class ParameterList : public QListWidget {
   Q_OBJECT
 

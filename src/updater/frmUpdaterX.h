@@ -40,7 +40,7 @@ class frmUpdaterX : public FileWindow {
   void FillSeries();
 
  private:
-  // The lists, and the pages that they stand on.
+  // The lists, and the pages that they are on.
   static constexpr int kNew = 0;
   static constexpr int kActual = 1;
   static constexpr int kDeleted = 2;

@@ -214,7 +214,7 @@ void frmUpdaterX::BuildChangesPage() {
   splitter->addWidget(MakeFrame(kNew, Message::kNewSettings, helps_[0], {original}));
   splitter->addWidget(MakeFrame(kDeleted, Message::kObsoleteSettings, helps_[1], {}));
 
-  // Both frames' buttons stand below each other.
+  // Both frames' buttons are as wide as each other.
   const QList<QPushButton*> buttons = {moves_[kNew],      selectAlls_[kNew],     helps_[0],
                                        moves_[kDeleted],  selectAlls_[kDeleted], helps_[1],
                                        actionButtons_[0], actionButtons_[1]};

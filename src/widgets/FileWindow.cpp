@@ -110,7 +110,7 @@ bool FileWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void FileWindow::ShowMenu(QMenu& menu, QPoint place) {
   for (QAction* const standard : menu.actions()) {
-    const QString caption = standard->text().section('\t', 0, 0);  // keys may stand behind a tab
+    const QString caption = standard->text().section('\t', 0, 0);  // keys may follow a tab
     for (QAction* const own : actions()) {
       if (own == standard || caption != own->text()) continue;
       menu.insertAction(standard, own);
@@ -122,7 +122,7 @@ void FileWindow::ShowMenu(QMenu& menu, QPoint place) {
 }
 
 void FileWindow::SetTitle(const String& title) {
-  // The place of the mark; doubled it stands for itself.
+  // The place of the mark; doubled it is an ordinary text.
   setWindowTitle(ToQString(title).replace("[*]", "[*][*]") + "[*]");
 }
 

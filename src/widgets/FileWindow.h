@@ -36,7 +36,7 @@ class FileWindow : public QDialog {
   [[nodiscard]] const String& ServerFolder() const { return context_.serverFolder; }
   [[nodiscard]] const String& FileName() const { return context_.fileName; }
 
-  /// Sets the title; names of files in it may hold anything.
+  /// Sets the title; names of files in it may contain anything.
   void SetTitle(const String& title);
 
   /// Shows what the merge has after an undone or redone step.

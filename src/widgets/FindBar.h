@@ -15,7 +15,8 @@ namespace quenmar {
 
 /// A bar in which the user says which settings of a window's lists are shown. It is hidden until
 /// its key is pressed anywhere in the window, and again after Escape; a hidden one filters nothing.
-/// Its object name is "pnlFind"; it holds "txtFind", "cmbFind" and "lblFind", which is the count.
+/// Its object name is "pnlFind"; it contains "txtFind", "cmbFind" and "lblFind", which is the
+/// count.
 class FindBar : public QWidget {
   Q_OBJECT
 
@@ -49,7 +50,7 @@ class FindBar : public QWidget {
   /// The bar was shown or hidden.
   void Toggled();
 
-  /// Another filter holds from now on.
+  /// Another filter is in effect from now on.
   void FilterChanged();
 
   /// The user leaves the bar, by Enter or Escape, and goes on with what it shows.

@@ -13,7 +13,7 @@ class FolderBox : public QLineEdit {
  public:
   explicit FolderBox(QWidget* parent = nullptr);
 
-  /// Gives the box a complete text, maybe the same again: what the folder holds may be another.
+  /// Gives the box a complete text, maybe the same again: the folder may have other files now.
   void SetFolder(const QString& folder);
 
   /// Takes what was typed for complete, if it is another text than before.

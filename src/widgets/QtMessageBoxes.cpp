@@ -49,7 +49,7 @@ Button AnswerOf(int pressed, int style) {
   }
 }
 
-/// Between two boxes no window may be active yet: the system tells the program so later.
+/// Between two boxes no window may be active yet: the system activates one later.
 QWidget* WindowToStandOver() {
   if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
   if (QWidget* const active = QApplication::activeWindow()) return active;

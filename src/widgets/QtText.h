@@ -7,7 +7,7 @@
 
 namespace quenmar {
 
-// Both sides hold 16-bit characters: every text passes unchanged.
+// Both sides have 16-bit characters: every text passes unchanged.
 
 [[nodiscard]] inline QString ToQString(StringView text) {
   return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));

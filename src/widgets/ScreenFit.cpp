@@ -16,7 +16,7 @@ QMargins MarginsBetween(const QRect& outer, const QRect& inner) {
           outer.bottom() - inner.bottom()};
 }
 
-/// Window managers tell the frame only of a window that they show.
+/// Window managers report the frame only of a window that they show.
 QMargins FrameOf(const QWidget& window) {
   for (const QWidget* shown = &window; shown != nullptr; shown = shown->parentWidget()) {
     if (!shown->isWindow() || !shown->isVisible()) continue;

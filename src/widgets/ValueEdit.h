@@ -8,7 +8,7 @@ class QPainter;
 
 namespace quenmar {
 
-/// @param warning a text; "%1" in it stands for what will be read
+/// @param warning a text; "%1" in it is replaced by what will be read
 /// @return the warning about a value that a saved file will give back otherwise; empty for others.
 [[nodiscard]] QString ReadBackWarning(StringView value, StringView warning);
 
