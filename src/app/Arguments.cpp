@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <cstdlib>
 
-#include "app/Complaint.h"
+#include "app/ShowStartFailure.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -12,7 +12,7 @@ namespace quenmar {
 namespace {
 
 [[noreturn]] void Refuse(const QString& reason) {
-  Complain(reason);
+  ShowStartFailure(reason);
   std::exit(2);
 }
 

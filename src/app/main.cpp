@@ -5,8 +5,8 @@
 #include <QTranslator>
 
 #include "app/Arguments.h"
-#include "app/Complaint.h"
 #include "app/MainWindow.h"
+#include "app/ShowStartFailure.h"
 #include "registry/OpenRegistry.h"
 #include "widgets/QtMessageBoxes.h"
 #include "widgets/QtText.h"
@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
 
   const auto registry = quenmar::OpenRegistry(arguments.registry);
   if (const quenmar::String trouble = registry->Trouble(); !trouble.empty()) {
-    quenmar::Complain(quenmar::ToQString(trouble));
+    quenmar::ShowStartFailure(quenmar::ToQString(trouble));
   }
   const auto language = quenmar::Language::LoadLanguage(*registry);
   quenmar::QtMessageBoxes messages(

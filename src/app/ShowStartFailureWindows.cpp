@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "app/Complaint.h"
+#include "app/ShowStartFailure.h"
 
 namespace quenmar {
 
-void Complain(const QString& text) {
+void ShowStartFailure(const QString& text) {
   const std::wstring shown = text.toStdWString();
   ::MessageBoxW(nullptr, shown.c_str(), L"Quenmar", MB_OK | MB_ICONWARNING);
 }

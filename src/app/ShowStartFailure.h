@@ -1,4 +1,5 @@
-/// What the windows' program has to tell before a window stands; one source file per platform.
+/// How the program with windows reports a failure before it has a window; one source file per
+/// platform.
 #pragma once
 
 #include <QString>
@@ -7,6 +8,6 @@ namespace quenmar {
 
 /// Shows the text to whoever started the program: where there is no standard error to read, as a
 /// box that waits for an answer.
-void Complain(const QString& text);
+void ShowStartFailure(const QString& text);
 
 }  // namespace quenmar

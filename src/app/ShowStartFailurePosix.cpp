@@ -1,12 +1,12 @@
 #include <iostream>
 
-#include "app/Complaint.h"
+#include "app/ShowStartFailure.h"
 #include "text/Charset.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
 
-void Complain(const QString& text) {
+void ShowStartFailure(const QString& text) {
   std::cerr << "quenmar: " << ToUtf8(FromQString(text)) << '\n';
 }
 
