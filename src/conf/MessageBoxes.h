@@ -40,7 +40,7 @@ class MessageBoxes {
   /// Yes and No was closed without an answer, which counts as No unless a caller says otherwise.
   virtual Button Show(const String& text, int style) = 0;
 
-  /// The same with details, for boxes that can show them.
+  /// The same, with something to look up before the answer, for boxes that have a place for it.
   /// @param details lines that end in CR LF or LF
   virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/) {
     return Show(text, style);
