@@ -7,7 +7,7 @@ set(CPACK_PACKAGE_DESCRIPTION
 "Quenmar is an editor for the plain-text .conf files of a game server. It is
 made for administrators who keep two folders: the distribution's, which holds
 every setting that the server release knows, and the running server's, which
-holds their own values. After each release it tells what is new, what is gone
+has their own values. After each release it says what is new, what is gone
 and what must be set, and writes the merged file back.
 .
 The package holds the desktop program quenmar and the console program
