@@ -28,13 +28,6 @@ struct Wishes {
   std::vector<Entry> entries;     ///< in the order of the lists
 };
 
-/// A place where the laid-out file differs from its base.
-struct LineEdit {
-  size_t line = 0;  ///< index among the base's lines; what is added comes before it
-  std::vector<std::string> removed;  ///< the base's lines from there on, without their ends
-  std::vector<std::string> added;
-};
-
 struct LaidOut {
   std::string bytes;
   ConfCharset charset = ConfCharset::kWindows1252;

@@ -25,17 +25,7 @@ LayoutText::LayoutText(std::string_view start, const std::vector<ConfLine>& base
 
 void LayoutText::Keep(const ConfLine& line) { Put(line.bytes, line.end); }
 
-void LayoutText::Replace(const ConfLine& line, std::string bytes) {
-  if (bytes == line.bytes) {  // a wanted entity form, which the reader folds
-    Keep(line);
-    return;
-  }
-  Put(bytes, line.end);
-  LineEdit& edit = OpenEdit();
-  edit.removed.emplace_back(line.bytes);
-  edit.added.push_back(std::move(bytes));
-  ++baseLine_;
-}
+void LayoutText::Replace(const ConfLine& line, std::string_view bytes) { Put(bytes, line.end); }
 
 void LayoutText::Add(std::string_view bytes) { Put(bytes, newEnd_); }
 
@@ -44,8 +34,8 @@ void LayoutText::PartParagraphs() {
 }
 
 std::string LayoutText::TakeBytes() {
-  // A later line of the base that looks like a mark would be read as one when it becomes the first.
-  // With a mark before it, it is still a line.
+  // A first line that looks like a mark, which was a later one in the base, would become one. With
+  // a mark before it, it is still a line.
   if (start_ == 0 && bytes_.starts_with(kUtf8Mark)) bytes_.insert(0, kUtf8Mark);
   return std::move(bytes_);
 }

@@ -24,7 +24,7 @@ class LayoutText {
   /// Adds a blank line unless the last line is one or there is none.
   void PartParagraphs();
 
-  /// @return the new text; this object cannot be used any more.
+  /// @return the new text; this object is of no more use.
   [[nodiscard]] std::string TakeBytes();
 
  private:
@@ -33,9 +33,6 @@ class LayoutText {
   size_t start_;
   LineEnd newEnd_;
   std::string bytes_;
-  std::vector<LineEdit> edits_;
-  size_t baseLine_ = 0;
-  bool editOpen_ = false;
   LineEnd lastEnd_ = LineEnd::kCrLf;
   bool lastBlank_ = true;  // the last line, if there is one
 };

@@ -40,9 +40,12 @@ class MessageBoxes {
   /// Yes and No was closed without an answer, which counts as No unless a caller says otherwise.
   virtual Button Show(const String& text, int style) = 0;
 
-  /// The same, with something to look up before the answer, for boxes that have a place for it.
-  /// @param details lines that end in CR LF or LF
-  virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/) {
+  /// The same, with something to look up before the answer and something to do first, for boxes
+  /// that have a place for them.
+  /// @param details lines that end in CR LF or LF; empty for none
+  /// @param offer the caption of a further button, whose answer is `kOffer`; empty for none
+  virtual Button ShowWithDetails(const String& text, int style, const String& /*details*/,
+                                 const String& /*offer*/) {
     return Show(text, style);
   }
 };
