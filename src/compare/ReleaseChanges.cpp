@@ -1,6 +1,7 @@
 #include "compare/ReleaseChanges.h"
 
 #include <set>
+#include <utility>
 
 #include "conf/ConfReader.h"
 #include "conf/ConfSetting.h"
@@ -9,21 +10,14 @@ namespace quenmar {
 
 namespace {
 
-std::vector<DefaultChange> ChangedDefaults(const Document& old, const Document& now,
+std::vector<DefaultChange> ChangedDefaults(const OldVersion& old, const Document& now,
                                            const Document& server) {
   std::vector<DefaultChange> changes;
   std::set<StringView> seen;
   for (const Field& setting : server.Fields()) {
     const StringView name = setting.Name();
     if (name.empty() || !seen.insert(name).second) continue;
-    const auto before = old.Fields().Field(name);
-    const auto after = now.Fields().Field(name);
-    if (before->Name().empty() || after->Name().empty()) continue;
-    if (before->Value() == after->Value() || setting.Value() == after->Value()) continue;
-    const bool untouched = setting.Value() == before->Value();
-    changes.push_back({String(name), String(before->Value()), String(after->Value()),
-                       String(setting.Value()),
-                       untouched ? DefaultChange::Kind::kDefault : DefaultChange::Kind::kBoth});
+    if (auto change = FindDefaultChange(old, now, setting)) changes.push_back(std::move(*change));
   }
   return changes;
 }
@@ -57,9 +51,21 @@ std::optional<OldVersion> OldVersion::Read(const ConfFile& file, const Options& 
   return std::nullopt;
 }
 
+std::optional<DefaultChange> FindDefaultChange(const OldVersion& old, const Document& now,
+                                               const Field& setting) {
+  const auto before = old.settings->Fields().Field(setting.Name());
+  const auto after = now.Fields().Field(setting.Name());
+  if (before->Name().empty() || after->Name().empty()) return std::nullopt;
+  if (before->Value() == after->Value() || setting.Value() == after->Value()) return std::nullopt;
+  const bool untouched = setting.Value() == before->Value();
+  return DefaultChange{String(setting.Name()), String(before->Value()), String(after->Value()),
+                       String(setting.Value()),
+                       untouched ? DefaultChange::Kind::kDefault : DefaultChange::Kind::kBoth};
+}
+
 ReleaseChanges FindReleaseChanges(const OldVersion& old, const VersionTrees& now,
                                   const VersionTrees& server) {
-  return {ChangedDefaults(*old.settings, now.settings, server.settings),
+  return {ChangedDefaults(old, now.settings, server.settings),
           WithdrawnEntries(*old.series, now.series, server.series)};
 }
 

@@ -58,6 +58,14 @@ struct OldVersion {
                                                       const Language& language, String& trouble);
 };
 
+/// @param now the distribution's settings as they are
+/// @param setting one of the server's, with its value there
+/// @return what the release has changed, unless the server has the new default; nothing for a
+/// setting that either distribution lacks.
+[[nodiscard]] std::optional<DefaultChange> FindDefaultChange(const OldVersion& old,
+                                                             const Document& now,
+                                                             const Field& setting);
+
 /// Only values count, not whether a line is active. A setting or entry that the old distribution
 /// lacks is not a change of the release, and of several lines of a name the first one counts.
 /// @param now the distribution's file as it is

@@ -151,6 +151,13 @@ std::vector<DefaultChange> FileMerge::DefaultChanges() const {
   return changes;
 }
 
+std::optional<DefaultChange> FileMerge::DefaultChangeOf(StringView name) const {
+  if (!old_ || !onServer_.contains(String(name))) return std::nullopt;
+  const auto setting = SavedSettings().Fields().Field(name);
+  if (setting->Name().empty()) return std::nullopt;  // no longer kept
+  return FindDefaultChange(*old_, *documents_.distribution, *setting);
+}
+
 std::vector<WithdrawnEntry> FileMerge::WithdrawnEntries() const {
   std::vector<WithdrawnEntry> entries = FindChanges().withdrawn;
   std::erase_if(entries, [this](const WithdrawnEntry& entry) { return !IsOn(entry); });
@@ -249,9 +256,13 @@ bool FileMerge::IsShown(int index, const SettingFilter& filter) const {
 
 SettingFilter::Item FileMerge::ItemOf(const Field& setting, const Field& original,
                                       StringView comment) const {
-  return {setting.Name(),           setting.Value(),
-          original.Value(),         comment,
-          !original.Name().empty(), StateOf(setting.Name()) != SettingState::kActive};
+  return {setting.Name(),
+          setting.Value(),
+          original.Value(),
+          comment,
+          !original.Name().empty(),
+          StateOf(setting.Name()) != SettingState::kActive,
+          DefaultChangeOf(setting.Name()).has_value()};
 }
 
 template <class Change>

@@ -110,6 +110,9 @@ class FileMerge {
   /// the opening, also after a save.
   [[nodiscard]] std::vector<DefaultChange> DefaultChanges() const;
 
+  /// @return the one of them with that name.
+  [[nodiscard]] std::optional<DefaultChange> DefaultChangeOf(StringView name) const;
+
   /// @return the series entries that the release has taken away and that a save would leave on.
   [[nodiscard]] std::vector<WithdrawnEntry> WithdrawnEntries() const;
 

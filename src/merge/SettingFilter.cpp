@@ -19,6 +19,8 @@ bool SettingFilter::IsChosen(const Item& item) const {
       return true;
     case Choice::kChanged:
       return item.IsChanged();
+    case Choice::kDefaults:
+      return item.newDefault;
     case Choice::kNotInDistribution:
       return !item.inDistribution;
     case Choice::kCommentedOut:

@@ -8,7 +8,7 @@ namespace quenmar {
 class SettingFilter {
  public:
   /// The kinds of settings to choose from.
-  enum class Choice { kAll, kChanged, kNotInDistribution, kCommentedOut };
+  enum class Choice { kAll, kChanged, kDefaults, kNotInDistribution, kCommentedOut };
 
   /// What the filter looks at. The texts outlive the call only.
   struct Item {
@@ -18,6 +18,7 @@ class SettingFilter {
     StringView comment;
     bool inDistribution = true;
     bool commentedOut = false;
+    bool newDefault = false;  ///< the release has changed its default
 
     /// @return whether the value differs from the distribution's; false where that has none.
     [[nodiscard]] bool IsChanged() const { return inDistribution && value != originalValue; }

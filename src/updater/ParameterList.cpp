@@ -100,7 +100,8 @@ void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const 
   const QString remark = ToQString(row.remark);
   item->setData(SettingDelegate::kValue, value);
   item->setData(SettingDelegate::kOriginalValue, original);
-  item->setData(SettingDelegate::kRemark, remark);
+  item->setData(SettingDelegate::kMark, ToQString(row.mark));
+  item->setData(SettingDelegate::kNote, ToQString(row.note));
   item->setData(SettingDelegate::kCommentedOut, row.commentedOut);
   QFont bold = font();
   bold.setBold(true);

@@ -18,10 +18,13 @@ struct SettingRow {
   String value;
   String originalValue;  ///< the distribution's
   String remark;         ///< what else is to be said
+  String mark;           ///< a sign before the distribution's value; empty for none
+  String note;           ///< what of the remark has room in the row
   bool ticked = false;
   bool changed = false;  ///< the two values differ
   bool commentedOut = false;
-  bool shown = true;  ///< else a filter hides it
+  bool newDefault = false;  ///< the release has changed its default
+  bool shown = true;        ///< else a filter hides it
 };
 
 /// A list of settings with check boxes, one of them current as long as any is shown; their names

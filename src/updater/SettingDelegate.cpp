@@ -75,11 +75,14 @@ void SettingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   plain.setBold(false);
   if (valueColumns_ > 1) {
     last = columns[2];
+    if (const QString mark = index.data(kMark).toString(); !mark.isEmpty()) {
+      last.setLeft(last.left() + Write(painter, last, item.font, mark) + kGap / 2);
+    }
     written = Write(painter, last, plain, index.data(kOriginalValue).toString());
   }
   plain.setItalic(true);
   Write(painter, last.adjusted(written > 0 ? written + 2 * kGap : 0, 0, 0, 0), plain,
-        index.data(kRemark).toString());
+        index.data(kNote).toString());
   painter->restore();
 }
 

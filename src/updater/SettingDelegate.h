@@ -4,15 +4,15 @@
 
 namespace quenmar {
 
-/// Draws settings in columns: the name, then the values and behind the last of them a remark, all
-/// these quieter than the name.
+/// Draws settings in columns: the name, then the values and behind the last of them a note, all
+/// these quieter than the name. A mark stands before the second value.
 class SettingDelegate : public ListDelegate {
   Q_OBJECT
 
  public:
   /// What items have besides their names, which are their texts. A font of theirs is for the name
   /// and the first value.
-  enum Role { kValue = Qt::UserRole, kOriginalValue, kRemark, kCommentedOut };
+  enum Role { kValue = Qt::UserRole, kOriginalValue, kMark, kNote, kCommentedOut };
 
   /// @param valueColumns 1 or 2
   SettingDelegate(QAbstractItemView* view, int valueColumns);

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <algorithm>
 #include <utility>
 
 #include "conf/Functions.h"
@@ -57,6 +58,8 @@ void frmUpdaterX::ConnectControls() {
   connect(addMandatory_, &QAction::triggered, this, &frmUpdaterX::AddMandatory);
   connect(takeOldValue_, &QAction::triggered, this, &frmUpdaterX::TakeOldValue);
   connect(switch_, &QAction::triggered, this, &frmUpdaterX::Switch);
+  connect(takeNewDefault_, &QAction::triggered, this, &frmUpdaterX::TakeNewDefault);
+  connect(takeAllDefaults_, &QAction::triggered, this, &frmUpdaterX::TakeAllDefaults);
   connect(tabLists_, &QTabWidget::currentChanged, this, [this] {
     ShowSelected();
     ShowCount();
@@ -86,6 +89,7 @@ void frmUpdaterX::ConnectLists() {
     connect(moves_[k], &QPushButton::clicked, this, [this, k] { Move(k); });
   }
   connect(lists_[kNew], &ParameterList::ItemTicked, this, &frmUpdaterX::UndoTick);
+  connect(lists_[kActual], &QListWidget::itemSelectionChanged, this, &frmUpdaterX::UpdateButtons);
   for (const int k : {kActual, kDeleted}) {
     connect(lists_[k], &ParameterList::ItemTicked, this, &frmUpdaterX::UpdateButtons);
   }
@@ -168,6 +172,22 @@ void frmUpdaterX::UpdateButtons() {
   // Saved as settings only, every setting is active.
   switch_->setEnabled(ShownList() != kNew && lists_[ShownList()]->CurrentName() &&
                       Merge().SaveLayout() != Layout::kSettings);
+  UpdateDefaultActions();
+}
+
+void frmUpdaterX::UpdateDefaultActions() {
+  const auto isUntouched = [](const DefaultChange& change) {
+    return change.kind == DefaultChange::Kind::kDefault;
+  };
+  const bool onCurrent = ShownList() == kActual;
+  const std::vector<DefaultChange> changes = Merge().DefaultChanges();
+  const std::vector<String> names = lists_[kActual]->HighlightedNames();
+  const auto isChanged = [this](const String& name) {
+    return Merge().DefaultChangeOf(name).has_value();
+  };
+  takeNewDefault_->setEnabled(onCurrent && std::any_of(names.begin(), names.end(), isChanged));
+  takeAllDefaults_->setEnabled(onCurrent &&
+                               std::any_of(changes.begin(), changes.end(), isUntouched));
 }
 
 void frmUpdaterX::UpdateChangesPage() {
@@ -217,14 +237,26 @@ void frmUpdaterX::TakeOldValue() {
 
 void frmUpdaterX::Switch() {
   const int list = ShownList();
-  const auto name = lists_[list]->CurrentName();
-  if (!name) return;
-  if (!Merge().SwitchSetting(*name, !Merge().IsWantedActive(*name))) {
-    Ask(Message::kCannotSwitchOff, kInformation, {*name});
-    return;
-  }
+  const auto current = lists_[list]->CurrentName();
+  if (!current) return;
+  const std::vector<String> names = lists_[list]->HighlightedNames();
+  const bool active = Merge().IsWantedActive(*current);
+  const std::vector<String> refused = Merge().SwitchSettings(names, !active);
   ShowChanged();
-  RefreshRows(list, *name);
+  for (const String& name : names) RefreshRows(list, name);
+  if (!refused.empty()) Ask(Message::kCannotSwitchOff, kInformation, {refused.front()});
+}
+
+void frmUpdaterX::TakeNewDefault() {
+  if (Merge().TakeDefaults(lists_[kActual]->HighlightedNames()) == 0) return;
+  ShowChanged();
+  FillAgain({});
+}
+
+void frmUpdaterX::TakeAllDefaults() {
+  if (Merge().TakeUntouchedDefaults() == 0) return;
+  ShowChanged();
+  FillAgain({});
 }
 
 void frmUpdaterX::Apply() {
@@ -254,6 +286,7 @@ void frmUpdaterX::ShowListMenu(int list, QPoint place) {
     menu.addActions({takeOldValue_, addMandatory_});
   } else {
     menu.addAction(switch_);
+    if (list == kActual) menu.addActions({takeNewDefault_, takeAllDefaults_});
   }
   menu.addSeparator();
   menu.addAction(find_->Action());

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "compare/ReleaseChanges.h"
 #include "widgets/FileWindow.h"
 
 class QAction;
@@ -73,7 +74,10 @@ class frmUpdaterX : public FileWindow {
   /// @return how a list shows the setting of one of its fields, but for its tick.
   [[nodiscard]] SettingRow RowOf(int list, const Field& field) const;
   [[nodiscard]] bool IsShown(const SettingRow& row, int list) const;
+  /// @return what else is to be said about a setting, all of it or but for a changed default.
   [[nodiscard]] String RemarkOf(int list, StringView name) const;
+  [[nodiscard]] String StateRemark(int list, StringView name) const;
+  [[nodiscard]] std::optional<DefaultChange> DefaultChangeIn(int list, StringView name) const;
 
   /// Shows what a changed value or state has changed in the rows of that name.
   void RefreshRows(int list, StringView name);
@@ -83,6 +87,7 @@ class frmUpdaterX : public FileWindow {
   void ShowSelected();
   void ShowHints();
   void UpdateButtons();
+  void UpdateDefaultActions();
   void UpdateChangesPage();
 
   void UndoTick(QListWidgetItem* item);
@@ -91,6 +96,8 @@ class frmUpdaterX : public FileWindow {
   void AddMandatory();
   void TakeOldValue();
   void Switch();
+  void TakeNewDefault();
+  void TakeAllDefaults();
   void Apply();
   void ShowListMenu(int list, QPoint place);
   [[nodiscard]] String ClosingRemark() const override;
@@ -112,7 +119,10 @@ class frmUpdaterX : public FileWindow {
   QAction* addMandatory_ = nullptr;
   QAction* takeOldValue_ = nullptr;
   QAction* switch_ = nullptr;
-  std::array<QPushButton*, 2> actionButtons_{};  // of the first two of these
+  QAction* takeNewDefault_ = nullptr;
+  QAction* takeAllDefaults_ = nullptr;
+  std::array<QPushButton*, 2> actionButtons_{};   // of the first two of these
+  std::array<QPushButton*, 2> defaultButtons_{};  // of the last two
   FindBar* find_ = nullptr;
   QPushButton* openFind_ = nullptr;
   std::array<QLabel*, 2> hints_{};    // by page

@@ -80,7 +80,9 @@ void frmUpdaterX::MakeControls() {
     list = new ParameterList;
     list->setContextMenuPolicy(Qt::CustomContextMenu);
   }
-  lists_[kNew]->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  for (const int k : {kNew, kActual}) {
+    lists_[k]->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  }
   lists_[kActual]->ShowBothValues({WithoutColon(Text(Message::kParameters)),
                                    WithoutColon(Text(Message::kActualValue)),
                                    WithoutColon(Text(Message::kOriginalValue))});
@@ -136,9 +138,14 @@ void frmUpdaterX::MakeActions() {
   addMandatory_ = make(Message::kAddMandatory, "AddMandatory", "Ctrl+M");
   takeOldValue_ = make(Message::kTakeOldValue, "TakeOldValue", "Ctrl+O");
   switch_ = make(Message::kSwitchSetting, "Switch", "Ctrl+T");
+  takeNewDefault_ = make(Message::kTakeNewDefault, "TakeNewDefault", "Ctrl+D");
+  takeAllDefaults_ = make(Message::kTakeAllDefaults, "TakeAllDefaults", "Ctrl+Shift+D");
+  defaultButtons_ = {MakeActionButton(takeNewDefault_), MakeActionButton(takeAllDefaults_)};
   actionButtons_ = {MakeActionButton(addMandatory_), MakeActionButton(takeOldValue_)};
   using Choice = SettingFilter::Choice;
-  find_ = new FindBar(TheLanguage(), {Choice::kAll, Choice::kChanged, Choice::kCommentedOut}, this);
+  find_ =
+      new FindBar(TheLanguage(),
+                  {Choice::kAll, Choice::kChanged, Choice::kDefaults, Choice::kCommentedOut}, this);
   openFind_ = MakeActionButton(find_->Action());
   openFind_->setText(WithoutColon(openFind_->text()));
 }
@@ -169,6 +176,11 @@ void frmUpdaterX::NameControls() {
   name(actionButtons_[1], "cmdTakeOldValue");
   for (QPushButton* const button : actionButtons_) {
     button->setAccessibleDescription(Text(Message::kNewSettings));
+  }
+  name(defaultButtons_[0], "cmdTakeNewDefault");
+  name(defaultButtons_[1], "cmdTakeAllDefaults");
+  for (QPushButton* const button : defaultButtons_) {
+    button->setAccessibleDescription(Text(Message::kParameters));
   }
   for (QLabel* const hint : hints_) name(hint, "lblHint");
   for (QLabel* const remark : remarks_) name(remark, "lblRemark");
@@ -238,7 +250,7 @@ void frmUpdaterX::BuildCurrentPage() {
   page->setObjectName("pageCurrent");
   auto* const row = new QHBoxLayout;
   row->addWidget(lists_[kActual], 1);
-  row->addLayout(MakeButtonColumn({moves_[kActual]}));
+  row->addLayout(MakeButtonColumn({moves_[kActual], defaultButtons_[0], defaultButtons_[1]}));
   auto* const column = new QVBoxLayout(page);
   column->addWidget(MakeLabel(Caption(Message::kParameters), lists_[kActual]));
   column->addLayout(row, 1);
@@ -297,6 +309,8 @@ void frmUpdaterX::OrderTabs() {
                                  value_,
                                  lists_[kActual],
                                  moves_[kActual],
+                                 defaultButtons_[0],
+                                 defaultButtons_[1],
                                  actualValue_,
                                  comments_,
                                  series_,

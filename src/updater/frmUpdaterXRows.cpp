@@ -5,11 +5,21 @@
 #include "merge/SettingFilter.h"
 #include "updater/ParameterList.h"
 #include "updater/frmUpdaterX.h"
+#include "widgets/DefaultRemark.h"
 #include "widgets/FindBar.h"
 #include "widgets/ListDelegate.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
+
+namespace {
+
+/// @return two remarks as one; either may be empty.
+String Joined(const String& first, const String& second) {
+  return first.empty() || second.empty() ? first + second : first + u"; " + second;
+}
+
+}  // namespace
 
 void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& ticked) {
   const QWidget* const focused = focusWidget();
@@ -54,8 +64,14 @@ void frmUpdaterX::FillAgain(std::optional<int> unticked) {
 SettingRow frmUpdaterX::RowOf(int list, const Field& field) const {
   const StringView name = field.Name();
   const auto original = Merge().DistributionSettings().Fields().Field(name);
-  SettingRow row{String(name), String(field.Value()), String(original->Value()),
-                 RemarkOf(list, name)};
+  SettingRow row{
+      String(name), String(field.Value()),  String(original->Value()), RemarkOf(list, name),
+      {},           StateRemark(list, name)};
+  if (const auto change = DefaultChangeIn(list, name)) {
+    row.mark = DefaultMark(change->kind);
+    row.note = Joined(OldDefaultRemark(*change, TheLanguage()), row.note);
+    row.newDefault = true;
+  }
   row.changed = !original->Name().empty() && row.value != row.originalValue;
   row.commentedOut = list != kNew && Merge().StateOf(name) != FileMerge::SettingState::kActive;
   row.shown = IsShown(row, list);
@@ -66,11 +82,20 @@ bool frmUpdaterX::IsShown(const SettingRow& row, int list) const {
   const SettingFilter filter = find_->Filter();
   if (filter.ShowsAll()) return true;
   const String comment = Merge().Comment(row.name);
-  return filter.Shows(
-      {row.name, row.value, row.originalValue, comment, list != kDeleted, row.commentedOut});
+  return filter.Shows({row.name, row.value, row.originalValue, comment, list != kDeleted,
+                       row.commentedOut, row.newDefault});
+}
+
+std::optional<DefaultChange> frmUpdaterX::DefaultChangeIn(int list, StringView name) const {
+  return list == kActual ? Merge().DefaultChangeOf(name) : std::nullopt;
 }
 
 String frmUpdaterX::RemarkOf(int list, StringView name) const {
+  const auto change = DefaultChangeIn(list, name);
+  return Joined(change ? DefaultRemark(*change, TheLanguage()) : String(), StateRemark(list, name));
+}
+
+String frmUpdaterX::StateRemark(int list, StringView name) const {
   if (list == kNew) {
     const auto old = Merge().RenamedFrom(name);
     if (!old) return {};

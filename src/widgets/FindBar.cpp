@@ -20,6 +20,8 @@ Message CaptionOf(SettingFilter::Choice choice) {
       return Message::kShowAll;
     case SettingFilter::Choice::kChanged:
       return Message::kShowChanged;
+    case SettingFilter::Choice::kDefaults:
+      return Message::kShowDefaults;
     case SettingFilter::Choice::kNotInDistribution:
       return Message::kShowNotInDistribution;
     case SettingFilter::Choice::kCommentedOut:

@@ -42,7 +42,9 @@ class ReleaseMergeTest : public ::testing::Test {
 
   static std::string Shown(const FileMerge& merge) {
     std::string text;
+    EXPECT_FALSE(merge.DefaultChangeOf(u"d") || merge.DefaultChangeOf(u"f"));
     for (const DefaultChange& change : merge.DefaultChanges()) {
+      EXPECT_EQ(merge.DefaultChangeOf(change.name).value().kind, change.kind);
       text += ToUtf8(change.name) + (change.kind == Kind::kDefault ? " default;" : " both;");
     }
     for (const WithdrawnEntry& entry : merge.WithdrawnEntries()) text += ToUtf8(entry.name) + ";";
@@ -111,6 +113,11 @@ TEST_F(ReleaseMergeTest, SavesKeepTheDistributionsFileAndLooksDoNot) {
   merge = Open(Purpose::kEdit);
   EXPECT_TRUE(merge->Save(merge->Plan()));
   EXPECT_EQ(Seen(), kOld) << "nobody saw the new settings";
+  std::string filtered;
+  for (int index = 0; index < merge->ServerSettings().Fields().Count(); ++index) {
+    filtered += merge->IsShown(index, {u"", SettingFilter::Choice::kDefaults}) ? 'x' : '-';
+  }
+  EXPECT_EQ(filtered, "xxx-");
   merge = Open();
   EXPECT_TRUE(merge->Save(merge->Plan()));
   EXPECT_EQ(Seen(), kNew);

@@ -14,7 +14,7 @@ TEST(SettingFilter, ShowsWhatIsChosenAndContainsTheText) {
       {u"max_level", u"99", u"99", u"The highest Level."},
       {u"rate", u"200", u"100", u"In percent."},
       {u"own", u"Niño", u"", u"", false},
-      {u"pin_code", u"yes", u"yes", u"", true, true},
+      {u"pin_code", u"yes", u"yes", u"", true, true, true},
   };
   struct Case {
     StringView text;
@@ -26,6 +26,7 @@ TEST(SettingFilter, ShowsWhatIsChosenAndContainsTheText) {
       {u"  ", Choice::kChanged, {u"rate"}},
       {u"", Choice::kNotInDistribution, {u"own"}},
       {u"", Choice::kCommentedOut, {u"pin_code"}},
+      {u"", Choice::kDefaults, {u"pin_code"}},
       {u"LEVEL", Choice::kAll, {u"max_level"}},        // name
       {u" highest l ", Choice::kAll, {u"max_level"}},  // comment
       {u"NIÑO", Choice::kAll, {u"own"}},               // value

@@ -35,6 +35,7 @@ class OpenUpdater : public QObject {
     const MergeContext with{options_, language_, messages_};
     FileMerge::Request request{*folder_ / "dist", *folder_ / "a.conf"};
     request.layout = layout_;
+    request.base = *folder_ / "old";  // a test may write it
     merge_ = FileMerge::Open(request, with);
     QVERIFY(merge_ != nullptr);
     window_ = std::make_unique<frmUpdaterX>(

@@ -33,6 +33,7 @@ class UpdaterListsTest : public OpenUpdater {
   void ClosingNamesWhatWasNotAdded();
   void OnlyWhatIsShownMoves();
   void ChoicesShowWhatIsChangedOrCommentedOut();
+  void ChangedDefaultsAreMarkedAndTaken();
   void MovesLeaveListsWhereTheyWere();
   void MenusOfferWhatKeysDo();
 
@@ -214,17 +215,56 @@ void UpdaterListsTest::OnlyWhatIsShownMoves() {
 }
 
 void UpdaterListsTest::ChoicesShowWhatIsChangedOrCommentedOut() {
+  WriteFile(*folder_ / "old", "mine: 4\r\nquiet: 5\r\n");
   Open(kReleased, kOwn);
   Pages()->setCurrentIndex(1);
   Filter("");
   auto* const choices = Find<QComboBox>("cmbFind");
-  const QStringList shown{"same mine quiet note", "mine", "quiet"};
+  const QStringList shown{"same mine quiet note", "mine", "mine", "quiet"};
   QCOMPARE(choices->count(), shown.size());
   for (int choice = 0; choice < choices->count(); ++choice) {
     choices->setCurrentIndex(choice);
     QCOMPARE(Shown(1), shown[choice]);
     QVERIFY(List(1)->currentItem() != nullptr && !List(1)->currentItem()->isHidden());
   }
+}
+
+void UpdaterListsTest::ChangedDefaultsAreMarkedAndTaken() {
+  WriteFile(*folder_ / "old", "same: 4\r\nmine: 3\r\nrate: 1\r\nfast: 1\r\n");
+  const std::string own = "same: 4\r\nmine: 50\r\n//rate: 1\r\nfast: 1\r\n";
+  Open("same: 4\r\nmine: 5\r\nrate: 2\r\nfast: 2\r\n", own);
+  Pages()->setCurrentIndex(1);
+  const QString both = "you and the release have both changed this; Old default: 3; New default: 5";
+  const QString untouched = "the release has changed this default; Old default: 1; New default: 2";
+  const QStringList said{"4", "50; Original Value: 5; " + both,
+                         "1; Original Value: 2; " + untouched + "; commented out",
+                         "1; Original Value: 2; " + untouched};
+  for (int row = 0; row < 4; ++row) QCOMPARE(Said(1, row), said[row]);
+  QVERIFY(!Find<QPushButton>("cmdTakeNewDefault")->isEnabled());
+  Filter("");
+  Find<QComboBox>("cmbFind")->setCurrentIndex(2);
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Return);
+  QCOMPARE(Remark(), both);
+  const auto undo = [this] { QTest::keySequence(window_->focusWidget(), QKeySequence::Undo); };
+  const std::initializer_list<std::pair<std::function<void()>, const char*>> ways{
+      {[&] { Press("cmdTakeNewDefault"); }, "rate fast"},
+      {[&] { Press("cmdTakeAllDefaults"); }, "mine"},
+      {[&] {
+         QTest::keySequence(List(1), QKeySequence::SelectAll);
+         QTest::keySequence(List(1), QKeySequence("Ctrl+D"));
+       },
+       ""},
+      {[&] { QTest::keySequence(List(1), QKeySequence("Ctrl+Shift+D")); }, "mine"}};
+  for (const auto& [take, left] : ways) {
+    QCOMPARE(Shown(1), "mine rate fast");
+    take();
+    QCOMPARE(Shown(1), left);
+    undo();
+    QCOMPARE(window_->Changed(), 0);
+  }
+  Press("cmdTakeAllDefaults");
+  QVERIFY(!Find<QPushButton>("cmdTakeAllDefaults")->isEnabled());
+  QCOMPARE(Applied(), "same: 4\r\nmine: 50\r\n//rate: 2\r\nfast: 2\r\n");
 }
 
 void UpdaterListsTest::MovesLeaveListsWhereTheyWere() {
@@ -244,7 +284,8 @@ void UpdaterListsTest::MovesLeaveListsWhereTheyWere() {
 
 void UpdaterListsTest::MenusOfferWhatKeysDo() {
   Open(kReleased, kOwn);
-  const QStringList offered{"TakeOldValue AddMandatory  Find", "Switch  Find", "Switch  Find"};
+  const QStringList offered{"TakeOldValue AddMandatory  Find",
+                            "Switch TakeNewDefault TakeAllDefaults  Find", "Switch  Find"};
   for (const int list : {0, 2, 1}) {
     Pages()->setCurrentIndex(list == 1 ? 1 : 0);
     QStringList names;

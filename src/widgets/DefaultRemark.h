@@ -1,0 +1,18 @@
+#pragma once
+
+#include "compare/ReleaseChanges.h"
+#include "registry/Language.h"
+
+namespace quenmar {
+
+/// @return the sign before a new default that says that the release has changed it; another one
+/// where the server has a value of its own.
+[[nodiscard]] StringView DefaultMark(DefaultChange::Kind kind);
+
+/// @return what the release has changed, in words: what the sign means and both defaults.
+[[nodiscard]] String DefaultRemark(const DefaultChange& change, const Language& language);
+
+/// @return the old default alone, in words.
+[[nodiscard]] String OldDefaultRemark(const DefaultChange& change, const Language& language);
+
+}  // namespace quenmar
