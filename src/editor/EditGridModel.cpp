@@ -68,6 +68,8 @@ QVariant EditGridModel::data(const QModelIndex& index, int role) const {
     }
     case kPale:
       return marks_(row, col).pale;
+    case kSign:
+      return ToQString(marks_(row, col).sign);
     case kWarning:
       if (grid_.ReadOnly(col)) return {};
       return ReadBackWarning(grid_.Text(row, col), warning_);

@@ -12,6 +12,7 @@ struct CellMarks {
   bool bold = false;
   bool struckOut = false;
   bool pale = false;
+  String sign;    ///< stands before the text
   String remark;  ///< the tool tip, which is read out, too
 };
 
@@ -29,6 +30,7 @@ class EditGridModel : public QAbstractTableModel {
   enum Role {
     kWarning = Qt::UserRole,  ///< why the cell is framed; empty for others
     kPale,                    ///< whether the text is pale
+    kSign,                    ///< what stands before the text, of which it is no part
   };
 
   /// @param grid outlives every use of the model

@@ -54,6 +54,8 @@ class CellDelegate : public QStyledItemDelegate {
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     constexpr float kPaleText = 0.62F;  // more than 4.5 to 1 on the common palettes
     QStyledItemDelegate::initStyleOption(option, index);
+    const QString sign = index.data(EditGridModel::kSign).toString();
+    if (!sign.isEmpty()) option->text.prepend(sign + ' ');
     if (!index.data(EditGridModel::kPale).toBool()) return;
     const QPalette& palette = option->palette;
     option->palette.setColor(QPalette::Text, Mixed(palette.color(QPalette::Base),

@@ -21,6 +21,7 @@
 #include "conf/Functions.h"
 #include "docmodel/XmlText.h"
 #include "editor/EditGridView.h"
+#include "widgets/DefaultRemark.h"
 #include "widgets/DragBar.h"
 #include "widgets/FindBar.h"
 #include "widgets/QtText.h"
@@ -53,9 +54,10 @@ void NEditForm::CreateControls() {
   frame_ = new QGroupBox(this);
   frame_->setObjectName("Frame1");
   using Choice = SettingFilter::Choice;
-  find_ = new FindBar(
-      TheLanguage(),
-      {Choice::kAll, Choice::kChanged, Choice::kNotInDistribution, Choice::kCommentedOut}, this);
+  find_ = new FindBar(TheLanguage(),
+                      {Choice::kAll, Choice::kChanged, Choice::kDefaults,
+                       Choice::kNotInDistribution, Choice::kCommentedOut},
+                      this);
   find_->setParent(frame_);
   xEDG_ = new EditGridView(*this, frame_);
   xEDG_->setObjectName("xEDG");
@@ -93,6 +95,7 @@ void NEditForm::SetUpGrid() {
 
 CellMarks NEditForm::MarksOf(int row, int col) const {
   CellMarks marks;
+  if (col == kOriginalValue) return OriginalMarksOf(SettingOf(row)->Name());
   if (col != kName && col != kActualValue) return marks;
   const auto state = Merge().StateOf(SettingOf(row)->Name());
   marks.pale = state != FileMerge::SettingState::kActive;
@@ -101,6 +104,15 @@ CellMarks NEditForm::MarksOf(int row, int col) const {
   if (marks.pale) {
     const bool stays = state == FileMerge::SettingState::kCommentedOut;
     marks.remark = TheLanguage().Text(stays ? Message::kCommentedOut : Message::kBecomesActive);
+  }
+  return marks;
+}
+
+CellMarks NEditForm::OriginalMarksOf(StringView name) const {
+  CellMarks marks;
+  if (const auto change = Merge().DefaultChangeOf(name)) {
+    marks.sign = DefaultMark(change->kind);
+    marks.remark = DefaultRemark(*change, TheLanguage());
   }
   return marks;
 }

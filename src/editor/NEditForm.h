@@ -86,6 +86,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void ShowSettingComment();
   void ShowCommentOf(const QAbstractItemView* view);
   [[nodiscard]] CellMarks MarksOf(int row, int col) const;
+  [[nodiscard]] CellMarks OriginalMarksOf(StringView name) const;
   void ShowContextMenu(QAbstractScrollArea* box, QPoint place);
   /// @return the height of a comments box of so many lines, in twips.
   [[nodiscard]] int CommentsHeight(int lines) const;

@@ -125,6 +125,28 @@ class EditorFindTest : public QObject {
     }
   }
 
+  void marksDefaultsThatTheReleaseHasChanged() {
+    Editor editor(kMany, kManyOnServer, {}, "a: 1\r\nb: 1\r\nd: 8\r\n");
+    const auto signs = [&editor] {
+      QString all;
+      for (int row = 0; row < 5; ++row) {
+        all += Role(editor, row, 2, EditGridModel::kSign).toString() + editor.Cell(row, 2) + ' ';
+      }
+      return all;
+    };
+    QCOMPARE(signs(), QString::fromUtf16(u"1 \u25C62 3 \u25CF4  "));
+    for (const int role : {Qt::ToolTipRole, Qt::AccessibleDescriptionRole}) {
+      QCOMPARE(Role(editor, 3, 2, role).toString(),
+               QString("the release has changed this default; Old default: 8; New default: 4"));
+    }
+    QTest::keySequence(editor.Grid(), QKeySequence::Find);
+    editor.Find<QComboBox>("cmbFind")->setCurrentIndex(2);
+    QCOMPARE(Rows(editor), QString("b d"));
+    editor.ClickCell(3, 2);
+    QTest::keyClick(editor.Grid(), Qt::Key_R, Qt::ControlModifier);
+    QCOMPARE(signs(), QString::fromUtf16(u"1 \u25C62 3 4  "));
+  }
+
   void remembersColumnsAndFillsTheWidth() {
     const auto lastEnds = [](const Editor& editor) {
       const QHeaderView& header = *editor.Grid()->horizontalHeader();

@@ -25,12 +25,14 @@ inline constexpr auto kServer =
 /// An editor window on a file of each folder.
 struct Editor {
   explicit Editor(const std::string& distribution = kDistribution,
-                  const std::string& server = kServer, Options chosen = {})
+                  const std::string& server = kServer, Options chosen = {},
+                  const std::string& old = {})
       : options(std::move(chosen)) {
     for (const auto& [name, text] : {std::pair("dist", distribution), std::pair("conf", server)}) {
       std::filesystem::create_directory(folder / name);
       WriteFile(folder / name / "a.conf", text);
     }
+    if (!old.empty()) WriteFile(folder / "old", old);
     Open();
   }
 
@@ -39,6 +41,7 @@ struct Editor {
     FileMerge::Request request{folder / "dist" / "a.conf", folder / "conf" / "a.conf",
                                FileMerge::Purpose::kEdit};
     request.layout = options.layout;
+    request.base = folder / "old";
     merge = FileMerge::Open(request, with);
     form = std::make_unique<NEditForm>(
         FileContext{*merge, with, PathText(folder / "conf"), u"a.conf"}, nullptr);
