@@ -15,8 +15,9 @@ QSet<QString> AsSet(const QStringList& list) { return {list.begin(), list.end()}
 
 }  // namespace
 
-FolderReports::FolderReports(const Options& options, const Language& language, QObject* parent)
-    : QObject(parent), options_(options), language_(language) {
+FolderReports::FolderReports(const Options& options, const Language& language,
+                             const SeenFiles& seen, QObject* parent)
+    : QObject(parent), options_(options), language_(language), seen_(seen) {
   settling_.setSingleShot(true);
   settling_.setInterval(kSettlingTime);
   const auto settle = [this] {
@@ -59,12 +60,12 @@ void FolderReports::Stop() {
 void FolderReports::TakeTurn() {
   const String& file = files_[next_++];
   const Path name = PathFromText(file);
-  const Stamps now = {StampOf(distribution_ / name), StampOf(server_ / name)};
+  const Stamps now = {StampOf(distribution_ / name), StampOf(server_ / name),
+                      StampOf(seen_.EntryOf(server_ / name))};
   const auto [known, isNew] = read_.try_emplace(file, now);
   if (isNew || known->second != now) {
     known->second = now;
-    emit Reported(FileReport::Of(distribution_, server_, name, options_, language_,
-                                 ConfReader::BareLineFeeds::kEndLines));
+    emit Reported(ReportOn(name));
   }
   if (next_ == files_.size()) {
     turns_.stop();
@@ -73,8 +74,18 @@ void FolderReports::TakeTurn() {
   emit Progressed(static_cast<int>(next_), static_cast<int>(files_.size()));
 }
 
-/// Watching a folder shows files that come, go or are replaced, only watching a file that it is
-/// written in place. A file that was replaced is no longer watched.
+FileReport FolderReports::ReportOn(const Path& name) const {
+  const OldFile old = FindOldFile({}, &seen_, server_ / name);
+  FileReport report = FileReport::Of(distribution_, server_, name, options_, language_,
+                                     ConfReader::BareLineFeeds::kEndLines, old.file);
+  if (!old.trouble.empty()) {
+    report.findings.push_back({old.path, {0, Finding::Kind::kUnreadable, old.trouble}, {}});
+  }
+  return report;
+}
+
+/// A folder tells when files come, go or are replaced, only a file when it is written in place. A
+/// file that was replaced is no longer watched.
 void FolderReports::Watch() {
   QSet<QString> wanted;
   for (const Path& folder : {distribution_, server_}) {

@@ -8,6 +8,7 @@
 
 #include "compare/FileReport.h"
 #include "files/Folder.h"
+#include "merge/SeenFiles.h"
 
 namespace quenmar {
 
@@ -18,7 +19,9 @@ class FolderReports : public QObject {
 
  public:
   /// The references outlive this object.
-  FolderReports(const Options& options, const Language& language, QObject* parent);
+  /// @param seen the distribution's files as they were
+  FolderReports(const Options& options, const Language& language, const SeenFiles& seen,
+                QObject* parent);
 
   /// Begins to report on the files, and watches the folders afterwards. Other folders than last
   /// time are read from the start.
@@ -49,19 +52,22 @@ class FolderReports : public QObject {
   void DiskChanged();
 
  private:
-  /// Both versions of a file as they were when it was read.
+  /// All versions of a file as they were when it was read.
   struct Stamps {
     FileStamp distribution;
     FileStamp server;
+    FileStamp old;
 
     bool operator==(const Stamps&) const = default;
   };
 
   void TakeTurn();
+  [[nodiscard]] FileReport ReportOn(const Path& name) const;
   void Watch();
 
   const Options& options_;
   const Language& language_;
+  const SeenFiles& seen_;
   QTimer turns_;
   QTimer settling_;  ///< gathers what happens on the disk at the same time
   QFileSystemWatcher watcher_;

@@ -71,7 +71,7 @@ void Main::CreateControls() {
   edit_ = Named(new QPushButton, "Command3");
   checkChanges_ = Named(new QPushButton, "Command5");
   close_ = Named(new QPushButton, "Command4");
-  overview_ = new Overview(options_, language_);
+  overview_ = new Overview(options_, language_, seenFiles_);
   distributionLabel_->setBuddy(distribution_);
   serverLabel_->setBuddy(server_);
   filesLabel_->setBuddy(files_);

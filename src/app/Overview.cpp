@@ -15,10 +15,11 @@
 
 namespace quenmar {
 
-Overview::Overview(const Options& options, const Language& language, QWidget* parent)
+Overview::Overview(const Options& options, const Language& language, const SeenFiles& seen,
+                   QWidget* parent)
     : QWidget(parent),
       language_(language),
-      reports_(options, language, this),
+      reports_(options, language, seen, this),
       model_(language, this) {
   CreateTable();
   CreateColumns();
@@ -64,7 +65,7 @@ void Overview::CreateColumns() {
     widen(column, model_.headerData(column, Qt::Horizontal).toString());
   }
   widen(OverviewModel::kFile, "a-rather-long-name.conf");
-  widen(OverviewModel::kNew, "00 (00)");
+  for (const int column : {OverviewModel::kNew, OverviewModel::kDefaults}) widen(column, "00 (00)");
   widen(OverviewModel::kSeries, "+00 -00");
   for (const Message state : {Message::kStateSame, Message::kStateDiffers, Message::kStateNewFile,
                               Message::kStateUnreadable}) {

@@ -20,7 +20,9 @@ class Overview : public QWidget {
 
  public:
   /// The references outlive the widget.
-  Overview(const Options& options, const Language& language, QWidget* parent = nullptr);
+  /// @param seen the distribution's files as they were
+  Overview(const Options& options, const Language& language, const SeenFiles& seen,
+           QWidget* parent = nullptr);
 
   /// Lists files and reports on those that were not read yet or have changed since.
   void ShowFiles(const Path& distribution, const Path& server, const std::vector<String>& files);

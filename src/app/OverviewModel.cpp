@@ -6,6 +6,7 @@
 #include <array>
 #include <utility>
 
+#include "widgets/DefaultRemark.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -13,9 +14,9 @@ namespace quenmar {
 namespace {
 
 constexpr std::array<Message, OverviewModel::kColumns> kHeaders = {
-    Message::kColumnFile,    Message::kColumnState,    Message::kColumnNew,
-    Message::kColumnChanged, Message::kColumnInactive, Message::kColumnObsolete,
-    Message::kColumnSeries,  Message::kColumnRemarks,
+    Message::kColumnFile,     Message::kColumnState,    Message::kColumnNew,
+    Message::kColumnChanged,  Message::kColumnInactive, Message::kColumnObsolete,
+    Message::kColumnDefaults, Message::kColumnSeries,   Message::kColumnRemarks,
 };
 
 bool IsNumber(int column) {
@@ -33,6 +34,8 @@ size_t CountOf(const FileReport& report, int column) {
       return report.inactive.size();
     case OverviewModel::kObsolete:
       return report.obsolete.size();
+    case OverviewModel::kDefaults:
+      return report.release.defaults.size();
     default:
       return report.newSeries.size() + report.obsoleteSeries.size();
   }
@@ -57,6 +60,26 @@ QStringList NewNames(const std::vector<NewSetting>& settings) {
   QStringList names;
   for (const NewSetting& setting : settings) {
     names << (setting.mandatory ? "[x] " : "[ ] ") + ToQString(setting.name);
+  }
+  return names;
+}
+
+/// @return such as "2 (1)": untouched settings, and in brackets those that the server has changed,
+/// too.
+QString DefaultsText(const FileReport& report) {
+  const size_t untouched = report.DefaultCount(DefaultChange::Kind::kDefault);
+  const size_t both = report.DefaultCount(DefaultChange::Kind::kBoth);
+  if (both > 0) return QString("%1 (%2)").arg(untouched).arg(both);
+  return untouched > 0 ? QString::number(untouched) : QString();
+}
+
+/// @return the settings with their old and new defaults, each behind the sign that the windows
+/// have.
+QStringList DefaultNames(const FileReport& report) {
+  QStringList names;
+  for (const DefaultChange& change : report.release.defaults) {
+    names << ToQString(String(DefaultMark(change.kind)) + u' ' + change.name + u": " +
+                       change.oldDefault + u" -> " + change.newDefault);
   }
   return names;
 }
@@ -160,6 +183,7 @@ QVariant OverviewModel::headerData(int section, Qt::Orientation orientation, int
 QString OverviewModel::TextOf(const FileReport& report, int column) const {
   if (column == kState) return StateOf(report.status);
   if (column == kRemarks) return OdditiesOf(report).join(", ");
+  if (column == kDefaults) return DefaultsText(report);
   if (column == kSeries) return SeriesText(report);
   const size_t count = CountOf(report, column);
   if (count == 0) return {};
@@ -183,6 +207,8 @@ QStringList OverviewModel::DetailsOf(const FileReport& report, int column) const
       return NamesOf(report.inactive);
     case kObsolete:
       return NamesOf(report.obsolete);
+    case kDefaults:
+      return DefaultNames(report);
     case kSeries:
       return SeriesNames(report);
     case kRemarks:

@@ -21,6 +21,7 @@ class OverviewModel : public QAbstractTableModel {
     kChanged,
     kInactive,
     kObsolete,
+    kDefaults,
     kSeries,
     kRemarks,
     kColumns,  ///< how many there are

@@ -210,7 +210,7 @@ bool FileReport::NeedsWork() const {
         return kind == Finding::Kind::kDuplicate || kind == Finding::Kind::kNoText;
       });
   return status == FileStatus::kNew || status == FileStatus::kFailed || toMend || !fresh.empty() ||
-         !obsolete.empty() || !inactive.empty() || !newSeries.empty();
+         !obsolete.empty() || !inactive.empty() || !newSeries.empty() || !release.Empty();
 }
 
 std::vector<String> FileReport::Oddities(const Language& language) const {

@@ -89,9 +89,9 @@ struct FileReport {
   /// @return how many of the new settings are mandatory.
   [[nodiscard]] size_t MandatoryCount() const;
 
-  /// @return whether the user has something to do: to take over what is new, to decide about what
-  /// is obsolete or inactive, or to mend a version. Own values, own series entries, line feeds and
-  /// character sets are nothing to do.
+  /// @return whether the file asks something of the user: to take over what is new, to decide about
+  /// what is obsolete or inactive or what the release has changed, or to mend a version. Own
+  /// values, own series entries, line feeds and character sets ask nothing.
   [[nodiscard]] bool NeedsWork() const;
 
   /// @return what is odd in either version, each in a few words and once, then `remarks`.

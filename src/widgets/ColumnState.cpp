@@ -1,13 +1,12 @@
 #include "widgets/ColumnState.h"
 
 #include <QEvent>
-#include <utility>
-
 #include "widgets/StateFile.h"
 
 namespace quenmar {
 
-ColumnState::ColumnState(QHeaderView* header, QString key) : QObject(header), key_(std::move(key)) {
+ColumnState::ColumnState(QHeaderView* header, const QString& key)
+    : QObject(header), key_(key + QString::number(header->count())) {
   header->restoreState(StateFile().value(key_).toByteArray());
   header->installEventFilter(this);
 }

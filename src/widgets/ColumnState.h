@@ -10,8 +10,10 @@ namespace quenmar {
 class ColumnState : public QObject {
  public:
   /// @param header has all its columns; owns the new object
-  /// @param key the table's name in the state file
-  ColumnState(QHeaderView* header, QString key);
+  /// @param key the table's name in the state file, beside which the number of columns counts: a
+  /// program
+  ///   with other columns begins anew
+  ColumnState(QHeaderView* header, const QString& key);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -8,6 +8,7 @@
 
 #include "app/MainFixture.h"
 #include "app/OverviewModel.h"
+#include "merge/StateFolder.h"
 
 namespace quenmar {
 
@@ -45,23 +46,29 @@ class OverviewTest : public MainFixture {
         {"a.conf", "a: 1\r\nnpc: x\r\n", "a: 2\r\n"},
         {"B.conf", "a: 1\r\nb: 1\r\n//c: 1\r\n", "//a: 1\r\nd: 1\r\ne: 1\r\nnpc: own\r\n"},
         {"c.conf", "a: 1\n", "a: 1\r\na: 1\r\n"},
-        {"d.conf", "a: 1\r\n", "a: 1\r\n"}};
+        {"d.conf", "a: 1\r\n", "a: 1\r\n"},
+        {"e.conf", "a: 2\r\nb: 2\r\nc: 2\r\n", "a: 1\r\nb: 9\r\nc: 1\r\n"}};
     for (const auto& [name, distribution, server] : files) {
       WriteFile(*scratch_ / "dist" / name, distribution);
       WriteFile(*scratch_ / "conf" / name, server);
     }
+    const ConfFile old(*scratch_ / "dist/e.conf", "a: 1\r\nb: 1\r\nc: 1\r\n");
+    QVERIFY(SeenFiles(StateFolder()).Keep(*scratch_ / "conf/e.conf", old).empty());
     std::filesystem::create_directory(*scratch_ / "conf/f.conf");
     WriteFile(*scratch_ / "dist/f.conf", "a: 1\r\n");
     OpenFilled();
-    QCOMPARE(Table()->model()->rowCount(), 6);
-    QCOMPARE(Row(0), QString("a.conf|differs||1|||+1|"));
-    QCOMPARE(Row(1), QString("B.conf|differs|2 (1)||1|2|-1|"));
-    QCOMPARE(Row(2), QString("c.conf|same||||||line feeds, duplicates: a"));
-    QCOMPARE(Row(3), QString("d.conf|same||||||"));
-    QVERIFY(Row(4).startsWith("f.conf|cannot be read||||||") && !Cell(4, 7).isEmpty());
-    QCOMPARE(Row(5), QString("NEW.CONF|new file|1 (1)|||||"));
+    QCOMPARE(Table()->model()->rowCount(), 7);
+    QCOMPARE(Row(0), QString("a.conf|differs||1||||+1|"));
+    QCOMPARE(Row(1), QString("B.conf|differs|2 (1)||1|2||-1|"));
+    QCOMPARE(Row(2), QString("c.conf|same|||||||line feeds, duplicates: a"));
+    QCOMPARE(Row(3), QString("d.conf|same|||||||"));
+    QCOMPARE(Row(4), QString("e.conf|differs||3|||2 (1)||"));
+    QVERIFY(Row(5).startsWith("f.conf|cannot be read|||||||") && !Cell(5, 8).isEmpty());
+    QCOMPARE(Row(6), QString("NEW.CONF|new file|1 (1)||||||"));
     QCOMPARE(Cell(1, OverviewModel::kNew, Qt::ToolTipRole), QString("[x] b\n[ ] c"));
     QCOMPARE(Cell(1, OverviewModel::kSeries, Qt::ToolTipRole), QString("- npc: own"));
+    QCOMPARE(Cell(4, OverviewModel::kDefaults, Qt::ToolTipRole),
+             QString::fromUtf16(u"\u25CF a: 1 -> 2\n\u25C6 b: 1 -> 2\n\u25CF c: 1 -> 2"));
     // What needs nothing is grey.
     const auto* const model = Table()->model();
     for (int row = 0; row < model->rowCount(); ++row) {
@@ -134,7 +141,7 @@ class OverviewTest : public MainFixture {
     const auto changed = [this] { return Cell(0, OverviewModel::kChanged); };
     QCOMPARE(changed(), QString("1"));
     WriteFile(*scratch_ / "conf/a.conf", "a: 1\r\n//npc: x\r\n");  // in place
-    QTRY_COMPARE(Row(0), QString("a.conf|same||||||"));
+    QTRY_COMPARE(Row(0), QString("a.conf|same|||||||"));
     WriteFile(*scratch_ / "conf/other", "a: 10\r\n");
     std::filesystem::rename(*scratch_ / "conf/other", *scratch_ / "conf/a.conf");
     QTRY_COMPARE(changed(), QString("1"));
