@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -327,9 +328,11 @@ class LayoutTrial {
                                         const PlainFile& after, ConfCharset charset) const {
     std::map<std::string, bool> wanted;
     for (const Wishes::Entry& wish : wishes.entries) {
-      const std::string name = EncodeConfText(wish.name, charset).value();
-      const bool there = wish.on || options_.saveCommentedSeries || before.entries.contains(name);
-      if (!name.empty() && there) wanted[name] = wish.on;
+      // An entry that the character set lacks can be wanted only where it is not added.
+      const std::optional<std::string> name = EncodeConfText(wish.name, charset);
+      const bool there =
+          wish.on || options_.saveCommentedSeries || (name && before.entries.contains(*name));
+      if (!wish.name.empty() && there) wanted[name.value()] = wish.on;
     }
     return wanted == after.entries;
   }

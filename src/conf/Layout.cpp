@@ -42,7 +42,7 @@ LaidOut LayOut(const ConfFile& base, const ConfFile& other, const Wishes& wishes
                const Options& options, const Language& language) {
   LaidOut laidOut;
   laidOut.charset = CharsetForSaving(base.Encoding(), other.Encoding());
-  LayoutWishes wanted(wishes, laidOut.charset, language);
+  LayoutWishes wanted(wishes, laidOut.charset, options, language);
   LayoutBase lines(base, wanted, options.series, laidOut.charset);
   lines.Decide();
   LayoutAdditions additions({lines, wanted, laidOut.charset, options, language}, other);

@@ -1,7 +1,6 @@
 #include "conf/LayoutAdditions.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 #include "conf/LayoutLine.h"
@@ -9,6 +8,13 @@
 namespace quenmar {
 
 using Kind = ConfLine::Kind;
+
+namespace {
+
+/// Keeps the place of a value that will be replaced; any text that each character set has.
+constexpr std::string_view kPlaceholder = "0";
+
+}  // namespace
 
 std::vector<Insertion> LayoutAdditions::List() {
   const bool settings = LacksSettings();
@@ -75,9 +81,8 @@ size_t LayoutAdditions::NumberOf(const ConfLine& line) const {
   const bool setting = line.kind == Kind::kSetting;
   const NameNumbers& numbers = setting ? context_.wishes.names : context_.wishes.values;
   const std::string_view key = setting ? line.name : line.value;
-  if (other_.Encoding().ascii || other_.Charset() == context_.charset) return numbers.Find(key);
-  const std::optional<std::string> bytes = EncodeConfText(other_.Text(key), context_.charset);
-  return bytes ? numbers.Find(*bytes) : kNoLine;  // a name that cannot be encoded is not wanted
+  const std::optional<std::string> bytes = Encoded(key);
+  return bytes ? numbers.Find(*bytes) : kNoLine;  // what cannot be encoded is no wanted name
 }
 
 void LayoutAdditions::PrepareParagraphs() {
@@ -189,11 +194,16 @@ void LayoutAdditions::AddEntries() {
 std::string LayoutAdditions::SettingLine(size_t setting, size_t line) const {
   const WantedSetting& wanted = context_.wishes.settings[setting];
   if (line == kNoLine) return (wanted.active ? "" : "//") + wanted.name + ": " + wanted.value;
-  const std::string bytes = Brought(lines_[line].bytes, wanted.nameText);
-  const ConfLine parsed = Parsed(bytes);
-  const bool same = wanted.IsValue(parsed.value, context_.charset);
-  return RewriteLine(parsed, same ? std::nullopt : std::optional<std::string_view>(wanted.value),
-                     wanted.active);
+  const ConfLine& origin = lines_[line];
+  const std::optional<std::string> value = Encoded(origin.value);
+  if (value && wanted.IsValue(*value, context_.charset)) {
+    const std::string bytes = Brought(origin.bytes, wanted.nameText);
+    return RewriteLine(Parsed(bytes), std::nullopt, wanted.active);
+  }
+  // A value that is replaced does not come along: the character set may lack its characters.
+  const std::string bytes =
+      Brought(RewriteLine(origin, kPlaceholder, !origin.commented), wanted.nameText);
+  return RewriteLine(Parsed(bytes), wanted.value, wanted.active);
 }
 
 /// @return the type that the line of an added entry has.
@@ -220,8 +230,20 @@ ConfLine LayoutAdditions::Parsed(const std::string& bytes) const {
 /// @param about what the bytes of the other text belong to, for the message
 /// @return them in the character set of the file.
 std::string LayoutAdditions::Brought(std::string_view bytes, StringView about) const {
-  if (other_.Encoding().ascii || other_.Charset() == context_.charset) return std::string(bytes);
+  if (IsInCharset()) return std::string(bytes);
   return EncodeForLayout(other_.Text(bytes), about, context_.charset, context_.language);
+}
+
+/// @return bytes of the other text in the character set of the file; nothing where it lacks one of
+/// their characters.
+std::optional<std::string> LayoutAdditions::Encoded(std::string_view bytes) const {
+  if (IsInCharset()) return std::string(bytes);
+  return EncodeConfText(other_.Text(bytes), context_.charset);
+}
+
+/// @return whether the other text's bytes are those of the file's character set.
+bool LayoutAdditions::IsInCharset() const {
+  return other_.Encoding().ascii || other_.Charset() == context_.charset;
 }
 
 size_t LayoutAdditions::Insert(size_t line, Insertion::Kind kind, std::vector<std::string> lines) {

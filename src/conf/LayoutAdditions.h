@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -82,6 +83,8 @@ class LayoutAdditions {
   [[nodiscard]] std::string TypeOf(size_t entry) const;
   [[nodiscard]] ConfLine Parsed(const std::string& bytes) const;
   [[nodiscard]] std::string Brought(std::string_view bytes, StringView about) const;
+  [[nodiscard]] std::optional<std::string> Encoded(std::string_view bytes) const;
+  [[nodiscard]] bool IsInCharset() const;
   size_t Insert(size_t line, Insertion::Kind kind, std::vector<std::string> lines);
 
   Context context_;

@@ -28,7 +28,8 @@ bool WantedSetting::ReadsAs(std::string_view written, ConfCharset charset) const
   return IsValue(written, charset) || ValueText(written, charset) == ReadBackValue(text);
 }
 
-LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Language& language) {
+LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Options& options,
+                           const Language& language) {
   const auto encoded = [&](StringView text, StringView about) {
     return EncodeForLayout(text, about, charset, language);
   };
@@ -44,7 +45,10 @@ LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Lang
   entries.reserve(wishes.entries.size());
   values.Reserve(wishes.entries.size());
   for (const Wishes::Entry& wish : wishes.entries) {
-    if (wish.name.empty()) continue;  // entries without a value are all the same
+    if (wish.name.empty()) continue;  // it could not be told from other entries without a value
+    // The file lacks an entry that cannot be encoded, and gets none that is not to be written.
+    const bool written = wish.on || options.saveCommentedSeries;
+    if (!written && !EncodeConfText(wish.name, charset)) continue;
     String about = wish.type + u": " + wish.name;
     std::string type = encoded(wish.type, about);
     std::string name = encoded(wish.name, about);

@@ -8,6 +8,7 @@
 #include "conf/ConfText.h"
 #include "conf/Layout.h"
 #include "registry/Language.h"
+#include "registry/Options.h"
 #include "text/String.h"
 
 namespace quenmar {
@@ -66,7 +67,8 @@ class LayoutWishes {
  public:
   /// Throws `RuntimeError` that names what the character set lacks.
   /// @param wishes outlive this object
-  LayoutWishes(const Wishes& wishes, ConfCharset charset, const Language& language);
+  LayoutWishes(const Wishes& wishes, ConfCharset charset, const Options& options,
+               const Language& language);
   LayoutWishes(const LayoutWishes&) = delete;  // the numbers are keyed by views of the names
   LayoutWishes& operator=(const LayoutWishes&) = delete;
   ~LayoutWishes() = default;

@@ -195,16 +195,22 @@ TEST(LayoutTest, TakesTheLineEndsAndCharacterSetOfTheBase) {
        "\xEF\xBB\xBF"
        "a: \xC3\xA9\n",
        "a=\xE2\x86\x92", "a: \xE2\x86\x92\n"},
+      {"a replaced value need not be in the set", "a: \xE9\n",
+       "a: 1\nb:  \xE2\x86\x92/ // \xC3\xA8\n//c:\xE2\x86\x92// d\n", "a=\xC3\xA9 b=2 -c=/",
+       "a: \xE9\nb:  2 // \xE8\n//c:/ // d\n"},
+      {"nor an entry that is not added", "a: \xE9\n", "a: 1\nnpc: \xE2\x86\x92\n",
+       "a=\xC3\xA9 -npc:\xE2\x86\x92", "a: \xE9\n", false},
   };
   for (const LayoutCase& test : kCases) Expect(test);
 
   const ConfFile base({}, "a: \xE9\n");
-  const ConfFile other({}, "// \xE2\x86\x92\nb: 1\n");
+  const ConfFile other({}, "// \xE2\x86\x92\nb: 1\n//npc: \xE2\x86\x92\n");
   const auto layOut = [&](const char* wishes) {
     (void)LayOut(base, other, WishesFrom(wishes), Options(), Language());
   };
   EXPECT_THROW(layOut("a=\xE2\x86\x92"), RuntimeError);
   EXPECT_THROW(layOut("a=\xC3\xA9 b=1"), RuntimeError);
+  EXPECT_THROW(layOut("a=\xC3\xA9 -npc:\xE2\x86\x92"), RuntimeError);
   EXPECT_NO_THROW(layOut("a=\xC3\xA9"));
 }
 
