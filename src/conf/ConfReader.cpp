@@ -7,6 +7,7 @@
 #include "conf/ConfSetting.h"
 #include "conf/EndApplication.h"
 #include "conf/Functions.h"
+#include "conf/NoUser.h"
 #include "docmodel/DocError.h"
 #include "text/Charset.h"
 
@@ -305,15 +306,6 @@ class Reading {
   CommentBlock comment_;
   SharedText carriedComment_;  // the block of the last setting, for those below it that have none
   bool override_ = false;      // a duplicate was accepted; stays set for the rest of the file
-};
-
-/// Answers every question with Yes, without a user.
-class NoUser final : public MessageBoxes {
- public:
-  Button Show(const String& /*text*/, int style) override {
-    const bool question = (style & message_style::kButtons) != message_style::kOk;
-    return question ? Button::kYes : Button::kOk;
-  }
 };
 
 /// Adds the findings about the bytes to those of the reading, in the order of the lines and as far
