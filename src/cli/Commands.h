@@ -71,21 +71,21 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context);
 struct MergeArguments {
   Path distribution;
   Path server;
-  std::string file;              ///< a name; empty with `all`
-  bool all = false;              ///< every file of the distribution
-  std::optional<Layout> layout;  ///< the stored one when nothing is given
+  std::string file;  ///< a name; empty with `all`
   std::vector<std::string> restore;
-  bool restoreAll = false;
   std::vector<std::string> add;
-  bool addMandatory = false;
-  bool addAll = false;
   std::vector<std::string> remove;
-  bool takeDefaults = false;
   std::vector<std::string> set;        ///< NAME=VALUE
   std::vector<std::string> switchOn;   ///< NAME or TYPE:VALUE
   std::vector<std::string> switchOff;  ///< likewise
   std::optional<std::string> output;   ///< another file than the server's; "-" is `out`
   std::optional<Path> base;            ///< folder of the old distribution's files
+  std::optional<Layout> layout;        ///< the stored one when nothing is given
+  bool all = false;                    ///< every file of the distribution
+  bool restoreAll = false;
+  bool addMandatory = false;
+  bool addAll = false;
+  bool takeDefaults = false;
   bool dryRun = false;
 };
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);

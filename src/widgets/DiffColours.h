@@ -1,16 +1,16 @@
 #pragma once
 
-#include <QSyntaxHighlighter>
+#include <QObject>
 
 class QPlainTextEdit;
 
 namespace quenmar {
 
-/// Colours the lines of a unified diff so that they are readable on the palette of the text: those
-/// that go red, those that come green, the heads of its parts blue.
-class DiffColours : public QSyntaxHighlighter {
+/// Colours the lines of a unified diff so that they are readable on the palette of the text:
+/// removed lines red, added ones green, the heads of its parts blue.
+class DiffColours : public QObject {
  public:
-  /// @param text owns the new object
+  /// @param text owns the new object; its content stays
   explicit DiffColours(QPlainTextEdit* text);
 
   /// @return whether the text is a unified diff without the names of the files.
@@ -19,10 +19,9 @@ class DiffColours : public QSyntaxHighlighter {
   /// Takes over another palette of the text.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
- protected:
-  void highlightBlock(const QString& line) override;
-
  private:
+  void Colour();
+
   QPlainTextEdit* text_;
 };
 

@@ -3,7 +3,6 @@
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTextBlock>
-#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -33,8 +32,10 @@ class DiffColoursTest : public QObject {
 
   /// @return the colour of a line; none for one in the text's own.
   static QColor ColourOf(const QPlainTextEdit& text, int line) {
-    const auto formats = text.document()->findBlockByNumber(line).layout()->formats();
-    return formats.isEmpty() ? QColor() : formats.first().format.foreground().color();
+    for (const auto& coloured : text.extraSelections()) {
+      if (coloured.cursor.blockNumber() == line) return coloured.format.foreground().color();
+    }
+    return {};
   }
 
  private slots:
