@@ -168,7 +168,7 @@ def edit(windows):
     keys("Down", "Right", "Return", "ctrl+a", '"75"', "Return")
     windows.is_modified(True)
     windows.picture("windows-editor")
-    keys("Tab", "Tab", "space")
+    keys("Tab", "Tab", "Tab", "space")  # over the comments and the bar that makes them higher
     windows.answer("y")
     windows.answer("Return")
     windows.is_modified(False)
@@ -247,7 +247,7 @@ def main(wine, windows_programs, programs, examples, pictures):
         wine.set_fonts()
         wine.forget()
         with Windows(*program) as windows:
-            keys("shift+Tab", "shift+Tab", "space")
+            keys(*["shift+Tab"] * 4, "space")
             windows.end()
         assert wine.options() == DEFAULTS, wine.options()
 
