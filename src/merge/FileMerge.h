@@ -94,7 +94,6 @@ class FileMerge {
   [[nodiscard]] const Document& DistributionSettings() const { return *documents_.distribution; }
   [[nodiscard]] const SeriesGroups& Series() const { return series_; }
   [[nodiscard]] const ConfNotes& ServerNotes() const { return serverNotes_; }
-  [[nodiscard]] const ConfNotes& DistributionNotes() const { return distributionNotes_; }
   [[nodiscard]] Layout SaveLayout() const { return request_.layout; }
 
   [[nodiscard]] bool IsMandatory(StringView name) const {

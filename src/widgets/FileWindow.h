@@ -31,7 +31,6 @@ class FileWindow : public QDialog {
   void keyPressEvent(QKeyEvent* event) override;
 
   [[nodiscard]] FileMerge& Merge() const { return context_.merge; }
-  [[nodiscard]] const Options& TheOptions() const { return context_.with.options; }
   [[nodiscard]] const Language& TheLanguage() const { return context_.with.language; }
   [[nodiscard]] const String& ServerFolder() const { return context_.serverFolder; }
   [[nodiscard]] const String& FileName() const { return context_.fileName; }
