@@ -16,11 +16,6 @@ bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
 char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-bool EqualsIgnoringCase(std::string_view name, std::string_view lower) {
-  return std::equal(name.begin(), name.end(), lower.begin(), lower.end(),
-                    [](char own, char other) { return AsciiLower(own) == other; });
-}
-
 /// @return `value` before the first `mark`, trimmed; `value` as it is when it has none.
 StringView CutBefore(StringView value, StringView mark) {
   const size_t hit = value.find(mark);
@@ -89,7 +84,7 @@ ConfLine ConfGrammar::Parse(std::string_view line) const {
 
   if (Repeats(name)) {
     parsed.kind = ConfLine::Kind::kSeriesEntry;
-  } else if (slashes && (EqualsIgnoringCase(name, "note") || EqualsIgnoringCase(name, "example"))) {
+  } else if (slashes && IsRemarkName(DecodeConfText(name, charset_))) {
     parsed.kind = ConfLine::Kind::kRemark;
   } else {
     parsed.kind = ConfLine::Kind::kSetting;

@@ -16,8 +16,6 @@ class SelectionLead : public QObject {
   /// @param views begin with the one that leads first; they outlive the object
   SelectionLead(QList<QAbstractItemView*> views, QObject* parent);
 
-  [[nodiscard]] QAbstractItemView* Lead() const { return lead_; }
-
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  signals:
