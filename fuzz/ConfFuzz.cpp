@@ -12,6 +12,7 @@
 #include <set>
 #include <system_error>
 
+#include "NextPart.h"
 #include "compare/ChangeComparison.h"
 #include "conf/ConfLine.h"
 #include "conf/ConfReader.h"
@@ -307,14 +308,6 @@ class Run {
   Options options_;
   Language language_;
 };
-
-/// Takes the bytes before the next form feed off the front of `rest`.
-std::string_view NextPart(std::string_view& rest) {
-  const size_t end = std::min(rest.find('\f'), rest.size());
-  const std::string_view part = rest.substr(0, end);
-  rest.remove_prefix(std::min(end + 1, rest.size()));
-  return part;
-}
 
 }  // namespace
 
