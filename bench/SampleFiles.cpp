@@ -46,7 +46,7 @@ SampleFiles MakeSampleFiles(int settings) {
     if (!onlyDistribution) {
       if (!onlyServer && i % 25 != 24) AppendComment(files.server, i);
       const std::string remark = i % 15 == 0 ? " // our own" : "";
-      AppendSetting(files.server, NameOf(i), (i % 3 == 0 ? value + "0" : value) + remark);
+      AppendSetting(files.server, NameOf(i), (i % 3 == 0 ? value + "0" : value).append(remark));
     }
     if (i % 25 == 0) {
       const std::string script = "npc/town/guard_" + std::to_string(i) + ".txt";

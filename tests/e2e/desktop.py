@@ -39,9 +39,13 @@ class Control:
             if child.has("SHOWING"):
                 yield from child.showing()
 
+    @property
+    def place(self):
+        return self.node.get_extents(Atspi.CoordType.SCREEN)
+
     def click(self, x=None, button=1):
         """Clicks the middle, or x pixels from the left edge."""
-        place = self.node.get_extents(Atspi.CoordType.SCREEN)
+        place = self.place
         left = place.x + (place.width // 2 if x is None else x)
         xdotool("mousemove", left, place.y + place.height // 2, "click", button)
 
@@ -115,6 +119,5 @@ class Program:
         parts = ("list item", "page tab", "table cell")
         for control in self.active(window).showing():
             if control.has("FOCUSED") and control.role not in parts:
-                place = control.node.get_extents(Atspi.CoordType.SCREEN)
-                return control.role, control.name, place.x, place.y
+                return control.role, control.name, control.place.x, control.place.y
         return None

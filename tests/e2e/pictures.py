@@ -12,7 +12,7 @@ from pathlib import Path
 
 from desktop import Program
 from display import xdotool
-from job_test import MAIN, NEW, Keyboard
+from users import MAIN, NEW, Keyboard
 
 
 def take(title, width, height, picture):
