@@ -31,7 +31,7 @@ def run(command):
     start = time.perf_counter()
     status = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL).returncode
     elapsed = time.perf_counter() - start
-    if status > 1:  # as diff has it: 1 tells of differences
+    if status > 1:  # as for diff: 1 means differences
         sys.exit(f"{command[0]} failed with status {status}")
     return elapsed * 1000
 

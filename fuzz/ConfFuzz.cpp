@@ -91,7 +91,7 @@ String Content(const Document& tree) {
   return content;
 }
 
-/// Names and values in order. A setting that stands in a tree twice is saved twice, and reading
+/// Names and values in order. A setting that is in a tree twice is saved twice, and reading
 /// takes the first.
 std::vector<std::pair<String, String>> FirstOfEachName(const Document& tree) {
   std::vector<std::pair<String, String>> settings;
@@ -323,7 +323,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   try {
     Run(folder, choices).OnFiles(distribution, server);
   } catch (const EndApplication&) {
-    // A refused repair or too many kinds of series: the application's own way out.
+    // A refused repair, or too many kinds of series, ends the application.
   }
   return 0;
 }

@@ -1,5 +1,5 @@
 // Lays random wishes into arbitrary files and checks what a user relies on: nothing changes where
-// nothing is to change, what was wanted is what is read next, and no comment is lost but with its
+// nothing is to change, the next reading finds what was wanted, and a comment is lost only with its
 // setting.
 //
 // Input: the base text, a form feed, the other text, a form feed, and bytes that make the choices.

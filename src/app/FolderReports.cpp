@@ -84,8 +84,8 @@ FileReport FolderReports::ReportOn(const Path& name) const {
   return report;
 }
 
-/// A folder tells when files come, go or are replaced, only a file when it is written in place. A
-/// file that was replaced is no longer watched.
+/// Watching a folder reports files that are added, removed or replaced; only watching a file
+/// reports that it is written in place. A file that was replaced is no longer watched.
 void FolderReports::Watch() {
   QSet<QString> wanted;
   for (const Path& folder : {distribution_, server_}) {

@@ -35,7 +35,7 @@ class FolderReports : public QObject {
   /// Looks again for what has changed.
   void Refresh();
 
-  /// Takes the file for changed, whatever its time and size.
+  /// Treats the file as changed, even if its time and size are the same.
   void Forget(const String& file) { read_.erase(file); }
 
   /// Neither reads nor watches any longer, and forgets the folders.

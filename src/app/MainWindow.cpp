@@ -179,7 +179,7 @@ void Main::Connect() {
       // A message beside the folder picker would be in the way; the text waits.
       if (!busy_) box->Complete();
     });
-    // A message must not hold up the program that the folder was dragged from.
+    // A message must not block the program that the folder was dragged from.
     connect(
         box, &FolderBox::FolderDropped, this,
         [this, box](const QString& folder) { Store(*box, folder); }, Qt::QueuedConnection);
@@ -279,7 +279,7 @@ void Main::Take(const FolderCheck& check) {
   }
 }
 
-/// Another folder's files are chosen from anew.
+/// The chosen file stays chosen unless the folder is another one.
 void Main::ListFiles(const std::vector<String>& files) {
   const bool sameFolder = listedFolder_ == distribution_->Folder();
   const QString chosen = sameFolder ? files_->currentText() : QString();

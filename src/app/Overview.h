@@ -30,7 +30,7 @@ class Overview : public QWidget {
   /// Empties the table and says why.
   void ShowReason(const QString& reason);
 
-  /// Reports anew on the files that have changed.
+  /// Reports again on the files that have changed.
   void Refresh() { reports_.Refresh(); }
 
   /// Takes the file for changed.

@@ -6,8 +6,8 @@
 
 namespace quenmar {
 
-/// Shows the text to whoever started the program: where there is no standard error to read, as a
-/// box that waits for an answer.
+/// Shows the text on standard error; where there is none to read, in a box that waits for an
+/// answer.
 void ShowStartFailure(const QString& text);
 
 }  // namespace quenmar

@@ -14,8 +14,8 @@
 namespace quenmar {
 
 /// Six result trees and the moves between three of them. `ActualFields` is the merge result, which
-/// the conf writer gets. Made anew for every comparison; the `Fill...` operations run once each, in
-/// the order of their declaration.
+/// the conf writer gets. Made again for every comparison; the `Fill...` operations run once each,
+/// in the order of their declaration.
 class ChangeComparison {
  public:
   /// @param documents the four trees, read to their ends; shared, and only `FillSeries` changes

@@ -15,7 +15,7 @@
 namespace quenmar {
 
 enum class FileStatus {
-  kSame,       ///< neither new, changed, obsolete nor inactive settings
+  kSame,       ///< nothing is new, changed, obsolete or inactive
   kDifferent,  ///< something is new, changed, obsolete or inactive
   kNew,        ///< the server lacks the file
   kFailed,     ///< one of its versions could not be read
@@ -76,7 +76,7 @@ struct FileReport {
 
   /// Compares two files.
   /// @param name of the file in both folders
-  /// @param bareLineFeeds what becomes of bare LF line ends; nobody is asked
+  /// @param bareLineFeeds how bare LF line ends are read; the user is not asked
   /// @param old the distribution's file as it was when the server's was saved last, if it is known
   [[nodiscard]] static FileReport Of(const Path& distributionFolder, const Path& serverFolder,
                                      const Path& name, const Options& options,
@@ -89,12 +89,12 @@ struct FileReport {
   /// @return how many of the new settings are mandatory.
   [[nodiscard]] size_t MandatoryCount() const;
 
-  /// @return whether the file asks something of the user: to take over what is new, to decide about
-  /// what is obsolete or inactive or what the release has changed, or to mend a version. Own
-  /// values, own series entries, line feeds and character sets ask nothing.
+  /// @return whether the user has something to do: something is new, obsolete, commented out
+  /// although mandatory, or changed by the release, or a version has errors. Own values, own series
+  /// entries, line feeds and character sets do not count.
   [[nodiscard]] bool NeedsWork() const;
 
-  /// @return what is odd in either version, each in a few words and once, then `remarks`.
+  /// @return the findings about both versions, each in a few words and once, then `remarks`.
   [[nodiscard]] std::vector<String> Oddities(const Language& language) const;
 
   /// @return how many of the defaults that the release has changed are of a kind.

@@ -8,8 +8,7 @@ namespace quenmar {
 
 /// @return the names of the configuration files (*.conf, without regard to case) in a folder, in
 /// the order in which the file system enumerates them; none when the folder cannot be read.
-/// @param trouble receives the system's words for why not everything could be read, else it is
-/// empty
+/// @param trouble receives the system's message when not everything could be read; else it is empty
 [[nodiscard]] std::vector<Path> ListConfFiles(const Path& folder, String& trouble);
 [[nodiscard]] std::vector<Path> ListConfFiles(const Path& folder);
 

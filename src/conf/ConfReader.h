@@ -31,7 +31,7 @@ struct ConfNotes {
 /// Reads configuration files; keeps nothing between two calls.
 class ConfReader {
  public:
-  /// What becomes of a file with bare LF line ends.
+  /// How a file with bare LF line ends is read.
   enum class BareLineFeeds {
     kAsk,             ///< the user is asked; Yes rewrites the file
     kRepairInFile,    ///< the file is rewritten without a question

@@ -21,7 +21,7 @@ std::vector<String> FilesIn(StringView box) {
   return files;
 }
 
-/// @return whether both texts name one folder, in whatever form.
+/// @return whether both texts name one folder, even in different forms.
 bool AreSame(StringView one, StringView other) {
   return one == other || IsSame(FolderOf(one), FolderOf(other));
 }

@@ -36,8 +36,8 @@ struct LaidOut {
 /// Makes the text of `base` have the wanted entries; what it lacks comes from `other`. Lines of the
 /// base that need no change stay byte for byte. A lone LF is a line end.
 ///
-/// Settings that are not wanted are removed, series entries stay. A "note" or "example" stays
-/// active, whatever is wanted: commented out it would be a comment.
+/// Settings that are not wanted are removed, series entries stay. A "note" or "example" always
+/// stays active: commented out it would be a comment.
 /// @param base, other files that the reader reads to their ends
 /// @param wishes with the values and states as the reader gives them where nothing is to change; no
 /// value has a line end

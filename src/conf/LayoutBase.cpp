@@ -135,7 +135,7 @@ void LayoutBase::RemoveUnwanted() {
 }
 
 /// A comment block belongs to all settings and series entries that follow it without a blank line
-/// or comment between, and goes with the last of them.
+/// or comment between, and is removed with the last of them.
 void LayoutBase::RemoveComments() {
   const auto endOfRun = [this](size_t line, auto belongs) {
     while (line < lines_.size() && belongs(lines_[line])) ++line;

@@ -8,7 +8,7 @@
 
 namespace quenmar {
 
-/// The lines of a base text, and what becomes of each. First the settings and series entries that
+/// The lines of a base text, and what happens to each. First the settings and series entries that
 /// it has get their wanted values and states; then what is not wanted goes.
 class LayoutBase {
  public:
@@ -17,7 +17,7 @@ class LayoutBase {
   /// @param charset in which the file will be saved
   LayoutBase(const ConfFile& file, LayoutWishes& wishes, StringView series, ConfCharset charset);
 
-  /// Finds out what becomes of each line.
+  /// Decides what happens to each line.
   void Decide();
 
   [[nodiscard]] const std::vector<ConfLine>& Lines() const { return lines_; }

@@ -45,7 +45,7 @@ LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Opti
   entries.reserve(wishes.entries.size());
   values.Reserve(wishes.entries.size());
   for (const Wishes::Entry& wish : wishes.entries) {
-    if (wish.name.empty()) continue;  // it could not be told from other entries without a value
+    if (wish.name.empty()) continue;  // another entry without a value would be the same
     // The file lacks an entry that cannot be encoded, and gets none that is not to be written.
     const bool written = wish.on || options.saveCommentedSeries;
     if (!written && !EncodeConfText(wish.name, charset)) continue;

@@ -77,7 +77,7 @@ class LayoutWishes {
   std::vector<WantedSetting> settings;
   NameNumbers names;
 
-  /// The same for series entries, which are told apart by their values.
+  /// The same for series entries, which are identified by their values.
   std::vector<WantedEntry> entries;
   NameNumbers values;
 };

@@ -33,7 +33,7 @@ void EditGridModel::Follow() {
     rows_ = DataRows();
     endInsertRows();
   }
-  // Whoever hears of an edit may change other cells, too; the views paint only what they show.
+  // A handler of an edit may change other cells, too; the views paint only what they show.
   if (rows_ == 0) return;
   emit dataChanged(index(0, 0), index(rows_ - 1, cols_ - 1));
   emit headerDataChanged(Qt::Vertical, 0, rows_ - 1);

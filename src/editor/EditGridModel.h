@@ -12,7 +12,7 @@ struct CellMarks {
   bool bold = false;
   bool struckOut = false;
   bool pale = false;
-  String sign;    ///< stands before the text
+  String sign;    ///< is shown before the text
   String remark;  ///< the tool tip, which is read out, too
 };
 
@@ -30,7 +30,7 @@ class EditGridModel : public QAbstractTableModel {
   enum Role {
     kWarning = Qt::UserRole,  ///< why the cell is framed; empty for others
     kPale,                    ///< whether the text is pale
-    kSign,                    ///< what stands before the text, of which it is no part
+    kSign,                    ///< what is shown before the text and is not part of it
   };
 
   /// @param grid outlives every use of the model
@@ -44,7 +44,7 @@ class EditGridModel : public QAbstractTableModel {
   /// Marks cells and rows from now on.
   void SetMarks(CellMarksOf cells, RowRemarkOf rows);
 
-  /// Takes over a grid that was filled anew.
+  /// Shows a grid that was filled again.
   void Reload();
 
   /// Takes over what an action changed in the grid: other texts, further rows.

@@ -163,7 +163,7 @@ void EditGridView::SetHiddenRows(const std::vector<bool>& hidden) {
 }
 
 void EditGridView::HideRows() {
-  // Else the header would count all rows anew for each of them.
+  // Else the header would count all rows again for each of them.
   verticalHeader()->setUpdatesEnabled(false);
   for (int row = 1; row < grid_.Rows(); ++row) setRowHidden(row - 1, grid_.IsRowHidden(row));
   verticalHeader()->setUpdatesEnabled(true);

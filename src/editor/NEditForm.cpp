@@ -269,7 +269,7 @@ void NEditForm::ShowValues() {
   }
 }
 
-/// What is edited stays visible until the filter is looked at anew.
+/// What is edited stays visible until the filter changes.
 void NEditForm::Filter() {
   const SettingFilter filter = find_->Filter();
   const int rows = xEDG_->Grid().Rows();
@@ -353,7 +353,7 @@ Fields::Pointer NEditForm::SettingOf(int row) const {
 void NEditForm::ShowSettingComment() {
   // By its name: of several settings with one name, the first has the comments of all.
   const xEditGrid& grid = xEDG_->Grid();
-  // While the grid is filled anew, its current row may be the header.
+  // While the grid is filled again, its current row may be the header.
   const bool none = grid.Row() < 1 || grid.IsRowHidden(grid.Row());
   const SharedText name = none ? SharedText() : SettingOf(grid.Row())->Name();
   String text = Merge().Comment(name);

@@ -89,7 +89,7 @@ void NEditForm::LayOut() {
     // The tabs get no less than 13 of 30 parts of what the window grows by.
     const QSize before = size();
     WantHeight(height() + PixelsFor(lacking * 30 / 13));
-    if (size() != before) return;  // laid out anew on the way
+    if (size() != before) return;  // the resize event has laid it out
   }
   Place(*frame_, layout.Frame1);
   // How high the frame's caption is depends on style and font, and so does what is left for the

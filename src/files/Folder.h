@@ -1,4 +1,4 @@
-/// What is at a path: questions that each system answers in its own way.
+/// What is at a path. Each system has its own implementation.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,7 @@ struct FolderEntry {
 
 /// @return the entries of a folder whose names end in `ending`, without regard to case, in the
 /// order in which the file system enumerates them; none when the folder cannot be read.
-/// @param trouble receives the system's words for why not everything could be read, else it is
-/// empty
+/// @param trouble receives the system's message when not everything could be read; else it is empty
 [[nodiscard]] std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
                                                        String& trouble);
 

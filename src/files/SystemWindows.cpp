@@ -11,7 +11,7 @@ std::filesystem::path SystemPath(const std::filesystem::path& path) {
   const std::wstring& text = path.native();
   // The long form allows only absolute paths with backslashes.
   const DWORD size = ::GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
-  if (size <= kSurelyShort) return path;  // 0: the system refuses it whatever its form is
+  if (size <= kSurelyShort) return path;  // 0: the system refuses it in every form
   std::wstring whole(size, L'\0');
   whole.resize(::GetFullPathNameW(text.c_str(), size, whole.data(), nullptr));
   if (whole.starts_with(LR"(\\?\)") || whole.starts_with(LR"(\\.\)")) return path;

@@ -72,8 +72,8 @@ class xEditGrid {
     return row >= 0 && static_cast<size_t>(row) < hidden_.size() &&
            hidden_[static_cast<size_t>(row)];
   }
-  /// Hides other rows than before. A current cell that is hidden gives way to the next visible one
-  /// below, else above.
+  /// Hides other rows than before. When the current cell gets hidden, it becomes the next visible
+  /// one below, else above.
   /// @param hidden by row, the header row included, which always shows; rows beyond it are visible
   /// @return whether other rows are hidden than before.
   bool SetHiddenRows(std::vector<bool> hidden);
@@ -115,7 +115,7 @@ class xEditGrid {
   /// and in all other rows, it takes the value itself, so that nothing is lost.
   void SetCellValue(int row, int col, StringView value);
 
-  /// Empties all cells below the header, which is written anew, hides the editors and shows all
+  /// Empties all cells below the header, which is written again, hides the editors and shows all
   /// rows.
   void Clear();
 

@@ -21,7 +21,8 @@ class xEditGridEvents {
 
   /// The user's new value is about to be stored.
   /// @param Cancel false; set to true, it refuses the value
-  /// @param NewValue the editor's text; the cell takes the editor's text, whatever is assigned here
+  /// @param NewValue the editor's text; the cell takes the editor's text, even if another value is
+  /// assigned
   virtual void SureChange(bool& /*Cancel*/, String& /*NewValue*/, int& /*Row*/, int& /*Col*/) {}
 
   /// The grid was scrolled; its editors are hidden already.

@@ -193,7 +193,7 @@ void SeenFiles::ClearOldEntries() const {
       if (!entry || entry->date + kKeptWithoutAFile >= Today()) continue;
       std::error_code left;  // for the next time
       if (IsMissing(PathOfKey(entry->server))) fs::remove(path, left);
-    } catch (const FileError&) {  // another program's affair, or another user's
+    } catch (const FileError&) {  // it may be another program's or user's file, and stays
     }
   }
 }

@@ -8,7 +8,7 @@ namespace quenmar {
 /// variable QUENMAR_STATE names, else the system's place for a program's state. That
 /// is `quenmar\seen` in %LOCALAPPDATA% on Windows; elsewhere `quenmar/seen` in XDG_STATE_HOME, else
 /// in `.local/state` of the home folder. Empty where there is none: a relative path counts as none,
-/// as it would lead into whatever folder the program was started in.
+/// as it would depend on the folder in which the program was started.
 [[nodiscard]] Path StateFolder();
 
 }  // namespace quenmar

@@ -49,7 +49,7 @@ struct Entry {
   StringView data;
 };
 
-/// @return name and data of a value's line; nothing for comments and whatever else is no value.
+/// @return name and data of a value's line; nothing for a line that is not a value.
 std::optional<Entry> ParseEntry(StringView line) {
   StringView rest = Trim(line, kBlanks);
   String name;

@@ -224,7 +224,7 @@ int ParameterList::ShownCount() const {
 
 void ParameterList::focusInEvent(QFocusEvent* event) {
   QListWidget::focusInEvent(event);
-  // Coming back from another window or a menu is no turn to another list.
+  // Coming back from another window or a menu does not choose another list.
   const Qt::FocusReason reason = event->reason();
   if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) emit Chosen();
 }

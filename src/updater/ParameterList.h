@@ -43,7 +43,7 @@ class ParameterList : public QListWidget {
   /// first time that is the first. What was visible stays where it was.
   void Fill(const std::vector<SettingRow>& rows);
 
-  /// Shows the row at that index anew, in all but its tick.
+  /// Updates the row at that index, except for its tick.
   void Refresh(int index, const SettingRow& row);
 
   /// Ticks every item that is shown.
@@ -78,8 +78,8 @@ class ParameterList : public QListWidget {
   void focusInEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
-  /// In a list of single selection the current item stays the highlighted one, whatever is clicked
-  /// with whatever key held down.
+  /// In a list of single selection the current item stays the highlighted one, also for clicks with
+  /// Ctrl or Shift.
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override;
 

@@ -61,7 +61,7 @@ void SettingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   const QColor text =
       item.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
   const bool commentedOut = index.data(kCommentedOut).toBool();
-  // A highlight leaves little contrast to give away.
+  // On a highlight a paler text would have too little contrast.
   const QColor quiet = selected ? text : Mixed(under, text, kQuiet);
   painter->save();
   painter->setPen(commentedOut && !selected ? Mixed(under, text, kQuieter) : text);

@@ -5,7 +5,7 @@
 namespace quenmar {
 
 /// Draws settings in columns: the name, then the values and behind the last of them a note, all
-/// these quieter than the name. A mark stands before the second value.
+/// these quieter than the name. A mark is drawn before the second value.
 class SettingDelegate : public ListDelegate {
   Q_OBJECT
 

@@ -25,8 +25,8 @@ struct SettingRow;
 
 /// The window that compares one file's two versions and lets the user decide what the server's file
 /// keeps: settings move between list 0 (new), list 1 (current) and list 2 (obsolete); Apply writes
-/// list 1 and the series. Made anew for each comparison. `Changed` is 1 after a move between lists,
-/// 2 after an edited value and 4 after a ticked or unticked series item.
+/// list 1 and the series. Made again for each comparison. `Changed` is 1 after a move between
+/// lists, 2 after an edited value and 4 after a ticked or unticked series item.
 class frmUpdaterX : public FileWindow {
   Q_OBJECT
 

@@ -49,7 +49,7 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
   ShowSelected();
   UpdateChangesPage();
   ShowCount();
-  // What has nothing left to do passes the focus on; it belongs beside that.
+  // A control that becomes disabled passes the focus on; the list beside it gets it.
   if (focused == nullptr || focusWidget() != focused) lists_[ShownList()]->setFocus();
 }
 

@@ -10,9 +10,8 @@ namespace quenmar {
 class ColumnState : public QObject {
  public:
   /// @param header has all its columns; owns the new object
-  /// @param key the table's name in the state file, beside which the number of columns counts: a
-  /// program
-  ///   with other columns begins anew
+  /// @param key the table's name in the state file. The number of columns is appended to it, so
+  /// that a program with other columns restores nothing
   ColumnState(QHeaderView* header, const QString& key);
 
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -72,7 +72,7 @@ void FileWindow::keyPressEvent(QKeyEvent* event) {
     QDialog::keyPressEvent(event);
     return;
   }
-  // Enter in an editor or a list must not press a button that nobody looks at.
+  // Enter in an editor or a list must not press a button elsewhere in the window.
   if (auto* const button = qobject_cast<QPushButton*>(focusWidget())) button->click();
 }
 

@@ -56,8 +56,8 @@ class FileWindow : public QDialog {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  /// What Apply does: asks, with the warnings in the question and the changes at hand, saves the
-  /// server's file, and then has no unsaved changes.
+  /// What Apply does: asks, with the warnings in the question and the changes as its details, saves
+  /// the server's file, and then has no unsaved changes.
   void Save();
 
   /// Shows a message. @return the pressed button.

@@ -118,7 +118,7 @@ void FindBar::Close() {
   if (focused) emit Accepted();
 }
 
-/// Escape in whatever control of the window that has no use for it.
+/// Escape in any control of the window that does not use it.
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && IsOpen() &&
       static_cast<QKeyEvent*>(event)->matches(QKeySequence::Cancel)) {

@@ -5,7 +5,7 @@
 namespace quenmar {
 
 /// A line for a folder, with completion, that takes a dropped folder. What is typed counts once it
-/// is complete (Enter, or leaving the box), so that nobody is disturbed while typing. Blanks around
+/// is complete (Enter, or leaving the box), so that no message interrupts the typing. Blanks around
 /// it are cut off.
 class FolderBox : public QLineEdit {
   Q_OBJECT

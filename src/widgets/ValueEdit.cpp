@@ -101,7 +101,7 @@ void ValueEdit::Mark() {
   if (warning == accessibleDescription()) return;
   setAccessibleDescription(warning);
   setToolTip(ToToolTip(warning));
-  // At once: whoever types does not point at it. Without a text the tip goes.
+  // At once, since the mouse is elsewhere while the user types. Without a text the tip disappears.
   if (hasFocus()) QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this);
   update();
 }
