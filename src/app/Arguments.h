@@ -13,8 +13,9 @@ struct Arguments {
   std::optional<Path> registry;
   std::optional<Main::Folders> folders;
 
-  /// Ends the program itself for --help, --version, words that it does not know, and where there is
-  /// no display. To be called before there is an application object: none of this needs a display.
+  /// Ends the program itself for --help, --version, arguments that it does not know, and where
+  /// there is no display. To be called before there is an application object: none of this needs a
+  /// display.
   [[nodiscard]] static Arguments Parse(int argc, char** argv);
 };
 

@@ -14,7 +14,7 @@ namespace quenmar {
 void PrintChanges(const SaveChanges& changes, const std::set<String>& taken,
                   const Language& language, std::ostream& out);
 
-/// @return what the changes come to: their number by kind, and each effect on the whole file; empty
+/// @return a summary of the changes: their number by kind, and each effect on the whole file; empty
 /// when the bytes of the file stay as they are.
 [[nodiscard]] std::vector<std::string> EffectsOf(const SaveChanges& changes,
                                                  const Language& language);

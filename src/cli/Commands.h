@@ -37,7 +37,7 @@ struct CommandContext {
   }
 };
 
-/// Why a merge comes to nothing when the user answers No.
+/// Why nothing is merged when the user answers No.
 inline constexpr const char* kDeclined = "declined, the file was not saved";
 
 /// Something the user asked for cannot be done; `what` is the sentence to show.

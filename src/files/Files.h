@@ -1,4 +1,4 @@
-/// Whole files: read, replaced so that a failure costs nothing, or written in place.
+/// Whole files: read, replaced so that a failure changes nothing, or written in place.
 ///
 /// Failures are `FileError`s whose description is the system's own sentence.
 #pragma once
