@@ -2,6 +2,7 @@
 
 #include <QSet>
 #include <algorithm>
+#include <utility>
 
 #include "widgets/QtText.h"
 
@@ -24,6 +25,11 @@ FolderReports::FolderReports(const Options& options, const Language& language,
     if (!settling_.isActive()) settling_.start();
   };
   connect(&turns_, &QTimer::timeout, this, &FolderReports::TakeTurn);
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this](const QString& folder) {
+    if (folder != ToQString(PathText(distribution_)) && folder != ToQString(PathText(server_))) {
+      replaced_ = true;
+    }
+  });
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, settle);
   connect(&watcher_, &QFileSystemWatcher::fileChanged, this, settle);
   connect(&settling_, &QTimer::timeout, this, &FolderReports::DiskChanged);
@@ -44,6 +50,7 @@ void FolderReports::Read(const Path& distribution, const Path& server,
 void FolderReports::Refresh() {
   next_ = 0;
   if (files_.empty()) return;
+  Watch();  // first, so that no change falls between reading and watching
   turns_.start(0);
 }
 
@@ -67,10 +74,7 @@ void FolderReports::TakeTurn() {
     known->second = now;
     emit Reported(ReportOn(name));
   }
-  if (next_ == files_.size()) {
-    turns_.stop();
-    Watch();
-  }
+  if (next_ == files_.size()) turns_.stop();
   emit Progressed(static_cast<int>(next_), static_cast<int>(files_.size()));
 }
 
@@ -85,17 +89,21 @@ FileReport FolderReports::ReportOn(const Path& name) const {
 }
 
 /// Watching a folder reports files that are added, removed or replaced; only watching a file
-/// reports that it is written in place. A file that was replaced is no longer watched.
+/// reports that it is written in place. A file that was replaced is no longer watched. A folder
+/// that was replaced still is, by its old contents: its parent reports that, and all is watched
+/// from the start.
 void FolderReports::Watch() {
   QSet<QString> wanted;
   for (const Path& folder : {distribution_, server_}) {
     if (folder.empty()) continue;
-    wanted << ToQString(PathText(folder));
+    wanted << ToQString(PathText(folder)) << ToQString(PathText(folder.parent_path()));
     for (const String& file : files_) {
       const Path path = folder / PathFromText(file);
       if (KindOf(path) == FileKind::kFile) wanted << ToQString(PathText(path));
     }
   }
+  const QSet<QString> watching = AsSet(watcher_.files()) + AsSet(watcher_.directories());
+  if (std::exchange(replaced_, false)) watcher_.removePaths(watching.values());
   const QSet<QString> watched = AsSet(watcher_.files()) + AsSet(watcher_.directories());
   const QStringList old = (watched - wanted).values();
   const QStringList fresh = (wanted - watched).values();

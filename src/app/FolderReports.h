@@ -76,6 +76,7 @@ class FolderReports : public QObject {
   std::vector<String> files_;
   size_t next_ = 0;  ///< in `files_`
   std::map<String, Stamps> read_;
+  bool replaced_ = false;  ///< one of the folders may be another one than is watched
 };
 
 }  // namespace quenmar

@@ -1,16 +1,17 @@
 #include "app/MainWindow.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QTableView>
+#include <algorithm>
 #include <utility>
 
 #include "app/Overview.h"
@@ -20,6 +21,7 @@
 #include "files/Folder.h"
 #include "merge/StateFolder.h"
 #include "updater/frmUpdaterX.h"
+#include "widgets/CheckBox.h"
 #include "widgets/FolderBox.h"
 #include "widgets/QtText.h"
 #include "widgets/ShownCursor.h"
@@ -65,7 +67,7 @@ void Main::CreateControls() {
   browseServer_ = Named(new QPushButton, "Command2");
   filesLabel_ = Named(new QLabel, "Label4");
   files_ = Named(new QComboBox, "ConfFiles");
-  sort_ = Named(new QCheckBox, "Check1");
+  sort_ = Named(new CheckBox, "Check1");
   layoutLabel_ = Named(new QLabel, "lblLayout");
   layout_ = Named(new QComboBox, "cmbLayout");
   edit_ = Named(new QPushButton, "Command3");
@@ -78,7 +80,7 @@ void Main::CreateControls() {
   layoutLabel_->setBuddy(layout_);
   edit_->setEnabled(false);
   checkChanges_->setEnabled(false);
-  sort_->setChecked(options_.IsSorted());
+  sort_->setChecked(options_.sort == 1);
   sort_->setEnabled(options_.layout == Layout::kSettings);
 }
 
@@ -163,7 +165,9 @@ void Main::LayOut() {
   for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 
   const QFontMetrics letters = fontMetrics();
-  resize(140 * letters.averageCharWidth(), sizeHint().height() + 16 * letters.height());
+  const int columns = table->horizontalHeader()->length() + 4 * letters.averageCharWidth();
+  resize(std::max(140 * letters.averageCharWidth(), columns),
+         sizeHint().height() + 16 * letters.height());
   new WindowGeometry(this, "Main");
 }
 

@@ -1,6 +1,7 @@
 #include "app/Overview.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
@@ -9,11 +10,53 @@
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
-#include "widgets/ColumnState.h"
+#include "widgets/Colours.h"
 #include "widgets/QtText.h"
+#include "widgets/RememberedState.h"
 
 namespace quenmar {
+
+namespace {
+
+/// Sorts by the keys of the model; files with equal keys are in the order of their names.
+class SortedFiles : public QSortFilterProxyModel {
+ public:
+  using QSortFilterProxyModel::QSortFilterProxyModel;
+
+ protected:
+  [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override {
+    if (left.data(sortRole()) != right.data(sortRole())) {
+      return QSortFilterProxyModel::lessThan(left, right);
+    }
+    const auto file = [](const QModelIndex& index) {
+      return index.siblingAtColumn(OverviewModel::kFile).data().toString();
+    };
+    const bool less = file(left).compare(file(right), Qt::CaseInsensitive) < 0;
+    return sortOrder() == Qt::AscendingOrder ? less : !less;
+  }
+};
+
+/// A table whose keys go over whole rows: letters search the names of the files, Home and End go to
+/// the first and the last row.
+class FileTable : public QTableView {
+ public:
+  void keyboardSearch(const QString& search) override {
+    const QModelIndex file = currentIndex().siblingAtColumn(OverviewModel::kFile);
+    selectionModel()->setCurrentIndex(file, QItemSelectionModel::NoUpdate);
+    QTableView::keyboardSearch(search);
+  }
+
+ protected:
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
+    if (action != MoveHome && action != MoveEnd) return QTableView::moveCursor(action, modifiers);
+    const int row = action == MoveHome ? 0 : model()->rowCount() - 1;
+    return model()->index(row, currentIndex().column());
+  }
+};
+
+}  // namespace
 
 Overview::Overview(const Options& options, const Language& language, const SeenFiles& seen,
                    QWidget* parent)
@@ -31,11 +74,11 @@ Overview::Overview(const Options& options, const Language& language, const SeenF
 }
 
 void Overview::CreateTable() {
-  sorted_ = new QSortFilterProxyModel(this);
+  sorted_ = new SortedFiles(this);
   sorted_->setSourceModel(&model_);
   sorted_->setSortRole(OverviewModel::kSortRole);
   sorted_->setSortCaseSensitivity(Qt::CaseInsensitive);
-  table_ = new QTableView;
+  table_ = new FileTable;
   table_->setObjectName("tblFiles");
   table_->setAccessibleName(Text(Message::kConfigFile));
   table_->setModel(sorted_);
@@ -72,7 +115,7 @@ void Overview::CreateColumns() {
     widen(OverviewModel::kState, Text(state));
   }
   header->setStretchLastSection(true);
-  new ColumnState(header, "MainColumns");
+  new RememberedState(header, "MainColumns" + QString::number(header->count()));
   table_->setSortingEnabled(true);
 }
 
@@ -105,7 +148,18 @@ void Overview::CreateReason() {
   reason_->setAlignment(Qt::AlignCenter);
   reason_->setWordWrap(true);
   reason_->setTextFormat(Qt::PlainText);
-  reason_->setForegroundRole(QPalette::PlaceholderText);
+  PaintReason();
+}
+
+void Overview::PaintReason() {
+  QPalette quiet;
+  quiet.setColor(QPalette::WindowText, QuietText(palette()));
+  reason_->setPalette(quiet);
+}
+
+void Overview::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && reason_ != nullptr) PaintReason();
 }
 
 void Overview::CreateProgress() {
@@ -142,6 +196,7 @@ void Overview::Connect() {
             if (selecting_ || !current.isValid()) return;
             // The row that the keyboard goes to first would not be selected.
             table_->selectRow(current.row());
+            currentRow_ = current.row();
             emit FileSelected(ToQString(model_.FileAt(sorted_->mapToSource(current).row())));
           });
   connect(table_, &QTableView::doubleClicked, this, &Overview::CheckChangesWanted);
@@ -178,13 +233,18 @@ void Overview::Select(const String& file) {
   } else if (wanted.row() != table_->currentIndex().row()) {
     table_->selectRow(wanted.row());
     table_->scrollTo(wanted);
+    currentRow_ = wanted.row();
   }
 }
 
 void Overview::ShowProgress(int done, int all) {
   progress_->setMaximum(all);
   progress_->setValue(done);
-  if (done == all) progress_->hide();
+  if (done < all) return;
+  progress_->hide();
+  // What was saved may have moved the row to another place of the sorted table.
+  const int row = table_->currentIndex().row();
+  if (std::exchange(currentRow_, row) != row) table_->scrollTo(table_->currentIndex());
 }
 
 QString Overview::Text(Message key) const { return ToQString(language_.Text(key)); }

@@ -50,11 +50,15 @@ class Overview : public QWidget {
   /// Something in the folders has changed.
   void DiskChanged();
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void CreateTable();
   void CreateColumns();
   void CreateActions();
   void CreateReason();
+  void PaintReason();
   void CreateProgress();
   void LayOut();
   void Connect();
@@ -67,6 +71,7 @@ class Overview : public QWidget {
   const Language& language_;
   FolderReports reports_;
   OverviewModel model_;
+  int currentRow_ = -1;     ///< the selected row, where it was last scrolled to
   bool selecting_ = false;  ///< not the user, but the window goes to a row
 
   QSortFilterProxyModel* sorted_ = nullptr;

@@ -1,11 +1,11 @@
 #include "app/OverviewModel.h"
 
 #include <QGuiApplication>
-#include <QPalette>
 #include <algorithm>
 #include <array>
 #include <utility>
 
+#include "widgets/Colours.h"
 #include "widgets/DefaultRemark.h"
 #include "widgets/QtText.h"
 
@@ -152,7 +152,7 @@ QVariant OverviewModel::data(const QModelIndex& index, int role) const {
     return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   }
   if (role == Qt::ForegroundRole && !(row.report && row.report->NeedsWork())) {
-    return QGuiApplication::palette().brush(QPalette::PlaceholderText);
+    return QuietText(QGuiApplication::palette());
   }
   if (column == kFile) {
     return role == Qt::DisplayRole || role == kSortRole ? ToQString(row.file) : QVariant();

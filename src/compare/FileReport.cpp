@@ -75,7 +75,7 @@ class Examination {
   void Compare() {
     comparison_.emplace(ConfDocuments{distribution_.settings, server_.settings,
                                       distribution_.series, server_.series},
-                        options_.IsSorted());
+                        options_.IsSorted(options_.layout));
     comparison_->FillResultTrees();
     for (const Field& field : comparison_->NewFields().Fields()) {
       const bool mandatory = comparison_->IsMandatory(field.Name());
@@ -85,6 +85,7 @@ class Examination {
       report_.obsolete.push_back({String(field.Name()), String(field.Value())});
     }
     report_.newSeries = EntriesOf(comparison_->NewSeries());
+    report_.newSeriesWait = options_.saveCommentedSeries && !report_.newSeries.empty();
     report_.obsoleteSeries = EntriesOf(comparison_->DeletedSeries());
     ListKept();
   }
@@ -210,7 +211,7 @@ bool FileReport::NeedsWork() const {
         return kind == Finding::Kind::kDuplicate || kind == Finding::Kind::kNoText;
       });
   return status == FileStatus::kNew || status == FileStatus::kFailed || toMend || !fresh.empty() ||
-         !obsolete.empty() || !inactive.empty() || !newSeries.empty() || !release.Empty();
+         !obsolete.empty() || !inactive.empty() || newSeriesWait || !release.Empty();
 }
 
 std::vector<String> FileReport::Oddities(const Language& language) const {

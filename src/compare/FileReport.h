@@ -63,6 +63,8 @@ struct FileReport {
   std::vector<ServerSetting> obsolete;
   std::vector<ServerSetting> inactive;
   std::vector<ReportedEntry> newSeries;
+  /// Whether a save adds those, commented out: else they would be new for ever.
+  bool newSeriesWait = false;
   std::vector<ReportedEntry> obsoleteSeries;
 
   /// The settings of these are among `changed`, too, which compares two versions only; and the

@@ -52,14 +52,11 @@ class CellDelegate : public QStyledItemDelegate {
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    constexpr float kPaleText = 0.62F;  // more than 4.5 to 1 on the common palettes
     QStyledItemDelegate::initStyleOption(option, index);
     const QString sign = index.data(EditGridModel::kSign).toString();
     if (!sign.isEmpty()) option->text.prepend(sign + ' ');
     if (!index.data(EditGridModel::kPale).toBool()) return;
-    const QPalette& palette = option->palette;
-    option->palette.setColor(QPalette::Text, Mixed(palette.color(QPalette::Base),
-                                                   palette.color(QPalette::Text), kPaleText));
+    option->palette.setColor(QPalette::Text, QuietText(option->palette));
   }
 };
 

@@ -75,6 +75,7 @@ void NEditForm::CreateControls() {
   for (QPushButton* const button : {apply_, close_}) button->setAutoDefault(false);
   dragBar_ = new DragBar(frame_);
   dragBar_->setObjectName("dragComments");
+  setTabOrder(comments_, dragBar_);
   xEDG_->setFocus();
 }
 
@@ -214,7 +215,7 @@ void NEditForm::Connect() {
     xEDG_->Refresh();  // what was edited
   });
   connect(find_, &FindBar::Toggled, this, &NEditForm::LayOut);
-  connect(find_, &FindBar::FilterChanged, this, &NEditForm::Filter);
+  connect(find_, &FindBar::FilterChanged, this, [this] { Filter(Shown::kGo); });
   connect(find_, &FindBar::Accepted, this, [this] { xEDG_->setFocus(); });
   connect(dragBar_, &DragBar::Begun, this, [this] { draggedHeight_ = comments_->height(); });
   connect(dragBar_, &DragBar::Dragged, this, &NEditForm::DragComments);
@@ -258,7 +259,7 @@ void NEditForm::LoadSeries() {
 void NEditForm::ShowMerge() {
   ShowValues();
   xEDG_->Refresh();
-  Filter();
+  Filter(Shown::kStay);
   series_->ShowChecks(Merge().Series());
 }
 
@@ -269,14 +270,14 @@ void NEditForm::ShowValues() {
   }
 }
 
-/// What is edited stays visible until the filter changes.
-void NEditForm::Filter() {
+void NEditForm::Filter(Shown before) {
   const SettingFilter filter = find_->Filter();
   const int rows = xEDG_->Grid().Rows();
   std::vector<bool> hidden(static_cast<size_t>(rows));
   int shown = 0;
   for (int row = 1; row < rows; ++row) {
-    const bool show = Merge().IsShown(row - 1, filter);
+    const bool stays = before == Shown::kStay && !xEDG_->Grid().IsRowHidden(row);
+    const bool show = stays || Merge().IsShown(row - 1, filter);
     hidden[static_cast<size_t>(row)] = !show;
     if (show) ++shown;
   }

@@ -42,6 +42,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   // The grid's events.
@@ -67,8 +68,11 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void ShowMerge() override;
   void ShowValues();
 
+  /// Whether rows that are shown and no longer pass the filter stay until it changes.
+  enum class Shown { kStay, kGo };
+
   /// Shows the rows that the find bar asks for.
-  void Filter();
+  void Filter(Shown before);
 
   // What is done to the selected rows.
   void SetToOriginal();

@@ -11,11 +11,14 @@
 #include "widgets/FindBar.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/SeriesTabs.h"
+#include "widgets/StateFile.h"
 #include "widgets/WindowGeometry.h"
 
 namespace quenmar {
 
 namespace {
+
+constexpr const char* kCommentsHeight = "NEditForm/CommentsHeight";  // in the state file
 
 constexpr int kCommentLines = 4;   // more would leave the series no room in the smallest window
 constexpr int kFewestRows = 3;     // of the grid, which a high comments box leaves
@@ -37,6 +40,7 @@ void Place(QWidget& widget, const LayoutRectangle& twips, QPoint offset = {}) {
 
 void NEditForm::SetUpSize() {
   xEDG_->RememberColumns(objectName());
+  commentsHeight_ = StateFile().value(kCommentsHeight).toInt();
   setMinimumSize(PixelsFor(EditorLayout::kSmallestWindow.width),
                  PixelsFor(EditorLayout::kSmallestWindow.height));
   const EditorLayout empty = EditorLayout::Of({}, 0, {}, {}, mode_);
@@ -129,6 +133,11 @@ void NEditForm::DragComments(int pixels) {
   const int higher = mode_ == LayoutMode::kSettings ? -pixels : pixels;
   commentsHeight_ = ToTwips(std::max(0, draggedHeight_ + higher));
   LayOut();
+}
+
+void NEditForm::hideEvent(QHideEvent* event) {
+  QDialog::hideEvent(event);
+  if (commentsHeight_ > 0) StateFile().setValue(kCommentsHeight, commentsHeight_);
 }
 
 void NEditForm::resizeEvent(QResizeEvent* event) {

@@ -97,8 +97,9 @@ bool FileMerge::ReadOldVersion() {
 }
 
 bool FileMerge::Prepare() {
+  const bool sorted = context_.options.IsSorted(request_.layout);
   if (request_.purpose == Purpose::kCompare) {
-    comparison_.emplace(documents_, context_.options.IsSorted());
+    comparison_.emplace(documents_, sorted);
     comparison_->FillResultTrees();
     renames_ = FindRenames(comparison_->NewFields(), comparison_->DeletedFields());
     series_ = comparison_->FillSeries(context_.messages, context_.language);
@@ -106,7 +107,7 @@ bool FileMerge::Prepare() {
   }
   documents_.distributionSeries->Fields().Sort(true);
   documents_.serverSeries->Fields().Sort(true);
-  if (context_.options.IsSorted()) documents_.server->Fields().Sort(true);
+  if (sorted) documents_.server->Fields().Sort(true);
   AddMissingSeries(*documents_.distributionSeries, *documents_.serverSeries);
   series_ = SeriesGroups(*documents_.serverSeries);
   RememberSaved();

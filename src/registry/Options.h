@@ -31,8 +31,12 @@ struct Options {
 
   Layout layout = Layout::kSettings;  ///< what a save makes the file of
 
-  /// @return whether parameter lists are shown sorted.
-  [[nodiscard]] bool IsSorted() const { return sort == 1; }
+  /// @return whether parameter lists are sorted for a save in this layout. One that keeps a file's
+  /// lines keeps their order: sorting exchanges the lines of a name, so that another of its values
+  /// would come first and be written.
+  [[nodiscard]] bool IsSorted(Layout saved) const {
+    return sort == 1 && saved == Layout::kSettings;
+  }
 };
 
 /// @return the options as they are stored, those that are missing or empty with their defaults.

@@ -73,7 +73,7 @@ void ParameterList::Fill(const std::vector<SettingRow>& rows) {
     QFont bold = font();
     bold.setBold(true);
     const QFontMetrics metrics(bold);
-    int width = 0;
+    int width = header_ == nullptr ? 0 : header_->sectionSizeHint(0);
     for (const SettingRow& row : rows) {
       // Ready before it is in the list, which would look at every change.
       auto* const added = new QListWidgetItem(ToQString(row.name));
@@ -103,6 +103,7 @@ void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const 
   item->setData(SettingDelegate::kMark, ToQString(row.mark));
   item->setData(SettingDelegate::kNote, ToQString(row.note));
   item->setData(SettingDelegate::kCommentedOut, row.commentedOut);
+  item->setData(SettingDelegate::kStruckOut, row.staysCommentedOut);
   QFont bold = font();
   bold.setBold(true);
   item->setData(Qt::FontRole, row.changed ? QVariant(bold) : QVariant());

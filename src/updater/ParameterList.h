@@ -23,8 +23,9 @@ struct SettingRow {
   bool ticked = false;
   bool changed = false;  ///< the two values differ
   bool commentedOut = false;
-  bool newDefault = false;  ///< the release has changed its default
-  bool shown = true;        ///< else a filter hides it
+  bool staysCommentedOut = false;  ///< when it is saved
+  bool newDefault = false;         ///< the release has changed its default
+  bool shown = true;               ///< else a filter hides it
 };
 
 /// A list of settings with check boxes, one of them current as long as any is shown; their names

@@ -45,8 +45,7 @@ QList<QRect> SettingDelegate::Columns(const QStyleOptionViewItem& item) const {
 
 void SettingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
-  constexpr float kQuiet = 0.72F;    // of the text's colour, over the background's
-  constexpr float kQuieter = 0.62F;  // more than 4.5 to 1 on the common palettes
+  constexpr float kQuiet = 0.72F;  // of the text's colour, over the background's
   QStyleOptionViewItem item = option;
   initStyleOption(&item, index);
   const QList<QRect> columns = Columns(item);
@@ -64,9 +63,9 @@ void SettingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   // On a highlight a paler text would have too little contrast.
   const QColor quiet = selected ? text : Mixed(under, text, kQuiet);
   painter->save();
-  painter->setPen(commentedOut && !selected ? Mixed(under, text, kQuieter) : text);
+  painter->setPen(commentedOut && !selected ? Mixed(under, text, kQuietest) : text);
   QFont nameFont = item.font;
-  nameFont.setStrikeOut(commentedOut);
+  nameFont.setStrikeOut(index.data(kStruckOut).toBool());
   Write(painter, columns[0], nameFont, name);
   painter->setPen(quiet);
   QRect last = columns[1];

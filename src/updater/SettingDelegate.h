@@ -12,7 +12,7 @@ class SettingDelegate : public ListDelegate {
  public:
   /// What items have besides their names, which are their texts. A font of theirs is for the name
   /// and the first value.
-  enum Role { kValue = Qt::UserRole, kOriginalValue, kMark, kNote, kCommentedOut };
+  enum Role { kValue = Qt::UserRole, kOriginalValue, kMark, kNote, kCommentedOut, kStruckOut };
 
   /// @param valueColumns 1 or 2
   SettingDelegate(QAbstractItemView* view, int valueColumns);

@@ -14,6 +14,7 @@
 #include "updater/frmUpdaterX.h"
 #include "widgets/FindBar.h"
 #include "widgets/QtText.h"
+#include "widgets/RememberedState.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/SeriesTabs.h"
 #include "widgets/ValueEdit.h"
@@ -22,10 +23,6 @@
 namespace quenmar {
 
 namespace {
-
-QString WithoutColon(const QString& caption) {
-  return caption.endsWith(':') ? caption.chopped(1) : caption;
-}
 
 QLabel* MakePlainLabel() {
   auto* const label = new QLabel;
@@ -123,6 +120,7 @@ void frmUpdaterX::MakeLabels() {
   for (QLabel*& remark : remarks_) {
     remark = MakePlainLabel();
     remark->setWordWrap(true);
+    remark->setMinimumHeight(remark->fontMetrics().lineSpacing());  // empty, too: nothing jumps
     remark->hide();
   }
 }
@@ -147,7 +145,6 @@ void frmUpdaterX::MakeActions() {
       new FindBar(TheLanguage(),
                   {Choice::kAll, Choice::kChanged, Choice::kDefaults, Choice::kCommentedOut}, this);
   openFind_ = MakeActionButton(find_->Action());
-  openFind_->setText(WithoutColon(openFind_->text()));
 }
 
 void frmUpdaterX::NameControls() {
@@ -273,6 +270,8 @@ void frmUpdaterX::BuildWindow() {
   whole->setStretchFactor(0, 3);
   whole->setStretchFactor(1, 1);
   for (QSplitter* const splitter : {upper, whole}) splitter->setChildrenCollapsible(false);
+  new RememberedState(upper, "frmUpdaterX/Upper");
+  new RememberedState(whole, "frmUpdaterX/Whole");
 
   auto* const buttons = new QHBoxLayout;
   buttons->addStretch();
@@ -287,7 +286,9 @@ void frmUpdaterX::BuildWindow() {
   setSizeGripEnabled(true);
   SetTitle(TheLanguage().Text(Message::kCheckChanges) + u" - " + FileName());
   const QFontMetrics metrics = fontMetrics();
-  resize(metrics.averageCharWidth() * 145, metrics.height() * 46);
+  const QSize first(metrics.averageCharWidth() * 145, metrics.height() * 46);
+  setMinimumSize((first / 2).boundedTo(LargestSize(*this)));
+  resize(first);
   new WindowGeometry(this, "frmUpdaterX");
 }
 

@@ -73,7 +73,11 @@ SettingRow frmUpdaterX::RowOf(int list, const Field& field) const {
     row.newDefault = true;
   }
   row.changed = !original->Name().empty() && row.value != row.originalValue;
-  row.commentedOut = list != kNew && Merge().StateOf(name) != FileMerge::SettingState::kActive;
+  if (list != kNew) {
+    const auto state = Merge().StateOf(name);
+    row.commentedOut = state != FileMerge::SettingState::kActive;
+    row.staysCommentedOut = state == FileMerge::SettingState::kCommentedOut;
+  }
   row.shown = IsShown(row, list);
   return row;
 }

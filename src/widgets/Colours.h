@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 
 namespace quenmar {
 
@@ -10,6 +11,16 @@ namespace quenmar {
   const auto part = [share](float low, float high) { return low + (high - low) * share; };
   return QColor::fromRgbF(part(under.redF(), over.redF()), part(under.greenF(), over.greenF()),
                           part(under.blueF(), over.blueF()));
+}
+
+/// The share of the text's colour, over the background's, at which text is pale and has still more
+/// contrast than 4.5 to 1 on the common palettes.
+inline constexpr float kQuietest = 0.62F;
+
+/// @return the colour of pale text on a palette's base. `QPalette::PlaceholderText` would not do:
+/// some themes leave it black in the dark.
+[[nodiscard]] inline QColor QuietText(const QPalette& palette) {
+  return Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), kQuietest);
 }
 
 /// @return a strong colour of that hue in which text is readable on the background.

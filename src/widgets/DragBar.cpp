@@ -1,5 +1,6 @@
 #include "widgets/DragBar.h"
 
+#include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -9,7 +10,18 @@
 
 namespace quenmar {
 
+namespace {
+
+/// Screen readers would pass over a widget without a role.
+QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
+  auto* const bar = qobject_cast<DragBar*>(object);
+  return bar == nullptr ? nullptr : new QAccessibleWidget(bar, QAccessible::Splitter);
+}
+
+}  // namespace
+
 DragBar::DragBar(QWidget* parent) : QWidget(parent) {
+  QAccessible::installFactory(MakeAccessible);  // which counts once
   setCursor(Qt::SplitVCursor);
   setFocusPolicy(Qt::TabFocus);
   // In the toolkit's words, which it translates.

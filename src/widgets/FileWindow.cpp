@@ -52,7 +52,7 @@ void FileWindow::Step(void (FileMerge::*step)()) {
 
 std::int16_t FileWindow::Changed() const {
   const auto step = context_.merge.UnsavedStep();
-  return step ? static_cast<std::int16_t>(*step) : 0;
+  return step ? static_cast<std::int16_t>(*step) : std::int16_t{0};
 }
 
 void FileWindow::reject() {

@@ -36,7 +36,7 @@ FindBar::FindBar(const Language& language, const std::vector<SettingFilter::Choi
                  QWidget* window)
     : QWidget(window),
       language_(language),
-      action_(new QAction(ToCaption(language.Text(Message::kFind)), window)),
+      action_(new QAction(WithoutColon(ToCaption(language.Text(Message::kFind))), window)),
       caption_(new QLabel(ToCaption(language.Text(Message::kFind)))),
       text_(new QLineEdit),
       choice_(new QComboBox),
@@ -60,15 +60,18 @@ void FindBar::Fill(const std::vector<SettingFilter::Choice>& choices) {
   choice_->setObjectName("cmbFind");
   count_->setObjectName("lblFind");
   caption_->setBuddy(text_);
-  const QString name = ToQString(language_.Text(Message::kFind));
+  const QString name = WithoutColon(ToQString(language_.Text(Message::kFind)));
   const QString tip = name + ' ' + action_->shortcut().toString(QKeySequence::NativeText);
   for (QWidget* const control : std::initializer_list<QWidget*>{text_, choice_}) {
     control->setAccessibleName(name);
     control->setToolTip(ToToolTip(tip));
   }
   text_->setClearButtonEnabled(true);
-  constexpr int kFewestLetters = 8;  // a small window cuts the choice off, not the count
-  choice_->setMinimumWidth(kFewestLetters * fontMetrics().averageCharWidth());
+  // A small window cuts the choice off, not the count, and the text last.
+  constexpr int kLettersOfChoice = 8;
+  constexpr int kLettersOfText = 12;
+  choice_->setMinimumWidth(kLettersOfChoice * fontMetrics().averageCharWidth());
+  text_->setMinimumWidth(kLettersOfText * fontMetrics().averageCharWidth());
   for (const SettingFilter::Choice choice : choices) {
     choice_->addItem(ToQString(language_.Text(CaptionOf(choice))), static_cast<int>(choice));
   }

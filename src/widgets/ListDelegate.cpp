@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QPainter>
 
+#include "widgets/CheckBox.h"
 #include "widgets/Colours.h"
 
 namespace quenmar {
@@ -13,15 +14,12 @@ namespace {
 constexpr const char* kPale = "paleHighlight";  // a property of views
 constexpr int kRoom = 3;                        // logical pixels above and below the text
 
-/// Draws a border around the check box that has as much contrast as text has.
+/// Draws the border of the item's check box, where it has one.
 void DrawBox(QPainter* painter, const QStyleOptionViewItem& item, const QStyle& style) {
-  constexpr float kContrast = 0.6F;
   if (!item.features.testFlag(QStyleOptionViewItem::HasCheckIndicator)) return;
   const QRect box = style.subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &item, item.widget);
-  const QColor base = item.palette.color(QPalette::Base);
-  painter->setPen(Mixed(base, item.palette.color(QPalette::Text), kContrast));
-  painter->setBrush(Qt::NoBrush);
-  painter->drawRect(box.adjusted(0, 0, -1, -1));
+  CheckBox::DrawBorder(painter, box, item.palette.color(QPalette::Base),
+                       item.palette.color(QPalette::Text));
 }
 
 }  // namespace

@@ -24,6 +24,11 @@ namespace quenmar {
   return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
+/// @return a caption for places where none ends in a colon, such as menus.
+[[nodiscard]] inline QString WithoutColon(const QString& caption) {
+  return caption.endsWith(':') ? caption.chopped(1) : caption;
+}
+
 [[nodiscard]] inline String FromQString(const QString& text) { return text.toStdU16String(); }
 
 }  // namespace quenmar

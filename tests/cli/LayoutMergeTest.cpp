@@ -91,6 +91,16 @@ TEST_F(LayoutMergeTest, RefusesWhatALayoutCannotDo) {
   }
 }
 
+TEST_F(LayoutMergeTest, TheOptionToSortExchangesNoLines) {
+  Write("options.reg",
+        "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n\"Sort\"=\"1\"\r\n");
+  const std::string mine = "// mine\nx: 1\nmode: fast\n//mode: slow\nb: 1\na: 1\n";
+  Write("dist/a.conf", "x: 1\nb: 1\n");
+  Write("server/a.conf", mine);
+  EXPECT_EQ(Merge({"--layout", "server", "--restore-all", "--output", "-"}), kNothingToDo);
+  EXPECT_EQ(out_, mine);
+}
+
 TEST_F(LayoutMergeTest, MergesAllFiles) {
   Write("dist/b.conf", "x: 1\r\n");
   Write("server/b.conf", "x: 2\r\n");

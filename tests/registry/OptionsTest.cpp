@@ -54,12 +54,13 @@ TEST(OptionsTest, SwitchesThatAreMissingOrEmptyAreStored) {
 TEST(OptionsTest, WhatTheUserChangesIsThereTheNextTime) {
   const ScratchFolder folder;
   FileRegistry registry(folder / "registry.reg");
-  EXPECT_FALSE(ReadOptions(registry).IsSorted());
+  EXPECT_FALSE(ReadOptions(registry).IsSorted(Layout::kSettings));
   EXPECT_TRUE(StoreSvnPath(registry, u"\\\\host\\share\\conf-dist"));
   EXPECT_TRUE(StoreServerPath(registry, u"D:\\conf"));
   EXPECT_TRUE(StoreSort(registry, 1));
   const Options options = ReadOptions(FileRegistry(folder / "registry.reg"));
-  EXPECT_TRUE(options.IsSorted());
+  EXPECT_TRUE(options.IsSorted(Layout::kSettings));
+  EXPECT_FALSE(options.IsSorted(Layout::kServer)) << "the lines keep their order";
   EXPECT_EQ(Shown(options),
             u"\\\\host\\share\\conf-dist D:\\conf 1 {map}{npc}{addon}{import} save");
 }
