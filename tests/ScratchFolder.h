@@ -10,10 +10,10 @@ namespace quenmar {
 /// A new, empty folder of its own for one test, removed with all it holds when the test is over.
 class ScratchFolder {
  public:
-  ScratchFolder()
-      : path_(std::filesystem::temp_directory_path() /
-              ("quenmar-test-" + std::to_string(std::random_device()()) + "-" +
-               std::to_string(std::random_device()()))) {
+  explicit ScratchFolder(
+      const std::filesystem::path& parent = std::filesystem::temp_directory_path())
+      : path_(parent / ("quenmar-test-" + std::to_string(std::random_device()()) + "-" +
+                        std::to_string(std::random_device()()))) {
     std::filesystem::create_directory(path_);
   }
   ScratchFolder(const ScratchFolder&) = delete;

@@ -2,7 +2,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -12,8 +11,9 @@
 #include <csignal>
 #include <cstring>
 #include <functional>
-#include <optional>
+#include <sstream>
 
+#include "DiskTrouble.h"
 #include "ScratchFolder.h"
 #include "files/FileError.h"
 #include "files/Files.h"
@@ -23,45 +23,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Acts without the administrator's rights for as long as it lives.
-struct Unprivileged {
-  static uid_t User() { return ::getuid() == 0 ? 65534 : ::getuid(); }
-  Unprivileged() { EXPECT_EQ(::seteuid(User()), 0); }
-  ~Unprivileged() { EXPECT_EQ(::seteuid(::getuid()), 0); }
-};
-
-/// Lets no file grow beyond `most` bytes for as long as it lives, as a full disk would.
-struct SizeLimit {
-  explicit SizeLimit(rlim_t most) : before(Set(most)) {}
-  SizeLimit(const SizeLimit&) = delete;
-  SizeLimit& operator=(const SizeLimit&) = delete;
-  ~SizeLimit() { Set(before); }
-  static rlim_t Set(rlim_t most) {
-    rlimit limit{};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    const rlim_t was = std::exchange(limit.rlim_cur, most);
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    return was;
-  }
-  rlim_t before;
-};
-
 /// Something mounted at a path for as long as it lives.
-class Mount {
- public:
-  Mount(const char* what, Path where, const char* type, unsigned long flags, const char* options)
-      : where_(std::move(where)),
-        mounted_(::mount(what, where_.c_str(), type, flags, options) == 0) {}
-  Mount(const Mount&) = delete;
-  Mount& operator=(const Mount&) = delete;
+struct Mount {
+  Mount(const char* what, Path path, const char* type, unsigned long flags, const char* options)
+      : where(std::move(path)), done(::mount(what, where.c_str(), type, flags, options) == 0) {}
   ~Mount() {
-    if (mounted_) ::umount2(where_.c_str(), MNT_DETACH);
+    if (done) ::umount2(where.c_str(), MNT_DETACH);
   }
-  explicit operator bool() const { return mounted_; }
-
- private:
-  Path where_;
-  bool mounted_;
+  Path where;
+  bool done;
 };
 
 /// @return the system's number for the failure, below 0 when it damaged a file; 0 for success.
@@ -77,8 +47,7 @@ int ErrorOf(const std::function<void()>& action) {
 }
 
 int ErrorAsUser(const std::function<void()>& action) {
-  const Unprivileged unprivileged;
-  return ErrorOf(action);
+  return AsUser([&] { return ErrorOf(action); });
 }
 
 int ReplaceError(const Path& path, const std::string& bytes = "new") {
@@ -97,32 +66,31 @@ constexpr auto kWays = {Way::kRename, Way::kHardLink, Way::kLockedFolder};
 
 class PosixFiles : public ::testing::Test {
  protected:
-  static void Make(const Path& file, mode_t mode, uid_t owner = Unprivileged::User(),
-                   const std::string& bytes = "old") {
+  static void Make(const Path& file, mode_t mode, const std::string& bytes = "old",
+                   uid_t owner = OrdinaryUser()) {
     WriteInPlace(file, bytes);
     ASSERT_EQ(::chmod(file.c_str(), mode) + ::chown(file.c_str(), owner, ::getegid()), 0);
   }
   /// @return the permissions in octal digits, and the content.
   static std::string State(const Path& file) {
-    const auto mode = static_cast<unsigned>(fs::status(file).permissions()) % 512;
-    return std::to_string(mode / 64) + std::to_string(mode / 8 % 8) + std::to_string(mode % 8) +
-           ReadBytes(file);
+    std::ostringstream text;
+    text << std::oct << static_cast<unsigned>(fs::status(file).permissions()) % 512;
+    return text.str() + ReadBytes(file);
   }
   void SetFolderMode(mode_t mode) const { ::chmod(folder_.Folder().c_str(), mode); }
+  [[nodiscard]] auto FileCount() const {
+    return std::distance(fs::directory_iterator(folder_.Folder()), {});
+  }
 
   /// @return the failure of giving the file other content that way.
   int ReplaceBy(Way way, const std::string& bytes) const {
     if (way == Way::kHardLink && !fs::exists(copy_)) fs::create_hard_link(file_, copy_);
-    if (way != Way::kLockedFolder) return ReplaceError(file_, bytes);
-    SetFolderMode(0555);
-    const int error = ErrorAsUser([&] { ReplaceBytes(file_, bytes); });
-    SetFolderMode(0777);
-    return error;
+    const auto replace = [&] { return ReplaceError(file_, bytes); };
+    return way == Way::kLockedFolder ? InLockedFolder(folder_.Folder(), replace) : replace();
   }
 
   ScratchFolder folder_;
-  Path file_ = folder_ / "file";
-  Path copy_ = folder_ / "copy";
+  Path file_ = folder_ / "file", copy_ = folder_ / "copy", other_ = folder_ / "other";
 };
 
 TEST_F(PosixFiles, PermissionsStayGoWithACopyAndAreTheDefaultElsewhere) {
@@ -158,68 +126,55 @@ TEST_F(PosixFiles, AFileThatMayNotGrowKeepsTheOldContent) {
   for (const Way way : kWays) {
     // The new end does not fit; the limit comes when a part is overwritten already, also growing.
     for (const auto& [limit, size] : {std::pair(5000, 6000), {1000, 2000}, {1000, 4000}}) {
-      Make(file_, 0644, Unprivileged::User(), old);
-      std::optional<SizeLimit> tight(limit);
-      const int error = ReplaceBy(way, std::string(static_cast<size_t>(size), 'n'));
-      tight.reset();
-      EXPECT_EQ(error, EFBIG);
+      Make(file_, 0644, old);
+      const std::string bytes(static_cast<size_t>(size), 'n');
+      EXPECT_EQ(OnFullDisk(limit, [&] { return ReplaceBy(way, bytes); }), EFBIG);
       EXPECT_TRUE(State(file_) == "644" + old) << static_cast<int>(way) << ' ' << size;
       fs::remove(copy_);
-      EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), {}), 1) << "a leftover";
+      EXPECT_EQ(FileCount(), 1) << "a leftover";
     }
   }
 }
 
-TEST_F(PosixFiles, OldBytesThatCannotBePutBackAreTold) {
-  Make(file_, 0644, Unprivileged::User(), std::string(3000, 'o'));
-  fs::create_hard_link(file_, copy_);
-  const auto ignored = std::signal(SIGXFSZ, [](int) { SizeLimit::Set(0); });
-  std::optional<SizeLimit> tight(1000);
-  const int error = ReplaceError(file_, std::string(2000, 'n'));
-  tight.reset();
+TEST_F(PosixFiles, OldBytesThatCannotBePutBackAreReported) {
+  Make(file_, 0644, std::string(3000, 'o'));
+  const auto ignored = std::signal(SIGXFSZ, [](int) { LimitFileSize(0); });
+  const std::string bytes(2000, 'n');
+  EXPECT_EQ(OnFullDisk(1000, [&] { return ReplaceBy(Way::kHardLink, bytes); }), -EFBIG);
   std::signal(SIGXFSZ, ignored);
-  EXPECT_EQ(error, -EFBIG);
   EXPECT_EQ(ReadBytes(file_), std::string(1000, 'n') + std::string(2000, 'o'));
 }
 
 TEST_F(PosixFiles, AFullDiskKeepsTheOldContent) {
   const Mount disk("quenmar-test", folder_.Folder(), "tmpfs", 0, "size=256k");
-  if (!disk) GTEST_SKIP() << "mounting a small disk: " << std::strerror(errno);
-  constexpr size_t kKiB = 1024;
-  const std::string old(150 * kKiB, 'o');
+  if (!disk.done) GTEST_SKIP() << "mounting a small disk: " << std::strerror(errno);
+  const auto filled = [](size_t kib, char c) { return std::string(kib * 1024, c); };
+  const std::string old = filled(150, 'o');
   for (const Way way : kWays) {
-    Make(file_, 0644, Unprivileged::User(), old);
-    EXPECT_EQ(ReplaceBy(way, std::string(300 * kKiB, 'n')), ENOSPC);
+    Make(file_, 0644, old);
+    EXPECT_EQ(ReplaceBy(way, filled(300, 'n')), ENOSPC);
     EXPECT_TRUE(State(file_) == "644" + old) << static_cast<int>(way);
     // There is room for the new bytes, yet not for both: only renaming needs that.
-    EXPECT_EQ(ReplaceBy(way, std::string(200 * kKiB, 'n')), way == Way::kRename ? ENOSPC : 0);
-    EXPECT_EQ(ReadBytes(file_).size(), (way == Way::kRename ? 150 : 200) * kKiB);
+    EXPECT_EQ(ReplaceBy(way, filled(200, 'n')), way == Way::kRename ? ENOSPC : 0);
+    EXPECT_TRUE(ReadBytes(file_) == (way == Way::kRename ? old : filled(200, 'n')));
     fs::remove(copy_);
   }
-  Make(copy_, 0644, ::getuid(), "older");
+  Make(copy_, 0644, "older", ::getuid());
   EXPECT_EQ(ErrorOf([&] { CopyBeside(file_, old, copy_); }), ENOSPC);
   EXPECT_EQ(ReadBytes(copy_), "older");
   // A file with holes runs out of room half-way, although it need not grow.
-  Make(file_, 0644, ::getuid(), "");
-  fs::resize_file(file_, 300 * kKiB);
+  Make(file_, 0644, "", ::getuid());
+  fs::resize_file(file_, filled(300, 'n').size());
   fs::remove(copy_);
-  EXPECT_EQ(ReplaceBy(Way::kHardLink, std::string(300 * kKiB, 'n')), ENOSPC);
-  EXPECT_TRUE(ReadBytes(file_) == std::string(300 * kKiB, '\0'));
+  EXPECT_EQ(ReplaceBy(Way::kHardLink, filled(300, 'n')), ENOSPC);
+  EXPECT_TRUE(ReadBytes(file_) == filled(300, '\0'));
   const Mount oneFile("quenmar-test", folder_.Folder(), "tmpfs", 0, "nr_inodes=2");
   Make(file_, 0644);
   EXPECT_EQ(ReplaceError(file_), ENOSPC);
   EXPECT_EQ(State(file_), "644old");
 }
 
-TEST_F(PosixFiles, AWriteProtectionIsRespected) {
-  Make(file_, 0444);
-  SetFolderMode(0777);
-  EXPECT_EQ(ErrorAsUser([&] { ReplaceBytes(file_, "new"); }), EACCES);
-  EXPECT_EQ(State(file_), "444old");
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), {}), 1);
-}
-
-TEST_F(PosixFiles, WhatCannotBeReplacedIsWrittenInPlace) {
+TEST_F(PosixFiles, WhatCannotBeReplacedIsWrittenInPlaceUnlessItIsProtected) {
   for (const std::string bytes : {"longer", "", "new"}) {
     for (const Way way : {Way::kHardLink, Way::kLockedFolder}) {
       Make(file_, 0640);
@@ -228,22 +183,23 @@ TEST_F(PosixFiles, WhatCannotBeReplacedIsWrittenInPlace) {
       EXPECT_EQ(ReadBytes(copy_), bytes);
     }
   }
-  SetFolderMode(0555);
-  EXPECT_EQ(ErrorAsUser([&] { ReplaceBytes(folder_ / "other", "new"); }), EACCES);
+  EXPECT_EQ(InLockedFolder(folder_.Folder(), [&] { return ReplaceError(other_); }), EACCES);
+  Make(other_, 0444);
+  EXPECT_EQ(AsUser([&] { return ReplaceError(other_); }), EACCES);
+  EXPECT_EQ(State(other_), "444old");
+  EXPECT_EQ(FileCount(), 3) << "a leftover";
   if (::geteuid() != 0) GTEST_SKIP() << "the rest needs files of another user, and mounting";
-  Make(folder_ / "foreign", 0666, 0);
+  Make(other_, 0666, "old", 0);
   SetFolderMode(01777);
-  EXPECT_EQ(ErrorAsUser([&] { ReplaceBytes(folder_ / "foreign", "new"); }), 0);
-  EXPECT_EQ(State(folder_ / "foreign"), "666new");
-  Make(folder_ / "point", 0600);
-  const Mount mount((folder_ / "foreign").c_str(), folder_ / "point", nullptr, MS_BIND, nullptr);
-  if (!mount) GTEST_SKIP() << "mounting a file: " << std::strerror(errno);
-  EXPECT_EQ(ReplaceError(folder_ / "point", "newer"), 0);
-  EXPECT_EQ(State(folder_ / "foreign"), "666newer");
+  EXPECT_EQ(AsUser([&] { return ReplaceError(other_); }), 0);
+  EXPECT_EQ(State(other_), "666new");
+  const Mount mount(other_.c_str(), file_, nullptr, MS_BIND, nullptr);
+  if (!mount.done) GTEST_SKIP() << "mounting a file: " << std::strerror(errno);
+  EXPECT_EQ(ReplaceError(file_, "newer"), 0);
+  EXPECT_EQ(State(other_), "666newer");
 }
 
 TEST_F(PosixFiles, ACopyIsWholeOrNotMade) {
-  const Path other = folder_ / "other";
   struct Case {
     const char* what;
     std::function<void()> make;
@@ -253,40 +209,36 @@ TEST_F(PosixFiles, ACopyIsWholeOrNotMade) {
   const Case cases[] = {
       {"nothing", [] {}, 0777, 0},
       {"an older copy", [&] { Make(copy_, 0666); }, 0777, 0},
-      {"a link to the file", [&] { fs::create_symlink("file", copy_); }, 0777, 0},
       {"a link to another file", [&] { fs::create_symlink("other", copy_); }, 0777, 0},
       {"a link to nothing", [&] { fs::create_symlink("nothing", copy_); }, 0777, 0},
-      {"a hard link to the file", [&] { fs::create_hard_link(file_, copy_); }, 0777, 0},
-      {"a hard link to another file", [&] { fs::create_hard_link(other, copy_); }, 0777, 0},
+      {"a hard link to another file", [&] { fs::create_hard_link(other_, copy_); }, 0777, 0},
       {"a folder", [&] { fs::create_directory(copy_); }, 0777, EISDIR},
       {"a pipe", [&] { ASSERT_EQ(::mkfifo(copy_.c_str(), 0666), 0); }, 0777, EEXIST},
       {"a read-only file", [&] { Make(copy_, 0444); }, 0777, EACCES},
       {"a file in a locked folder", [&] { Make(copy_, 0666); }, 0555, EACCES},
-      {"nothing in a locked folder", [] {}, 0555, EACCES},
-      {"a foreign file in a sticky folder", [&] { Make(copy_, 0666, 0); }, 01777, EPERM},
+      {"a foreign file in a sticky folder", [&] { Make(copy_, 0666, "old", 0); }, 01777, EPERM},
   };
   for (const Case& test : cases) {
     if (test.error == EPERM && ::geteuid() != 0) continue;  // only root gives files away
     SCOPED_TRACE(test.what);
     Make(file_, 0640);
-    Make(other, 0644);
+    Make(other_, 0644);
     test.make();
     SetFolderMode(test.folderMode);
     const auto inode = [&] {
       return fs::exists(fs::symlink_status(copy_)) ? StatusOf(copy_).st_ino : 0;
     };
     const auto before = inode();
-    const int error = ErrorAsUser([&] { CopyBeside(file_, "old", copy_); });
+    EXPECT_EQ(ErrorAsUser([&] { CopyBeside(file_, "old", copy_); }), test.error);
     SetFolderMode(0777);
-    EXPECT_EQ(error, test.error);
-    EXPECT_EQ(inode() == before, error != 0);
-    if (error == 0) {
+    EXPECT_EQ(inode() == before, test.error != 0);
+    if (test.error == 0) {
       EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(copy_)));
       EXPECT_EQ(State(copy_), "640old");
     }
-    EXPECT_EQ(State(file_) + State(other), "640old644old");
+    EXPECT_EQ(State(file_) + State(other_), "640old644old");
     fs::remove_all(copy_);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Folder()), {}), 2) << "a leftover";
+    EXPECT_EQ(FileCount(), 2) << "a leftover";
   }
 }
 
@@ -322,7 +274,7 @@ TEST_F(PosixFiles, ExtendedAttributesAndTheGroupStay) {
   // New files get the folder's group and list of their own accord.
   ASSERT_EQ(::chown(folder_.Folder().c_str(), ::geteuid(), administrator ? 1 : ::getegid()), 0);
   SetFolderMode(02777);
-  const auto replace = [this] {
+  const auto replace = [&] {
     for (const Path& file : {file_, copy_}) {
       const struct stat before = StatusOf(file);
       ReplaceBytes(file, "new");
@@ -336,11 +288,8 @@ TEST_F(PosixFiles, ExtendedAttributesAndTheGroupStay) {
   };
   replace();
   EXPECT_EQ(Attribute(file_, "security.x"), administrator ? "2" : "none");
-  {
-    const Unprivileged unprivileged;  // who may not set the security label
-    replace();
-    CopyBeside(file_, "new", copy_);
-  }
+  EXPECT_EQ(ErrorAsUser(replace), 0);  // who may not set the security label
+  EXPECT_EQ(ErrorAsUser([&] { CopyBeside(file_, "new", copy_); }), 0);
   EXPECT_EQ(Attribute(copy_, kAccess), kList);
   EXPECT_EQ(StatusOf(copy_).st_gid, StatusOf(file_).st_gid);
 }
@@ -359,22 +308,19 @@ TEST_F(PosixFiles, PipesAndDevicesAreWrittenNotReplaced) {
   EXPECT_EQ(::read(ends[0], received.data(), received.size()), 3);
   for (const int end : ends) ::close(end);
   if (!fs::is_character_file("/dev/full")) GTEST_SKIP() << "no device that is always full";
-  const Unprivileged unprivileged;  // whatever goes wrong, the device stays
-  EXPECT_EQ(ReplaceError("/dev/full"), ENOSPC);
+  // Whatever goes wrong, the device stays.
+  EXPECT_EQ(AsUser([] { return ReplaceError("/dev/full"); }), ENOSPC);
 }
 
 TEST_F(PosixFiles, OwnersStayAndABackUpThatCannotKeepThemIsPrivate) {
   if (::geteuid() != 0) GTEST_SKIP() << "only the administrator gives files away";
   Make(file_, 0660);
   ReplaceBytes(file_, "old");
-  EXPECT_EQ(StatusOf(file_).st_uid, Unprivileged::User());
-  Make(file_, 0660, 0);
+  EXPECT_EQ(StatusOf(file_).st_uid, OrdinaryUser());
+  Make(file_, 0660, "old", 0);
   SetFolderMode(0777);
-  const auto save = [this] {
-    CopyBeside(file_, "old", copy_);
-    ReplaceBytes(file_, "new");
-  };
-  EXPECT_EQ(ErrorAsUser(save), 0);  // a member of the group, yet not the owner
+  // A member of the group, yet not the owner.
+  EXPECT_EQ(ErrorAsUser([&] { CopyBeside(file_, "old", copy_), ReplaceBytes(file_, "new"); }), 0);
   EXPECT_EQ(State(copy_) + State(file_), "600old660new");
   EXPECT_EQ(StatusOf(file_).st_uid, 0U);
 }

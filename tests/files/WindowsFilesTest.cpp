@@ -14,17 +14,12 @@ namespace quenmar {
 namespace {
 
 /// Another program that has the file open, for as long as it lives.
-class Busy {
- public:
+struct Busy {
   Busy(const Path& file, DWORD sharing)
-      : handle_(::CreateFileW(file.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0,
-                              nullptr)) {}
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-  ~Busy() { ::CloseHandle(handle_); }
-
- private:
-  HANDLE handle_;
+      : handle(::CreateFileW(file.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0,
+                             nullptr)) {}
+  ~Busy() { ::CloseHandle(handle); }
+  HANDLE handle;
 };
 
 /// @return the number of the failure, 0 for none; it comes with what the system says to it.
@@ -33,12 +28,11 @@ DWORD ErrorOf(const std::function<void()>& action) {
     action();
   } catch (const FileError& error) {
     const auto number = static_cast<DWORD>(error.Number());
-    std::wstring buffer(1000, L'\0');
-    buffer.resize(::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                   nullptr, number, 0, buffer.data(), 1000, nullptr));
-    const String text(buffer.begin(), buffer.end());
+    std::wstring text(1000, L'\0');
+    ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, number, 0,
+                     text.data(), 1000, nullptr);
     EXPECT_FALSE(error.Description().empty());
-    EXPECT_EQ(text.substr(0, error.Description().size()), error.Description());
+    EXPECT_TRUE(String(text.begin(), text.end()).starts_with(error.Description()));
     return number;
   }
   return 0;
@@ -110,7 +104,7 @@ TEST_F(WindowsFiles, ACopyIsWholeOrNotMade) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Folder()), {}), 2);
 }
 
-TEST_F(WindowsFiles, AMissingDriveIsToldAndListsNothing) {
+TEST_F(WindowsFiles, AMissingDriveIsReportedAndListsNothing) {
   std::wstring root = L"A:\\";
   while (::GetDriveTypeW(root.c_str()) != DRIVE_NO_ROOT_DIR) ASSERT_LE(++root.front(), L'Z');
   const Path drive = root;
@@ -144,11 +138,7 @@ TEST_F(WindowsFiles, PathsMayBeLong) {
   EXPECT_TRUE(trouble.empty());
   ASSERT_EQ(entries.size(), 1U);
   EXPECT_EQ(entries[0].name, "a.CONF");
-  ::DeleteFileW((prefix + folder.native() + L"\\copy").c_str());
-  for (::DeleteFileW((prefix + file.native()).c_str()); folder != folder_.Folder();
-       folder = folder.parent_path()) {
-    ::RemoveDirectoryW((prefix + folder.native()).c_str());
-  }
+  std::filesystem::remove_all(prefix + folder_.Folder().native());
 }
 
 TEST_F(WindowsFiles, OneFolderHasSeveralNames) {
@@ -159,7 +149,7 @@ TEST_F(WindowsFiles, OneFolderHasSeveralNames) {
   EXPECT_TRUE(IsSame(name, LR"(\\?\)" + name));
   EXPECT_TRUE(IsSame(name, other / ".."));
   EXPECT_FALSE(IsSame(name, other));
-  EXPECT_FALSE(IsSame(name + L"x", name + L"x"));  // stands nowhere
+  EXPECT_FALSE(IsSame(name + L"x", name + L"x"));  // there is none
 }
 
 }  // namespace
