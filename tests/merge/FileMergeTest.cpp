@@ -1,19 +1,10 @@
-#include "merge/FileMerge.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "ScratchFolder.h"
-#include "ScriptedMessages.h"
-#include "Trees.h"
 #include "conf/EndApplication.h"
+#include "merge/MergeFixture.h"
 
 namespace quenmar {
 namespace {
 
 using ::testing::SizeIs;
-using List = FileMerge::List;
-using Purpose = FileMerge::Purpose;
 
 constexpr const char* kDistribution =
     "// Both.\r\nneed: 1\r\n//may: 2\r\n// Keep &amp; hold.\r\nkeep: 3\r\n//off: 4\r\n\r\n"
@@ -22,37 +13,21 @@ constexpr const char* kServer =
     "// Mine.\r\nown: 9\r\n\r\n// A &lt; B\r\nkeep: 30\r\n\r\n//off: 5\r\nmap: home\r\n"
     "//map: farm\r\n";
 
-class FileMergeTest : public ::testing::Test {
+class FileMergeTest : public MergeFixture {
  protected:
-  FileMergeTest() { Write(kDistribution, kServer); }
-
-  void Write(std::string_view distribution, std::string_view server) {
-    WriteFile(dist_, distribution);
-    WriteFile(conf_, server);
-  }
-
-  void Open(Purpose purpose = Purpose::kCompare, Layout layout = Layout::kServer) {
-    FileMerge::Request request{dist_, conf_, purpose, begun_};
-    request.layout = layout;
-    edits_ = purpose == Purpose::kEdit;
-    merge_ = FileMerge::Open(request, with_);
-  }
+  FileMergeTest() : MergeFixture(kDistribution, kServer) {}
 
   /// @return the server's settings, or the new, the actual and the obsolete ones; whether "off" is
   /// wanted active; the selected entries.
   std::string Shown() {
-    const auto list = [this](List k) { return Values(merge_->Tree(k)); };
-    std::string text =
-        edits_ ? Values(merge_->ServerSettings())
-               : list(List::kNew) + " | " + list(List::kActual) + " | " + list(List::kDeleted);
+    const bool edits = request_.purpose == Purpose::kEdit;
+    std::string text = edits ? Values(merge_->ServerSettings()) : Lists();
     text += merge_->IsWantedActive(u"off") ? " | on" : " |";
     for (int item = 0; item < 3; ++item) {
       if (merge_->Series().Selected(0, item)) text += " " + ToUtf8(merge_->Series().List(0, item));
     }
     return text;
   }
-
-  bool Save() { return merge_->Save(merge_->Plan()); }
 
   /// Does what the letters of a script say.
   void Do(std::string_view script) {
@@ -75,17 +50,6 @@ class FileMergeTest : public ::testing::Test {
       if (act == 'r') merge_->Redo();
     }
   }
-
-  ScratchFolder folder_;
-  Path dist_ = folder_ / "d.conf";
-  Path conf_ = folder_ / "s.conf";
-  bool begun_ = false;
-  bool edits_ = false;
-  Options options_;
-  Language language_;
-  ScriptedMessages messages_;
-  const MergeContext with_{options_, language_, messages_};
-  std::unique_ptr<FileMerge> merge_;
 };
 
 TEST_F(FileMergeTest, EveryOperationIsAStep) {
@@ -177,7 +141,7 @@ TEST_F(FileMergeTest, ForgetsTheOldestSteps) {
 }
 
 TEST_F(FileMergeTest, WantsTheStatesOfTheServersFile) {
-  // The last character tells whether "off" is wanted active.
+  // The last character is 1 where "off" is wanted active.
   for (const std::string script :
        {"0", "+1", "61", "650", "6-0", "+651", "+-0", "6u0", "6-u1", "db0", "6db1"}) {
     Open();
@@ -194,14 +158,14 @@ TEST_F(FileMergeTest, BeginsMissingFilesWithTheDistributions) {
   EXPECT_EQ(Values(merge_->ServerSettings()), "need=1 may=2 keep=3 off=4");
   EXPECT_TRUE(Save() && !IsMissing(conf_));
   for (const bool begun : {true, false}) {  // in which a copy would be worth nothing
-    begun_ = begun;
+    request_.begun = begun;
     EXPECT_TRUE(FileMerge::CopyToServer(dist_, conf_, with_));
     EXPECT_EQ(ReadFile(conf_), kDistribution);
     Open(Purpose::kCompare, Layout::kSettings);
     Do("es");
-    EXPECT_EQ(IsMissing(folder_ / "s.conf.bak"), begun);
+    EXPECT_EQ(IsMissing(copy_), begun);
   }
-  EXPECT_FALSE(FileMerge::CopyToServer(dist_, folder_ / "no" / "s.conf", with_));
+  EXPECT_FALSE(FileMerge::CopyToServer(dist_, folder_ / "no/a.conf", with_));
   EXPECT_TRUE(messages_.shown.back().text.starts_with("Error: "));
 }
 
@@ -245,7 +209,7 @@ TEST_F(FileMergeTest, WritesWhatIsPlanned) {
     EXPECT_EQ(merge_->IsModified(), !agreed);
     EXPECT_EQ(ReadFile(conf_), agreed ? plan.bytes : "theirs: 1\r\n");
   }
-  EXPECT_EQ(ReadFile(folder_ / "s.conf.bak"), "theirs: 1\r\n");
+  EXPECT_EQ(ReadFile(copy_), "theirs: 1\r\n");
   merge_->SetValue(List::kActual, u"off", u"\u4E2D");
   EXPECT_THROW((void)merge_->Plan(), RuntimeError);
 }
