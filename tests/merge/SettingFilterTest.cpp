@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
+
+#include "text/Charset.h"
 
 namespace quenmar {
 namespace {
@@ -16,12 +19,7 @@ TEST(SettingFilter, ShowsWhatIsChosenAndContainsTheText) {
       {u"own", u"Niño", u"", u"", false},
       {u"pin_code", u"yes", u"yes", u"", true, true, true},
   };
-  struct Case {
-    StringView text;
-    Choice choice;
-    std::vector<StringView> shown;
-  };
-  const Case cases[] = {
+  const std::tuple<StringView, Choice, std::vector<StringView>> cases[] = {
       {u"", Choice::kAll, {u"max_level", u"rate", u"own", u"pin_code"}},
       {u"  ", Choice::kChanged, {u"rate"}},
       {u"", Choice::kNotInDistribution, {u"own"}},
@@ -34,14 +32,14 @@ TEST(SettingFilter, ShowsWhatIsChosenAndContainsTheText) {
       {u"e", Choice::kCommentedOut, {u"pin_code"}},
       {u"percents", Choice::kAll, {}},
   };
-  for (const Case& c : cases) {
-    const SettingFilter filter(c.text, c.choice);
+  for (const auto& [text, choice, names] : cases) {
+    const SettingFilter filter(text, choice);
     std::vector<StringView> shown;
     for (const auto& item : items) {
       if (filter.Shows(item)) shown.push_back(item.name);
     }
-    EXPECT_TRUE(shown == c.shown) << "case " << &c - cases;
-    EXPECT_EQ(filter.ShowsAll(), shown.size() == items.size()) << "case " << &c - cases;
+    EXPECT_EQ(shown, names);
+    EXPECT_EQ(filter.ShowsAll(), shown.size() == items.size()) << ToUtf8(text);
   }
   EXPECT_TRUE(SettingFilter().ShowsAll());
 }
