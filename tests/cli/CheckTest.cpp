@@ -10,49 +10,48 @@ namespace {
 using ::testing::HasSubstr;
 using Json = nlohmann::json;
 
-TEST_F(ConsoleTest, CheckTellsAPersonWhatDiffers) {
+TEST_F(ConsoleTest, CheckShowsAPersonWhatDiffers) {
   Write("dist/new.conf", "n: 1\r\n//m: 2\r\n");
-  Write("dist/same.CONF", "s: 1\r\n");
-  Write("server/same.CONF", "s: 1\r\n");
-  EXPECT_EQ(Run({"check", At("dist"), At("server")}), kDifferences);
+  for (const char* const name : {"dist/same.CONF", "server/same.CONF"}) Write(name, "s: 1\r\n");
+  EXPECT_EQ(Check(), kDifferences);
   EXPECT_EQ(
       out_,
       "a.conf: 2 new (1 mandatory), 2 changed, 1 obsolete, 1 inactive; series: 1 new, 1 only on "
-      "the server\n"
-      "  new [x]  fresh  7\n"
-      "  new [ ]  extra  8\n"
-      "  changed  base   2  (distribution: 1)\n"
-      "  changed  rate   150  (distribution: 100)\n"
-      "  inactive base   2\n"
-      "  obsolete old    3\n"
-      "  new      npc: new.txt\n"
-      "  own      npc: own.txt\n"
-      "  save     1 added\n"
-      "  save     1 removed\n"
-      "  save     1 changed\n"
-      "  save     1 now active\n"
-      "  save     1 comment line lost\n"
-      "  save     order of lines changes\n"
-      "new.conf: the server lacks this file: 2 new (1 mandatory), 0 changed, 0 obsolete\n"
-      "  new [x]  n  1\n"
-      "  new [ ]  m  2\n"
-      "same.CONF: no differences\n"
-      "Sum of 3 files: 1 different, 1 new, 0 failed; settings: 4 new (2 mandatory), 2 changed, "
-      "1 obsolete, 1 inactive\n"
-      "[x] mandatory: the server needs it; [ ] optional\n"
-      "Old version not known (2 files" +
+      R"(the server
+  new [x]  fresh  7
+  new [ ]  extra  8
+  changed  base   2  (distribution: 1)
+  changed  rate   150  (distribution: 100)
+  inactive base   2
+  obsolete old    3
+  new      npc: new.txt
+  own      npc: own.txt
+  save     1 added
+  save     1 removed
+  save     1 changed
+  save     1 now active
+  save     1 comment line lost
+  save     order of lines changes
+new.conf: the server lacks this file: 2 new (1 mandatory), 0 changed, 0 obsolete
+  new [x]  n  1
+  new [ ]  m  2
+same.CONF: no differences
+Sum of 3 files: 1 different, 1 new, 0 failed; settings: 4 new (2 mandatory), 2 changed, 1 )"
+      R"(obsolete, 1 inactive
+[x] mandatory: the server needs it; [ ] optional
+Old version not known (2 files)" +
           std::string(kOldUnknownHint));
   EXPECT_EQ(err_, "");
-  EXPECT_EQ(Run({"check", At("dist"), At("server"), "same.CONF"}), kNothingToDo);
+  EXPECT_EQ(Check({"same.CONF"}), kNothingToDo);
   colours_ = true;
-  Run({"check", At("dist"), At("server"), "a.conf"});
+  Check({"a.conf"});
   EXPECT_THAT(out_, HasSubstr("\033[32mnew [x] \033[0m fresh"));
 }
 
-TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
+TEST_F(ConsoleTest, CheckShowsAProgramWhatDiffers) {
   Write("dist/bad.conf", "x y: 1\r\nnpc: a b\r\n");
   Write("dist/new.conf", "n: \xE9\r\n");
-  EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
+  EXPECT_EQ(Check({"--json"}), kTrouble);
   EXPECT_EQ(err_, "");
   Json expected = Json::parse(R"([
     {"file": "a.conf", "status": "different",
@@ -82,88 +81,62 @@ TEST_F(ConsoleTest, CheckTellsAProgramWhatDiffers) {
 }
 
 TEST_F(ConsoleTest, ReadingAsksNothingEndsAtNothingAndWritesNothing) {
-  const std::pair<const char*, std::string> kFiles[] = {
+  const std::pair<const char*, std::string> files[] = {
       {"dist/a.conf", "rate: 1\nrate: 2\n//rate: 3\ngone: 0\n"},
       {"server/a.conf", "//rate: 4\n//gone: 0\ngone: 1\n"},
-      {"dist/b.conf", std::string("\xFF\xFE"
-                                  "b\0",
-                                  4)},
+      {"dist/b.conf", std::string("\xFF\xFE") + "b"},
       {"server/b.conf", "b: \xC3\xA9\n"},
-      {"dist/c.conf",
-       "\xEF\xBB\xBF"
-       "c: caf\xC3\xA9\r\n"},
+      {"dist/c.conf", std::string("\xEF\xBB\xBF") + "c: caf\xC3\xA9\r\n"},
       {"server/c.conf", "c: caf\xE9\r\n"}};
   const auto time = std::filesystem::last_write_time(folder_ / "dist") - std::chrono::hours(1);
-  for (const auto& [name, bytes] : kFiles) {
+  for (const auto& [name, bytes] : files) {
     Write(name, bytes);
     std::filesystem::last_write_time(folder_ / name, time);
   }
   std::filesystem::create_directory(folder_ / "dist/d.conf");
   for (const char* const answer : {"--yes", "--no"}) {
-    EXPECT_EQ(Run({answer, "check", At("dist"), At("server"), "a.conf", "b.conf", "c.conf",
-                   "no.conf", "dist/a.conf"}),
-              kTrouble);
+    EXPECT_EQ(Check({answer, "a.conf", "b.conf", "c.conf", "no.conf", "dist/a.conf"}), kTrouble);
     EXPECT_EQ(err_, "");
-    const std::string dist = At("dist/");
-    const std::string server = At("server/");
-    EXPECT_EQ(
-        out_,
-        "a.conf: 0 new (0 mandatory), 2 changed, 0 obsolete\n"
-        "  changed  rate  4  (distribution: 1)\n"
-        "  changed  gone  1  (distribution: 0)\n"
-        "  note     " +
-            dist +
-            "a.conf, line 1: this is the first line that ends in a bare line feed\n"
-            "  note     " +
-            dist +
-            "a.conf, line 2: the setting rate has been set before\n"
-            "  note     " +
-            server +
-            "a.conf, line 1: this is the first line that ends in a bare line feed\n"
-            "  save     1 now active\n"
-            "  save     1 comment line lost\n"
-            "  save     line ends become CR LF\n"
-            "b.conf: could not be read\n"
-            "  note     " +
-            dist +
-            "b.conf: This is UTF-16 text. Configuration files are UTF-8 or "
-            "Windows-1252 text; please convert it.\n"
-            "  note     " +
-            server +
-            "b.conf, line 1: the file is UTF-8 text\n"
-            "  note     " +
-            server +
-            "b.conf, line 1: this is the first line that ends in a bare line feed\n"
-            "c.conf: no differences\n"
-            "  note     " +
-            dist +
-            "c.conf, line 1: the file is UTF-8 text\n"
-            "no.conf: could not be read\n"
-            "  note     " +
-            dist + "no.conf: " + NoSuchFile() +
-            "\n"
-            "dist/a.conf: could not be read\n"
-            "  note     dist/a.conf: FILE is a name without a folder; its folders are DIST_DIR and "
-            "SERVER_DIR\n"
-            "Sum of 5 files: 1 different, 0 new, 3 failed; settings: 0 new (0 mandatory), 2 "
-            "changed, "
-            "0 obsolete, 0 inactive\n"
-            "Old version not known (2 files" +
-            kOldUnknownHint);
+    EXPECT_EQ(ShortOut(),
+              R"(a.conf: 0 new (0 mandatory), 2 changed, 0 obsolete
+  changed  rate  4  (distribution: 1)
+  changed  gone  1  (distribution: 0)
+  note     dist/a.conf, line 1: this is the first line that ends in a bare line feed
+  note     dist/a.conf, line 2: the setting rate has been set before
+  note     server/a.conf, line 1: this is the first line that ends in a bare line feed
+  save     1 now active
+  save     1 comment line lost
+  save     line ends become CR LF
+b.conf: could not be read
+  note     dist/b.conf: This is UTF-16 text. Configuration files are UTF-8 or Windows-1252 )"
+              R"(text; please convert it.
+  note     server/b.conf, line 1: the file is UTF-8 text
+  note     server/b.conf, line 1: this is the first line that ends in a bare line feed
+c.conf: no differences
+  note     dist/c.conf, line 1: the file is UTF-8 text
+no.conf: could not be read
+  note     dist/no.conf: )" +
+                  NoSuchFile() +
+                  R"(
+dist/a.conf: could not be read
+  note     dist/a.conf: FILE is a name without a folder; its folders are DIST_DIR and SERVER_DIR
+Sum of 5 files: 1 different, 0 new, 3 failed; settings: 0 new (0 mandatory), 2 changed, 0 )"
+                  R"(obsolete, 0 inactive
+Old version not known (2 files)" +
+                  kOldUnknownHint);
   }
-  EXPECT_EQ(Run({"check", At("dist"), At("server"), "--json"}), kTrouble);
+  EXPECT_EQ(Check({"--json"}), kTrouble);
   EXPECT_EQ(Json::parse(out_).size(), 3U);
   Run({"dump", At("dist/a.conf")});
   Run({"compare", At("dist/a.conf"), At("server/a.conf")});
   Merge({"--dry-run"});
   Merge({"--fix-line-ends", "--dry-run"});
-  for (const auto& [name, bytes] : kFiles) {
+  for (const auto& [name, bytes] : files) {
     EXPECT_EQ(Read(name), bytes) << name;
     EXPECT_EQ(std::filesystem::last_write_time(folder_ / name), time) << name;
   }
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "options.reg"));
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "state"));
-  Run({"--fix-line-ends", "check", At("dist"), At("server"), "a.conf"});
+  EXPECT_FALSE(Exists("options.reg") || Exists("state"));
+  Check({"--fix-line-ends", "a.conf"});
   EXPECT_EQ(Read("server/a.conf"), "//rate: 4\r\n//gone: 0\r\ngone: 1\r\n");
 }
 

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -70,10 +71,30 @@ class ConsoleTest : public ::testing::Test {
     return status;
   }
 
-  int Merge(std::vector<std::string> options) {
-    options.insert(options.begin(), {"merge", At("dist"), At("server"), "a.conf"});
+  int Merge(std::vector<std::string> options, const char* file = "a.conf") {
+    options.insert(options.begin(), {"merge", At("dist"), At("server"), file});
     return Run(std::move(options));
   }
+
+  int Check(std::vector<std::string> options = {}) {
+    options.insert(options.begin(), {"check", At("dist"), At("server")});
+    return Run(std::move(options));
+  }
+
+  /// @param options as in a registry file, "\"Sort\"=\"1\"\r\n"
+  void SetOptions(const std::string& options) {
+    Write("options.reg",
+          "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n" + options);
+  }
+
+  /// @return the output with the paths behind the scratch folder, parted by slashes.
+  std::string ShortOut() {
+    std::string text = ToUtf8(ReplaceAll(FromUtf8(out_), FromUtf8(At("")), u""));
+    if (Path::preferred_separator != '/') std::replace(text.begin(), text.end(), '\\', '/');
+    return text;
+  }
+
+  bool Exists(const char* name) { return std::filesystem::exists(folder_ / name); }
 
   ScratchFolder folder_;
   bool interactive_ = false;

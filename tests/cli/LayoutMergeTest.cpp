@@ -22,15 +22,10 @@ class LayoutMergeTest : public ConsoleTest {
     Write("dist/a.conf", kTheirs);
     Write("server/a.conf", kMine);
   }
-  bool HasCopy() { return std::filesystem::exists(folder_ / "server/a.conf.bak"); }
 };
 
 TEST_F(LayoutMergeTest, KeepsTheLinesOfTheChosenFile) {
-  struct Case {
-    std::vector<std::string> options;
-    const char* merged;
-  };
-  const Case kCases[] = {
+  const std::pair<std::vector<std::string>, const char*> cases[] = {
       {{"--layout", "server", "--restore-all", "--set", "rate=9"},
        "# My head\n\nrate: 9   // mine\n//base: 2\nnote: 5\n\n// gone\nold: 3\n\n//npc: a.txt\n"},
       {{"--layout", "server", "--restore", "note", "--add", "fresh", "--set", "base=4"},
@@ -48,7 +43,7 @@ TEST_F(LayoutMergeTest, KeepsTheLinesOfTheChosenFile) {
       {{"--layout", "settings", "--switch-on", "npc:a.txt"},
        "rate: 150\r\nbase: 2\r\nnpc: a.txt\r\n"},
   };
-  for (const auto& [options, merged] : kCases) {
+  for (const auto& [options, merged] : cases) {
     std::vector<std::string> printing = options;
     printing.insert(printing.end(), {"--output", "-"});
     EXPECT_EQ(Merge(printing), kNothingToDo) << err_;
@@ -60,17 +55,15 @@ TEST_F(LayoutMergeTest, KeepsTheLinesOfTheChosenFile) {
 }
 
 TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
-  WriteFile(folder_ / "options.reg",
-            "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n"
-            "\"Layout\"=\"server\"\r\n");
+  SetOptions("\"Layout\"=\"server\"\r\n");
   EXPECT_EQ(Merge({"--restore-all", "--dry-run"}), kNothingToDo);
   EXPECT_EQ(out_, "no changes\n");
   EXPECT_EQ(Merge({"--restore-all"}), kNothingToDo);
   EXPECT_THAT(err_, HasSubstr("Saved!"));
-  EXPECT_FALSE(HasCopy());
+  EXPECT_FALSE(Exists("server/a.conf.bak"));
   EXPECT_EQ(Merge({"--restore", "note", "--dry-run"}), kNothingToDo);
   EXPECT_EQ(out_, "removed        old: 3\ncomment lines lost: 1\n");
-  EXPECT_EQ(Run({"check", At("dist"), At("server")}), kDifferences);
+  EXPECT_EQ(Check(), kDifferences);
   EXPECT_THAT(out_, AllOf(HasSubstr("save     2 removed\n"), Not(HasSubstr("reformatted"))));
 }
 
@@ -107,22 +100,18 @@ TEST_F(LayoutMergeTest, MergesAllFiles) {
   Write("dist/c.conf", "x: 1\r\ny<: 2\r\n");
   Write("server/c.conf", "x: 2\r\n");
   Write("dist/d.conf", "x: 1\r\n");
-  const auto all = [this](std::vector<std::string> options) {
-    options.insert(options.begin(), {"merge", At("dist"), At("server"), "--all"});
-    return Run(options);
-  };
-  EXPECT_EQ(all({"--add-mandatory", "--set", "x=3", "--dry-run"}), kTrouble);
+  EXPECT_EQ(Merge({"--add-mandatory", "--set", "x=3", "--dry-run"}, "--all"), kTrouble);
   EXPECT_THAT(out_, AllOf(HasSubstr("b.conf:\nchanged        x: 2 -> 3\n"),
                           HasSubstr("added          fresh: 7\n"), Not(HasSubstr("d.conf")),
                           HasSubstr("Sum of 3 files: 2 changed, 0 unchanged, 1 failed\n")));
   EXPECT_EQ(Read("server/b.conf"), "x: 2\r\n");
 
   std::filesystem::remove(folder_ / "dist/c.conf");
-  EXPECT_EQ(all({"--remove", "rate", "--restore", "nowhere"}), kTrouble);
+  EXPECT_EQ(Merge({"--remove", "rate", "--restore", "nowhere"}, "--all"), kTrouble);
   EXPECT_THAT(err_, AllOf(HasSubstr("nowhere: this concerns no file"),
                           HasSubstr("Sum of 2 files: 0 changed, 1 unchanged, 1 failed\n")))
       << "rate is mandatory, and the answer is No";
-  EXPECT_EQ(Run({"--yes", "merge", At("dist"), At("server"), "--all"}), kNothingToDo);
+  EXPECT_EQ(Merge({"--yes"}, "--all"), kNothingToDo);
   EXPECT_EQ(Read("server/d.conf"), "x: 1\r\n");
   EXPECT_THAT(err_, HasSubstr("Sum of 3 files: 2 changed, 1 unchanged, 0 failed\n"));
 }

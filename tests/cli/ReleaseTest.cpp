@@ -1,9 +1,8 @@
 // What a release itself has changed, from one release to the next.
 #include <nlohmann/json.hpp>
 
-#include "ScriptedMessages.h"
 #include "cli/ConsoleFixture.h"
-#include "merge/FileMerge.h"
+#include "merge/SeenFiles.h"
 #include "merge/StateFolder.h"
 
 namespace quenmar {
@@ -26,23 +25,16 @@ class ReleaseTest : public ConsoleTest {
     Write("server/a.conf", "xp: 100\r\ngold: 7\r\nslots: 9\r\nnpc: x\r\n");
     Write("dist/a.conf", "xp: 150\r\ngold: 6\r\nslots: 1\r\n//pets: 2\r\nmounts: 1\r\n");
   }
-
-  int Check(std::vector<std::string> options = {}) {
-    options.insert(options.begin(), {"check", At("dist"), At("server"), "a.conf"});
-    return Run(std::move(options));
-  }
 };
 
-TEST_F(ReleaseTest, WindowAndConsoleTellItApartAfterASave) {
+TEST_F(ReleaseTest, IsKnownAfterASave) {
   Check();
   EXPECT_THAT(out_, HasSubstr("Old version not known (1 file" + std::string(kOldUnknownHint)));
   Check({"--json"});
   EXPECT_EQ(Json::parse(out_)[0]["defaults"], Json::array());
-  for (const auto& options : {std::vector<std::string>{"--dry-run"},
-                              {"--output", "-"},
-                              {"--output", At("server/a.conf")}}) {
-    EXPECT_EQ(Merge(options), kNothingToDo);
-    EXPECT_FALSE(std::filesystem::exists(folder_ / "state")) << options.front();
+  for (const std::string& output : {std::string("-"), At("server/a.conf")}) {
+    EXPECT_EQ(Merge({"--output", output}), kNothingToDo);
+    EXPECT_FALSE(Exists("state")) << output;
   }
   EXPECT_EQ(Merge({"--take-defaults"}), kNothingToDo);
   EXPECT_THAT(err_, HasSubstr("the old version of a.conf is not known: "));
@@ -64,18 +56,8 @@ TEST_F(ReleaseTest, WindowAndConsoleTellItApartAfterASave) {
     {"name": "gold", "old": "5", "new": "6", "actual": "7", "kind": "both"}])"));
   EXPECT_EQ(report["series"]["withdrawn"], Json::parse(R"([{"type": "npc", "name": "x"}])"));
 
-  SeenFiles seen(StateFolder());
-  ScriptedMessages messages;
-  const Options options;
-  const Language language;
-  FileMerge::Request request;
-  request.distribution = folder_ / "dist/a.conf";
-  request.server = folder_ / "server/a.conf";
-  request.seen = &seen;
-  const auto window = FileMerge::Open(request, {options, language, messages});
-  Json told;
-  for (const DefaultChange& change : window->DefaultChanges()) told.push_back(ToUtf8(change.name));
-  EXPECT_EQ(told, Json::parse(R"(["xp", "gold"])"));
+  // Where the windows look.
+  EXPECT_TRUE(SeenFiles(StateFolder()).Find(folder_ / "server/a.conf"));
 }
 
 TEST_F(ReleaseTest, TakesTheNewDefaultsBeforeItSetsValues) {
@@ -91,7 +73,7 @@ TEST_F(ReleaseTest, TakesTheNewDefaultsBeforeItSetsValues) {
   EXPECT_THAT(out_, Not(HasSubstr(" -> "))) << "the save has seen the release";
 }
 
-TEST_F(ReleaseTest, TheSamplesOldReleaseTellsExactlyWhatChanged) {
+TEST_F(ReleaseTest, TheSamplesOldReleaseShowsExactlyWhatChanged) {
   const std::string samples = QUENMAR_SOURCE_DIR "/examples";
   std::filesystem::copy(samples + "/conf", folder_ / "conf");
   const std::vector<std::string> folders = {samples + "/conf-dist", At("conf")};
@@ -101,15 +83,15 @@ TEST_F(ReleaseTest, TheSamplesOldReleaseTellsExactlyWhatChanged) {
     return Run(std::move(arguments));
   };
   run({"check", "--json"});
-  std::vector<std::string> told;
+  std::vector<std::string> found;
   for (const Json& file : Json::parse(out_)) {
     for (const Json& change : file["defaults"]) {
-      told.push_back(std::string(change["kind"]) + " " + std::string(change["name"]));
+      found.push_back(std::string(change["kind"]) + " " + std::string(change["name"]));
     }
   }
-  EXPECT_THAT(told, ElementsAre("both drop_rune_percent", "default boss_relic_percent",
-                                "both account_save_seconds", "default client_oldest",
-                                "both run_step_limit", "default read_warn_types"));
+  EXPECT_THAT(found, ElementsAre("both drop_rune_percent", "default boss_relic_percent",
+                                 "both account_save_seconds", "default client_oldest",
+                                 "both run_step_limit", "default read_warn_types"));
   for (const char* const file : {"drops.conf", "login.conf", "scripts.conf"}) {
     EXPECT_EQ(run({"merge", file, "--take-defaults"}), kNothingToDo) << err_;
   }
