@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -79,8 +80,9 @@ class PlainFile {
     line.value = Trimmed(text.substr(colon + 1));
     line.value = Trimmed(line.value.substr(0, line.value.find("//")));
     line.value = Trimmed(line.value.substr(0, line.value.find('\t')));
+    static const std::set<std::string> kSeries = {"npc", "map", "addon", "import"};
     const std::string name = Small(line.name);
-    if (name == "npc" || name == "map" || name == "addon" || name == "import") {
+    if (kSeries.contains(name)) {
       line.kind = Kind::kEntry;
     } else if (line.active || (name != "note" && name != "example")) {
       line.kind = Kind::kSetting;
@@ -172,10 +174,7 @@ class LayoutTrial {
       kept.push_back(setting);
     }
     for (const Wishes::Setting& setting : offered.settings) {
-      const bool known =
-          std::any_of(wishes.settings.begin(), wishes.settings.end(),
-                      [&](const Wishes::Setting& wish) { return wish.name == setting.name; });
-      if (known || pick_(3) == 0) continue;
+      if (Find(wishes.settings, setting.name) != nullptr || pick_(3) == 0) continue;
       kept.push_back(setting);
       if (pick_(4) == 0) kept.back().value = AnyValue();
       if (pick_(4) == 0) kept.back().active = true;
@@ -186,10 +185,8 @@ class LayoutTrial {
   void ChangeEntries(Wishes& wishes, const Wishes& offered) {
     for (Wishes::Entry& entry : wishes.entries) entry.on = entry.on != (pick_(4) == 0);
     for (const Wishes::Entry& entry : offered.entries) {
-      const bool known =
-          std::any_of(wishes.entries.begin(), wishes.entries.end(),
-                      [&](const Wishes::Entry& wish) { return wish.name == entry.name; });
-      if (!known) wishes.entries.push_back({entry.type, entry.name, pick_(2) == 0});
+      if (Find(wishes.entries, entry.name) != nullptr) continue;
+      wishes.entries.push_back({entry.type, entry.name, pick_(2) == 0});
     }
   }
 
@@ -214,11 +211,9 @@ class LayoutTrial {
     if (!UnconcernedLinesStay(wishes, edits, before)) return "what nobody wants changed stays";
     Wishes readAgain;
     if (!Read(file, readAgain)) return "the file can be read";
-    if (!SettingsAreAsWanted(wishes, readAgain, after, laidOut.charset)) {
-      return "every wanted setting is there as wanted and nothing else";
-    }
-    if (!EntriesAreAsWanted(wishes, before, after, laidOut.charset)) {
-      return "every wanted series entry is there as wanted and nothing else";
+    if (!SettingsAreAsWanted(wishes, readAgain, after, laidOut.charset) ||
+        !EntriesAreAsWanted(wishes, before, after, laidOut.charset)) {
+      return "everything wanted is there as wanted and nothing else";
     }
     readAgain.entries = wishes.entries;
     const LaidOut second = LayOut(file, other_, readAgain, options_, language_);
@@ -247,38 +242,32 @@ class LayoutTrial {
                       [](const std::string& one, const auto& other) { return one == other.bytes; });
   }
 
-  static const Wishes::Setting* Find(const Wishes& wishes, const String& name) {
-    for (const Wishes::Setting& wish : wishes.settings) {
-      if (wish.name == name) return &wish;
-    }
-    return nullptr;
-  }
-
-  [[nodiscard]] bool IsWanted(const Wishes& wishes, const std::string& name) const {
-    return Find(wishes, base_.Text(name)) != nullptr;
+  template <class Wish>
+  static const Wish* Find(const std::vector<Wish>& wishes, const String& name) {
+    const auto hit = std::find_if(wishes.begin(), wishes.end(),
+                                  [&](const Wish& wish) { return wish.name == name; });
+    return hit == wishes.end() ? nullptr : &*hit;
   }
 
   /// Comments go only where a setting goes that is directly below them, and keep their order.
   [[nodiscard]] bool CommentsAreKept(const Wishes& wishes, const PlainFile& before,
                                      const PlainFile& after) const {
-    std::vector<std::string> kept;
+    std::vector<std::string> kept;  // from the last on
     bool blockGoes = false;
     for (size_t i = before.lines.size(); i-- > 0;) {
       const PlainFile::Line& line = before.lines[i];
       if (line.kind == PlainFile::Kind::kSetting) {
-        blockGoes = !IsWanted(wishes, line.name);
+        blockGoes = Find(wishes.settings, base_.Text(line.name)) == nullptr;
       } else if (line.kind != PlainFile::Kind::kComment) {
         blockGoes = false;
       } else if (!blockGoes) {
         kept.push_back(line.bytes);
       }
     }
-    std::reverse(kept.begin(), kept.end());
-    size_t found = 0;
     for (const PlainFile::Line& line : after.lines) {
-      if (found < kept.size() && line.bytes == kept[found]) ++found;
+      if (!kept.empty() && line.bytes == kept.back()) kept.pop_back();
     }
-    return found == kept.size();
+    return kept.empty();
   }
 
   /// A line is touched only if its setting or entry is to change, unless it is a doubled one.
@@ -292,7 +281,7 @@ class LayoutTrial {
       for (size_t i = 0; i < edit.removed.size(); ++i) {
         const PlainFile::Line& line = before.lines[edit.oldLine + i];
         if (line.kind != PlainFile::Kind::kSetting || counts[line.name] > 1) continue;
-        const Wishes::Setting* wish = Find(wishes, base_.Text(line.name));
+        const Wishes::Setting* wish = Find(wishes.settings, base_.Text(line.name));
         if (wish != nullptr && wish->active == line.active &&
             wish->value == Folded(line.value, base_.Charset())) {
           // It may be in the midst of what changes, but then it comes back as it is.
@@ -313,7 +302,7 @@ class LayoutTrial {
                                   const PlainFile& after, ConfCharset charset) {
     for (const Wishes::Setting& wish : wishes.settings) {
       const String value = ReadBackValue(wish.value);
-      const Wishes::Setting* read = Find(readAgain, wish.name);
+      const Wishes::Setting* read = Find(readAgain.settings, wish.name);
       const auto plain = after.settings.find(EncodeConfText(wish.name, charset).value());
       if (read == nullptr || plain == after.settings.end()) return false;
       if (read->value != value || read->active != wish.active) return false;

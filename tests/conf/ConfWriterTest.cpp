@@ -2,9 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#ifndef _WIN32
-#include <sys/resource.h>
-#endif
 
 #include <chrono>
 #include <random>
@@ -15,6 +12,9 @@
 #include "conf/ConfLine.h"
 #include "conf/ConfReader.h"
 #include "conf/SeriesGroups.h"
+#ifndef _WIN32
+#include "DiskTrouble.h"
+#endif
 
 namespace quenmar {
 namespace {
@@ -23,28 +23,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using Shown = ScriptedMessages::Shown;
-
-/// Groups with captions of any form.
-struct Captioned : SeriesView {
-  struct Group {
-    String caption;
-    CheckList items;
-  };
-  explicit Captioned(std::vector<Group> list) : groups(std::move(list)) {}
-  [[nodiscard]] int GroupCount() const override { return static_cast<int>(groups.size()); }
-  [[nodiscard]] String TabCaption(int group) const override { return At(group).caption; }
-  [[nodiscard]] int ItemCount(int group) const override {
-    return static_cast<int>(At(group).items.size());
-  }
-  [[nodiscard]] String List(int group, int item) const override {
-    return At(group).items.at(static_cast<size_t>(item)).text;
-  }
-  [[nodiscard]] bool Selected(int group, int item) const override {
-    return At(group).items.at(static_cast<size_t>(item)).checked;
-  }
-  [[nodiscard]] const Group& At(int group) const { return groups.at(static_cast<size_t>(group)); }
-  std::vector<Group> groups;
-};
 
 class ConfWriterTest : public ::testing::Test {
  protected:
@@ -73,25 +51,22 @@ TEST_F(ConfWriterTest, WritesSettingsThenSeries) {
   settings_.Fields().Field(0)->Parameters().AddParameter(u"Comments", u"lost");
   settings_.Fields().Field(0)->Parameters().AddParameter(u"Disabled", u"0");
   settings_.Fields().AddField(u"\u20AC", u"\u00E9\u0081");
-  const Captioned series({{u"npc (2)", {{u"x", true}, {u"y", false}}},
-                          {u"map", {{u"m", true}}},
-                          {u"import(1)", {{u"z", false}}}});
+  Document none, series;
+  const std::string entries = "npc: x\r\n//npc: y\r\nmap: m\r\n//import: z\r\n";
+  ASSERT_TRUE(ReadQuietly({path_, entries}, options_, none, series));
 
-  EXPECT_TRUE(Save(series));
-  EXPECT_EQ(ReadFile(path_),
-            "b: 1 & 2\r\na: \r\n\x80: \xE9\x81\r\n"
-            "npc : x\r\n//npc : y\r\nmap: m\r\n//import: z\r\n");
+  EXPECT_TRUE(Save(SeriesGroups(series)));
+  EXPECT_EQ(ReadFile(path_), "b: 1 & 2\r\na: \r\n\x80: \xE9\x81\r\n" + entries);
   options_.saveCommentedSeries = false;
-  EXPECT_TRUE(Save(series));
-  EXPECT_THAT(ReadFile(path_), ::testing::EndsWith("\r\nnpc : x\r\nmap: m\r\n"));
+  EXPECT_TRUE(Save(SeriesGroups(series)));
+  EXPECT_THAT(ReadFile(path_), ::testing::EndsWith("\x81\r\nnpc: x\r\nmap: m\r\n"));
   EXPECT_THAT(messages_.shown, ElementsAre(Shown{"Saved!", 64}, Shown{"Saved!", 64}));
 }
 
 TEST_F(ConfWriterTest, NothingToWriteGivesAnEmptyFile) {
   EXPECT_TRUE(Save());
   EXPECT_EQ(ReadFile(path_), "");
-  EXPECT_FALSE(std::filesystem::exists(copy_));
-  EXPECT_THAT(messages_.shown, ElementsAre(Shown{"Saved!", 64}));
+  EXPECT_TRUE(std::filesystem::exists(path_) && !std::filesystem::exists(copy_));
 }
 
 TEST_F(ConfWriterTest, OneOpeningKeepsWhatWasThereBeforeItsFirstSave) {
@@ -116,7 +91,7 @@ TEST_F(ConfWriterTest, OneOpeningKeepsWhatWasThereBeforeItsFirstSave) {
   EXPECT_THAT(messages_.shown, ::testing::Each(Shown{"Saved!", 64}));
 }
 
-TEST_F(ConfWriterTest, TellsACopyThatCannotBeMadeAfterTheSave) {
+TEST_F(ConfWriterTest, ReportsACopyThatCannotBeMadeAfterTheSave) {
   WriteFile(path_, "mine\n");
   std::filesystem::create_directory(copy_);
   EXPECT_TRUE(Save());
@@ -133,14 +108,9 @@ TEST_F(ConfWriterTest, AFailedSaveLeavesTheCopyOfAnEarlierOne) {
   WriteFile(copy_, "precious\n");
   OpenedFile file = OpenedFile::FromDisk(path_);
   settings_.Fields().AddField(u"a", String(2000, u'x'));
-  rlimit before{};
-  ::getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit tight = {1000, before.rlim_max};
   for (const bool inPlace : {false, true}) {
     if (inPlace) std::filesystem::create_hard_link(path_, folder_ / "other");
-    ::setrlimit(RLIMIT_FSIZE, &tight);
-    EXPECT_FALSE(Save(file)) << "a full disk";
-    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_FALSE(OnFullDisk(1000, [&] { return Save(file); }));
     EXPECT_EQ(ReadFile(path_) + ReadFile(copy_), "// x\nprecious\n");
   }
   EXPECT_TRUE(Save(file));
@@ -185,12 +155,6 @@ TEST_F(ConfWriterTest, WritesTheCharacterSetOfTheFile) {
     EXPECT_TRUE(Save());
     EXPECT_EQ(ReadFile(path_), after);
   }
-  const ConfEncoding ascii = EncodingOf("a: 1");
-  const ConfEncoding windows1252 = EncodingOf("a: \xE9");
-  const ConfEncoding utf8 = EncodingOf("a: \xC3\xA9");
-  EXPECT_EQ(CharsetForSaving(ascii, utf8), ConfCharset::kUtf8);
-  EXPECT_EQ(CharsetForSaving(windows1252, utf8), ConfCharset::kWindows1252);
-  EXPECT_EQ(CharsetForSaving(utf8, windows1252), ConfCharset::kUtf8);
 }
 
 TEST_F(ConfWriterTest, RefusesCharactersThatTheFileCannotHold) {
@@ -230,23 +194,22 @@ TEST_F(ConfWriterTest, ReportsWhatTheDiskRefuses) {
   for (const Shown& shown : messages_.shown) EXPECT_THAT(shown.text, StartsWith("Error: "));
 }
 
-TEST_F(ConfWriterTest, TellsBeforehandWhatAValueWillBeReadBackAs) {
-  const std::pair<const char16_t*, const char16_t*> rows[] = {{u" a b ", u"a b"},
-                                                              {u"http://x", u"http:"},
-                                                              {u"a\tb // c", u"a"},
-                                                              {u"// a", u""},
-                                                              {u"&lt;&amp;lt; /", u"<&amp;lt; /"},
-                                                              {u"1 /&gt;/ 2", u"1 />/ 2"},
-                                                              {u"a & b: c", u"a & b: c"}};
+TEST_F(ConfWriterTest, KnowsBeforehandHowAValueWillBeReadBack) {
+  const std::pair<StringView, StringView> rows[] = {{u" a b ", u"a b"},
+                                                    {u"http://x", u"http:"},
+                                                    {u"a\tb // c", u"a"},
+                                                    {u"// a", u""},
+                                                    {u"&lt;&amp;lt; /", u"<&amp;lt; /"},
+                                                    {u"1 /&gt;/ 2", u"1 />/ 2"},
+                                                    {u"a & b: c", u"a & b: c"}};
   for (const auto& [value, expected] : rows) {
     EXPECT_EQ(ReadBackValue(value), expected);
     settings_.Fields().RemoveField(0);
     settings_.Fields().AddField(u"a", value);
     ASSERT_TRUE(Save());
-    std::shared_ptr<Document> settings;
-    std::shared_ptr<Document> series;
-    ASSERT_TRUE(ConfReader(options_, language_, messages_).LoadConfFile(path_, settings, series));
-    EXPECT_EQ(settings->Fields().Field(u"a")->Value(), expected);
+    Document settings, series;
+    ASSERT_TRUE(ReadQuietly({path_, ReadFile(path_)}, options_, settings, series));
+    EXPECT_EQ(settings.Fields().Field(u"a")->Value(), expected);
   }
 }
 
@@ -257,34 +220,24 @@ TEST_F(ConfWriterTest, WhatWasWrittenReadsBackAndWritesTheSameBytes) {
   const char* const kValues[] = {"1",    "",    "x y",          "a//b",   "t\tu",
                                  "&lt;", "<&>", "\xE9\x80\x81", "p/q.txt"};
   const char* const kStarts[] = {"", "", "//", "// ", " "};
-  options_.alwaysIgnoreDupParam = true;
-  for (int round = 0; round < 200; ++round) {
-    std::string content;
+  for (int round = 0; round < 300; ++round) {
+    std::string bytes;
     for (auto line = random() % 12; line > 0; --line) {
-      content += std::string(pick(kStarts)) + pick(kNames) + ": " + pick(kValues) + "\r\n";
+      bytes += std::string(pick(kStarts)) + pick(kNames) + ": " + pick(kValues) + "\r\n";
     }
-    std::string written;
     // A first reading may leave two fields of one name, which a second one joins; otherwise nothing
     // may change once the file was written.
-    bool joined = false;
+    int count = -1;
     for (int pass = 0; pass < 3; ++pass) {
-      WriteFile(path_, pass == 0 ? content : written);
-      std::shared_ptr<Document> settings;
-      std::shared_ptr<Document> series;
-      ConfNotes notes;
-      if (!ConfReader(options_, language_, messages_)
-               .LoadConfFile(path_, settings, series, &notes)) {
-        break;
-      }
-      const std::string bytes = ConfFileBytes(*settings, SeriesGroups(*series),
-                                              notes.file.Charset(), options_, language_);
-      if (pass == 2 || (pass == 1 && !joined)) {
-        EXPECT_EQ(bytes, written) << content;
-      }
-      for (int i = 0; i < settings->Fields().Count(); ++i) {
-        joined |= settings->Fields().IndexOf(settings->Fields().Field(i)->Name()) != i;
-      }
-      written = bytes;
+      Document settings, series;
+      const ConfFile file(path_, bytes);
+      if (!ReadQuietly(file, options_, settings, series)) break;
+      const std::string written =
+          ConfFileBytes(settings, SeriesGroups(series), file.Charset(), options_, language_);
+      const int fields = settings.Fields().Count();
+      const bool joined = fields != std::exchange(count, fields);
+      EXPECT_TRUE(written == bytes || pass == 0 || (pass == 1 && joined)) << bytes;
+      bytes = written;
     }
   }
 }

@@ -43,18 +43,19 @@ struct LayoutCase {
   bool saveCommentedSeries = true;
 };
 
-void Expect(const LayoutCase& test) {
-  SCOPED_TRACE(test.what);
-  Options options;
-  options.saveCommentedSeries = test.saveCommentedSeries;
-  const ConfFile base({}, test.base);
-  const LaidOut laidOut =
-      LayOut(base, ConfFile({}, test.other), WishesFrom(test.wishes), options, Language());
-  EXPECT_EQ(laidOut.bytes, test.expected);
+void Expect(std::initializer_list<LayoutCase> cases) {
+  for (const LayoutCase& test : cases) {
+    Options options;
+    options.saveCommentedSeries = test.saveCommentedSeries;
+    const ConfFile base({}, test.base);
+    const ConfFile other({}, test.other);
+    EXPECT_EQ(LayOut(base, other, WishesFrom(test.wishes), options, {}).bytes, test.expected)
+        << test.what;
+  }
 }
 
 TEST(LayoutTest, ChangesValuesAndStatesWithinTheirLines) {
-  const LayoutCase kCases[] = {
+  Expect({
       {"nothing", "// c\r\n  a :1\n a:  1\t2 // r\r\rb:", "",
        "a=1 b=", "// c\r\n  a :1\n a:  1\t2 // r\r\rb:"},
       {"value between its blanks and remark", "  a:   1   // r\n", "", "a=22",
@@ -72,12 +73,11 @@ TEST(LayoutTest, ChangesValuesAndStatesWithinTheirLines) {
       {"commented out with another value", "//a: 1\n", "", "-a=2", "//a: 2\n"},
       {"entity form that is wanted as it is read", "a: &lt;\n", "", "a=<", "a: &lt;\n"},
       {"note stays active", "note: 1\n", "", "-note=2", "note: 2\n"},
-  };
-  for (const LayoutCase& test : kCases) Expect(test);
+  });
 }
 
 TEST(LayoutTest, ChangesEveryLineOfADoubledSetting) {
-  const LayoutCase kCases[] = {
+  Expect({
       {"active lines get the value", "//a: 0\na: 1\na: 2\n", "", "a=3", "//a: 0\na: 3\na: 3\n"},
       {"none active: the first line", "//a: 1\n//a: 2\n", "", "-a=3", "//a: 3\n//a: 2\n"},
       {"on: the first line", "//a: 1\n//a: 2\n", "", "a=1", "a: 1\n//a: 2\n"},
@@ -93,12 +93,11 @@ TEST(LayoutTest, ChangesEveryLineOfADoubledSetting) {
        "//b: 1\n//b: 2\n\n//a: 1\na: 1\n"},
       {"a duplicate comes", "//b: 1\nb: 2\nb: 3\n//a: 1\na: 2\n", "", "a=2 b=3",
        "//b: 1\nb: 2\nb: 3\n//a: 1\na: 2\n"},
-  };
-  for (const LayoutCase& test : kCases) Expect(test);
+  });
 }
 
 TEST(LayoutTest, RemovesWhatIsNotWanted) {
-  const LayoutCase kCases[] = {
+  Expect({
       {"all lines", "a: 1\nb: 2\n//a: 3\n", "", "b=2", "b: 2\n"},
       {"comment block with its only setting", "// x\n\n// c\n//note: d\na: 1\n// e\nb: 2\n", "",
        "b=2", "// x\n\n// e\nb: 2\n"},
@@ -114,12 +113,11 @@ TEST(LayoutTest, RemovesWhatIsNotWanted) {
       {"an empty line behind a lone CR", "x: 1\ra: 1\n\nb: 1\n", "", "x=1 b=1", "x: 1\r\r\nb: 1\n"},
       {"what looks like a mark is not made one", "a: 1\n\xEF\xBB\xBFy: 1\n", "", "",
        "\xEF\xBB\xBF\xEF\xBB\xBFy: 1\n"},
-  };
-  for (const LayoutCase& test : kCases) Expect(test);
+  });
 }
 
 TEST(LayoutTest, BringsInWhatTheBaseLacks) {
-  const LayoutCase kCases[] = {
+  Expect({
       {"directly behind", "a: 1\nc: 3\n", "a: 0\n  //b: 2 // r\nc: 0\n", "a=1 c=3 b=5",
        "a: 1\n  b: 5 // r\nc: 3\n"},
       {"several without comments", "a: 1\nd: 4\n", "a: 0\nb: 2\nc: 3\n", "a=1 b=2 -c=3 d=4",
@@ -151,12 +149,11 @@ TEST(LayoutTest, BringsInWhatTheBaseLacks) {
       {"beside what goes", "a: 1\n\nz: 0\n\nc: 3\n", "a: 1\n// t\nb: 2\n", "a=1 b=2 c=3",
        "a: 1\n\n// t\nb: 2\n\nc: 3\n"},
       {"in neither text", "a: 1\n", "", "a=1 -b=2", "//b: 2\n\na: 1\n"},
-  };
-  for (const LayoutCase& test : kCases) Expect(test);
+  });
 }
 
 TEST(LayoutTest, SwitchesAndAddsSeriesEntries) {
-  const LayoutCase kCases[] = {
+  Expect({
       {"switched", " npc: x // r\n//npc: y\nnpc: z\n", "", "-npc:x npc:y npc:z",
        " //npc: x // r\nnpc: y\nnpc: z\n"},
       {"in several lines, whatever the type", "//npc: x\n//map: x\nnpc: y\nmap: y\n", "",
@@ -171,12 +168,11 @@ TEST(LayoutTest, SwitchesAndAddsSeriesEntries) {
       {"off is not added", "//npc: x\nnpc: y\n", "npc: z\n", "-npc:x -npc:y -npc:z",
        "//npc: x\n//npc: y\n", false},
       {"without a value", "npc:\n", "//map:\n", "-npc: map:", "npc:\n"},
-  };
-  for (const LayoutCase& test : kCases) Expect(test);
+  });
 }
 
 TEST(LayoutTest, TakesTheLineEndsAndCharacterSetOfTheBase) {
-  const LayoutCase kCases[] = {
+  Expect({
       {"CR LF wins a tie", "a: 1\nc: 2\r\n", "a: 1\nb: 2", "a=1 b=2 c=2", "a: 1\nb: 2\r\nc: 2\r\n"},
       {"then LF", "a: 1\rc: 2\n", "a: 1\nb: 2", "a=1 b=2 c=2", "a: 1\rb: 2\nc: 2\n"},
       {"CR where most are", "a: 1\rc: 2\r//\n", "a: 1\nb: 2", "a=1 b=2 c=2",
@@ -200,8 +196,7 @@ TEST(LayoutTest, TakesTheLineEndsAndCharacterSetOfTheBase) {
        "a: \xE9\nb:  2 // \xE8\n//c:/ // d\n"},
       {"nor an entry that is not added", "a: \xE9\n", "a: 1\nnpc: \xE2\x86\x92\n",
        "a=\xC3\xA9 -npc:\xE2\x86\x92", "a: \xE9\n", false},
-  };
-  for (const LayoutCase& test : kCases) Expect(test);
+  });
 
   const ConfFile base({}, "a: \xE9\n");
   const ConfFile other({}, "// \xE2\x86\x92\nb: 1\n//npc: \xE2\x86\x92\n");
