@@ -27,15 +27,7 @@ class PlainFile {
   struct Line {
     std::string bytes;
     Kind kind = Kind::kBlank;
-    bool active = false;
     std::string name = {};
-    std::string value = {};
-  };
-  struct Setting {
-    std::string value;
-    bool active = false;
-    bool firstActive = false;
-    bool operator==(const Setting&) const = default;
   };
 
   explicit PlainFile(std::string_view bytes) {
@@ -46,68 +38,37 @@ class PlainFile {
       bytes.remove_prefix(end);
       bytes.remove_prefix(bytes.starts_with("\r\n") ? 2 : bytes.empty() ? 0 : 1);
     }
-    for (const Line& line : lines) Take(line);
   }
 
   std::vector<Line> lines;
-  std::map<std::string, Setting> settings;
-  std::map<std::string, bool> entries;  // those with a value: whether they are on
 
  private:
-  static std::string Trimmed(const std::string& text) {
-    const size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? ""
-                                      : text.substr(first, text.find_last_not_of(' ') + 1 - first);
-  }
-
   static std::string Small(std::string text) {
     for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
     return text;
   }
 
   static Line Parse(std::string bytes) {
-    std::string text = Trimmed(bytes);
+    std::string text = bytes.substr(std::min(bytes.find_first_not_of(' '), bytes.size()));
     Line line{std::move(bytes)};
     if (text.empty()) return line;
     line.kind = Kind::kComment;
-    line.active = !text.starts_with("//");
-    if (!line.active) text.erase(0, 2);
+    const bool active = !text.starts_with("//");
+    if (!active) text.erase(0, 2);
     const size_t colon = text.find(':');
     const char first = text.empty() ? ' ' : Small(text).front();
     if (colon == std::string::npos || first < 'a' || first > 'z') return line;
     line.name = text.substr(0, colon);
     if (line.name.find(' ') != std::string::npos) return line;
-    line.value = Trimmed(text.substr(colon + 1));
-    line.value = Trimmed(line.value.substr(0, line.value.find("//")));
-    line.value = Trimmed(line.value.substr(0, line.value.find('\t')));
     static const std::set<std::string> kSeries = {"npc", "map", "addon", "import"};
     const std::string name = Small(line.name);
     if (kSeries.contains(name)) {
       line.kind = Kind::kEntry;
-    } else if (line.active || (name != "note" && name != "example")) {
+    } else if (active || (name != "note" && name != "example")) {
       line.kind = Kind::kSetting;
     }
     return line;
   }
-
-  void Take(const Line& line) {
-    if (line.kind == Kind::kEntry && !line.value.empty()) {
-      entries[line.value] = entries[line.value] || line.active;
-    }
-    if (line.kind != Kind::kSetting) return;
-    const auto [known, isNew] =
-        settings.try_emplace(line.name, Setting{line.value, line.active, line.active});
-    if (isNew || !line.active) return;
-    Setting& setting = known->second;
-    setting.active = true;
-    if (setting.firstActive) {
-      overridden_ = true;
-    } else if (!overridden_) {
-      setting.value = line.value;
-    }
-  }
-
-  bool overridden_ = false;
 };
 
 /// Lays random wishes into one text.
@@ -121,11 +82,11 @@ class LayoutTrial {
   /// @return the promise that is broken; empty for none.
   std::string BrokenPromise() {
     options_.saveCommentedSeries = pick_(2) != 0;
-    Wishes wishes;
-    Wishes offered;
+    Wishes wishes, offered;
     if (base_.Encoding().utf16 || !Read(base_, wishes) || !Read(other_, offered)) return {};
     const LaidOut same = LayOut(base_, other_, wishes, options_, language_);
     if (same.bytes != base_.Bytes()) return "nothing changed, same bytes";
+    original_ = wishes;
     ChangeSettings(wishes, offered);
     ChangeEntries(wishes, offered);
     try {
@@ -208,11 +169,10 @@ class LayoutTrial {
     if (!EditsAreExact(edits, before, after)) return "the edits are what changes";
     // The plan warns of a file that will be read in another character set.
     if (!file.Encoding().ascii && file.Charset() != laidOut.charset) return {};
-    if (!UnconcernedLinesStay(wishes, edits, before)) return "what nobody wants changed stays";
+    if (!UnconcernedLinesStay(wishes, before, after)) return "what nobody wants changed stays";
     Wishes readAgain;
     if (!Read(file, readAgain)) return "the file can be read";
-    if (!SettingsAreAsWanted(wishes, readAgain, after, laidOut.charset) ||
-        !EntriesAreAsWanted(wishes, before, after, laidOut.charset)) {
+    if (!SettingsAreAsWanted(wishes, readAgain) || !EntriesAreAsWanted(wishes, readAgain)) {
       return "everything wanted is there as wanted and nothing else";
     }
     readAgain.entries = wishes.entries;
@@ -270,64 +230,49 @@ class LayoutTrial {
     return kept.empty();
   }
 
-  /// A line is touched only if its setting or entry is to change, unless it is a doubled one.
-  [[nodiscard]] bool UnconcernedLinesStay(const Wishes& wishes, const std::vector<LineEdit>& edits,
-                                          const PlainFile& before) const {
+  /// The line of a setting changes only if that is to change, unless there are others of its name.
+  [[nodiscard]] bool UnconcernedLinesStay(const Wishes& wishes, const PlainFile& before,
+                                          const PlainFile& after) const {
     std::map<std::string, int> counts;
+    std::set<std::string> kept;
+    for (const PlainFile::Line& line : after.lines) kept.insert(line.bytes);
     for (const PlainFile::Line& line : before.lines) {
       if (line.kind == PlainFile::Kind::kSetting) ++counts[line.name];
     }
-    for (const LineEdit& edit : edits) {
-      for (size_t i = 0; i < edit.removed.size(); ++i) {
-        const PlainFile::Line& line = before.lines[edit.oldLine + i];
-        if (line.kind != PlainFile::Kind::kSetting || counts[line.name] > 1) continue;
-        const Wishes::Setting* wish = Find(wishes.settings, base_.Text(line.name));
-        if (wish != nullptr && wish->active == line.active &&
-            wish->value == Folded(line.value, base_.Charset())) {
-          // It may be in the midst of what changes, but then it comes back as it is.
-          if (std::count(edit.added.begin(), edit.added.end(), line.bytes) == 0) return false;
-        }
-      }
-    }
-    return true;
+    return std::all_of(before.lines.begin(), before.lines.end(), [&](const auto& line) {
+      if (line.kind != PlainFile::Kind::kSetting || counts[line.name] > 1) return true;
+      const Wishes::Setting* wish = Find(wishes.settings, base_.Text(line.name));
+      const Wishes::Setting* was = Find(original_.settings, base_.Text(line.name));
+      const bool same = wish != nullptr && wish->active == was->active && wish->value == was->value;
+      return !same || kept.contains(line.bytes);
+    });
   }
 
-  static String Folded(const std::string& value, ConfCharset charset) {
-    Field field;
-    field.SetValue(DecodeConfText(value, charset));
-    return String(field.Value());
-  }
-
-  static bool SettingsAreAsWanted(const Wishes& wishes, const Wishes& readAgain,
-                                  const PlainFile& after, ConfCharset charset) {
+  static bool SettingsAreAsWanted(const Wishes& wishes, const Wishes& readAgain) {
     for (const Wishes::Setting& wish : wishes.settings) {
-      const String value = ReadBackValue(wish.value);
       const Wishes::Setting* read = Find(readAgain.settings, wish.name);
-      const auto plain = after.settings.find(EncodeConfText(wish.name, charset).value());
-      if (read == nullptr || plain == after.settings.end()) return false;
-      if (read->value != value || read->active != wish.active) return false;
-      if (plain->second.active != wish.active) return false;
-      if (Folded(plain->second.value, charset) != value) return false;
+      if (read == nullptr || read->value != ReadBackValue(wish.value)) return false;
+      if (read->active != wish.active) return false;
     }
-    return readAgain.settings.size() == wishes.settings.size() &&
-           after.settings.size() == wishes.settings.size();
+    return readAgain.settings.size() == wishes.settings.size();
   }
 
-  [[nodiscard]] bool EntriesAreAsWanted(const Wishes& wishes, const PlainFile& before,
-                                        const PlainFile& after, ConfCharset charset) const {
-    std::map<std::string, bool> wanted;
+  [[nodiscard]] bool EntriesAreAsWanted(const Wishes& wishes, const Wishes& readAgain) const {
+    std::map<String, bool> wanted, read;
     for (const Wishes::Entry& wish : wishes.entries) {
-      // An entry that the character set lacks can be wanted only where it is not added.
-      const std::optional<std::string> name = EncodeConfText(wish.name, charset);
       const bool there =
-          wish.on || options_.saveCommentedSeries || (name && before.entries.contains(*name));
-      if (!wish.name.empty() && there) wanted[name.value()] = wish.on;
+          wish.on || options_.saveCommentedSeries || Find(original_.entries, wish.name) != nullptr;
+      if (!wish.name.empty() && there) wanted[wish.name] = wish.on;
     }
-    return wanted == after.entries;
+    for (const Wishes::Entry& entry : readAgain.entries) {
+      if (!entry.name.empty()) read[entry.name] |= entry.on;
+    }
+    return wanted == read;
   }
 
   ConfFile base_;
   ConfFile other_;
+  Wishes original_;  // what the base has
   Pick pick_;
   Options options_;
   Language language_;
