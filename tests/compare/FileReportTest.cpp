@@ -10,17 +10,16 @@
 namespace quenmar {
 namespace {
 
-struct Case {
-  const char* distribution;
-  const char* server;  ///< null: the server lacks the file
-  FileStatus status;
-  bool needsWork;
-  const char* oddities;
-};
-
-TEST(FileReportTest, TellsWhatAFileNeedsAndWhatIsOddInIt) {
+TEST(FileReportTest, SaysWhatAFileNeedsAndWhatIsOddInIt) {
   using enum FileStatus;
-  const std::initializer_list<Case> cases = {
+  struct Case {
+    const char* distribution;
+    const char* server;  ///< null: the server lacks the file
+    FileStatus status;
+    bool needsWork;
+    const char* oddities;
+  };
+  const Case cases[] = {
       {"a: 1\r\n", "a: 1\r\n", kSame, false, ""},
       {"a: 1\r\n", "a: 2\r\n", kDifferent, false, ""},
       {"a: 1\r\n", "a: 1\r\nnpc: own\r\n", kDifferent, false, ""},
@@ -36,24 +35,20 @@ TEST(FileReportTest, TellsWhatAFileNeedsAndWhatIsOddInIt) {
       {"a: 1\r\nb: 1\r\n", "a: 1\r\nb: 1\r\nb: 1\r\na: 1\nb: 1\r\n", kSame, true,
        "line feeds; duplicates: b, a"},
   };
-  const ScratchFolder scratch;
-  std::filesystem::create_directory(scratch / "dist");
-  std::filesystem::create_directory(scratch / "conf");
-  for (const Case& tested : cases) {
-    SCOPED_TRACE(std::string(tested.distribution) + "->\n" +
-                 (tested.server != nullptr ? tested.server : "(none)"));
-    std::filesystem::remove(scratch / "conf/a.conf");
-    WriteFile(scratch / "dist/a.conf", tested.distribution);
-    if (tested.server != nullptr) WriteFile(scratch / "conf/a.conf", tested.server);
+  for (const auto& [distribution, server, status, needsWork, expected] : cases) {
+    const ScratchFolder scratch;
+    for (const char* name : {"dist", "conf"}) std::filesystem::create_directory(scratch / name);
+    WriteFile(scratch / "dist/a.conf", distribution);
+    if (server != nullptr) WriteFile(scratch / "conf/a.conf", server);
     const FileReport report = FileReport::Of(scratch / "dist", scratch / "conf", "a.conf", {}, {},
                                              ConfReader::BareLineFeeds::kEndLines);
     std::string oddities;
     for (const String& oddity : report.Oddities({})) {
       oddities += (oddities.empty() ? "" : "; ") + ToUtf8(oddity);
     }
-    EXPECT_EQ(report.status, tested.status);
-    EXPECT_EQ(report.NeedsWork(), tested.needsWork);
-    EXPECT_EQ(oddities, tested.oddities);
+    EXPECT_EQ(report.status, status) << distribution << (server != nullptr ? server : "");
+    EXPECT_EQ(report.NeedsWork(), needsWork);
+    EXPECT_EQ(oddities, expected);
   }
 }
 

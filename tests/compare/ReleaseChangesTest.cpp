@@ -31,14 +31,8 @@ std::string Shown(const ReleaseChanges& changes) {
   return text;
 }
 
-TEST(ReleaseChangesTest, ToldByThreeVersions) {
-  struct Case {
-    const char* old;
-    const char* now;
-    const char* server;
-    const char* told;
-  };
-  const Case kCases[] = {
+TEST(ReleaseChangesTest, FoundByThreeVersions) {
+  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
       // The four rows.
       {"a: 1", "a: 1", "a: 1", ""},
       {"a: 1", "a: 1", "a: 9", ""},
@@ -65,7 +59,7 @@ TEST(ReleaseChangesTest, ToldByThreeVersions) {
       {"//npc: x", "", "npc: x", "npc x;"},
       {"npc: x", "//npc: x", "npc: x", ""},
   };
-  for (const auto& [old, now, server, told] : kCases) {
+  for (const auto& [old, now, server, found] : cases) {
     const Read newer(now);
     const Read actual(server);
     String trouble;
@@ -73,7 +67,7 @@ TEST(ReleaseChangesTest, ToldByThreeVersions) {
     ASSERT_TRUE(older && trouble.empty());
     EXPECT_EQ(Shown(FindReleaseChanges(*older, {newer.settings, newer.series},
                                        {actual.settings, actual.series})),
-              told)
+              found)
         << old << " | " << now << " | " << server;
   }
 }

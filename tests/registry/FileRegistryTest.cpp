@@ -33,11 +33,7 @@ class FileRegistryTest : public ::testing::Test {
 };
 
 TEST_F(FileRegistryTest, ReadsWhatAnImportWouldGive) {
-  struct Case {
-    std::string content;
-    String value;
-  };
-  const std::vector<Case> cases = {
+  const std::pair<std::string, String> cases[] = {
       {kHead + " \"X\" \t=  \"a\"\t\n", u"a"},
       {kHead + "\"x\"=\"a\" ; why\r\n", u"a"},
       {kHead + R"("x"="C:\\dir\\ \"q\" C:\dir")", u"C:\\dir\\ \"q\" C:\\dir"},
@@ -64,12 +60,7 @@ TEST_F(FileRegistryTest, AWriteTouchesOneValueOnly) {
   const std::string other =
       "; note \x81\xE9\n\r\n[Other]\n\"x\"=\"other\"\n\"y\"=hex:00,\\\n  01\n";
   const String wide = u"Windows Registry Editor Version 5.00\r\n" + FromUtf8(kSection);
-  struct Case {
-    std::string content;
-    std::string after;
-    String value = u"new";
-  };
-  const std::vector<Case> cases = {
+  const std::pair<std::string, std::string> cases[] = {
       {"", kHead + line},
       {"REGEDIT4", "REGEDIT4\r\n" + kSection + line},
       {kHead + other, kHead + line + other},
@@ -81,17 +72,18 @@ TEST_F(FileRegistryTest, AWriteTouchesOneValueOnly) {
       {kHead + "\"x\"=\"1\"\n\"x\"=\"2\"\n", kHead + "\"x\"=\"1\"\n" + line},
       {kHead + R"("y"="1")", kHead + "\"y\"=\"1\"\r\n" + line},
       {"REGEDIT4\n" + other, "REGEDIT4\n" + other + kSection + line},
-      // The encoding stays unless text would be lost.
       {Utf16(wide + u"\"x\"=\"\u4E2D\"\r\n"), Utf16(wide + u"\"x\"=\"new\"\r\n")},
-      {kHead + "\"y\"=\"\xE9\"\r\n", Utf16(wide + u"\"y\"=\"\u00E9\"\r\n\"x\"=\"\u4E2D\"\r\n"),
-       u"\u4E2D"},
   };
-  for (const auto& [content, after, value] : cases) {
+  for (const auto& [content, after] : cases) {
     ReplaceBytes(file_, content);
-    EXPECT_TRUE(Set(file_, value));
+    EXPECT_TRUE(Set(file_));
     EXPECT_EQ(ReadBytes(file_), after) << content;
-    EXPECT_EQ(ReadFrom(after), value);
+    EXPECT_EQ(ReadFrom(after), u"new");
   }
+  // The encoding stays unless text would be lost.
+  ReplaceBytes(file_, kHead + "\"y\"=\"\xE9\"\r\n");
+  EXPECT_TRUE(Set(file_, u"\u4E2D"));
+  EXPECT_EQ(ReadBytes(file_), Utf16(wide + u"\"y\"=\"\u00E9\"\r\n\"x\"=\"\u4E2D\"\r\n"));
 }
 
 TEST_F(FileRegistryTest, AWriteKeepsWhatOthersWroteMeanwhile) {
@@ -123,14 +115,10 @@ TEST_F(FileRegistryTest, WhatIsNoRegistryFileIsReportedAndNeverOverwritten) {
 
 TEST_F(FileRegistryTest, CreatesMissingFoldersWherePossible) {
   ReplaceBytes(file_, kHead);
-  struct Case {
-    Path path;
-    bool trouble, stored;
-  };
-  const std::vector<Case> cases = {{folder_ / "a" / "b" / "registry.reg", false, true},
-                                   {file_ / "registry.reg", false, false},
-                                   {folder_.Folder(), true, false},
-                                   {Path(), false, false}};
+  const std::tuple<Path, bool, bool> cases[] = {{folder_ / "a" / "b" / "registry.reg", false, true},
+                                                {file_ / "registry.reg", false, false},
+                                                {folder_.Folder(), true, false},
+                                                {Path(), false, false}};
   for (const auto& [path, trouble, stored] : cases) {
     EXPECT_EQ(!FileRegistry(path).Trouble().empty(), trouble) << path;
     EXPECT_EQ(Set(path), stored) << path;

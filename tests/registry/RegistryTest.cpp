@@ -32,16 +32,10 @@ struct FileStore {
 };
 
 #ifdef _WIN32
-class WinStore {
- public:
+struct WinStore {
   WinStore() { Clear(); }
-  WinStore(const WinStore&) = delete;
-  WinStore& operator=(const WinStore&) = delete;
   ~WinStore() { Clear(); }
-
   [[nodiscard]] std::unique_ptr<Registry> Open() const { return std::make_unique<WinRegistry>(); }
-
- private:
   static void Clear() { ::RegDeleteTreeA(HKEY_CURRENT_USER, ToUtf8(kParent).c_str()); }
 };
 using Stores = ::testing::Types<FileStore, WinStore>;
