@@ -34,8 +34,6 @@ TEST_F(LayoutMergeTest, KeepsTheLinesOfTheChosenFile) {
       {{"--layout", "server", "--restore-all", "--switch-on", "base", "--switch-off", "rate",
         "--switch-on", "npc:a.txt", "--set", "base=4"},
        "# My head\n\n//rate: 150   // mine\nbase: 4\nnote: 5\n\n// gone\nold: 3\n\nnpc: a.txt\n"},
-      {{"--layout", "server", "--restore-all", "--set", "base=4", "--switch-off", "base"},
-       "# My head\n\nrate: 150   // mine\n//base: 4\nnote: 5\n\n// gone\nold: 3\n\n//npc: a.txt\n"},
       {{"--layout", "distribution"},
        "// Their head\r\n\r\n// rate of all\r\nrate: 150\r\n\r\n// about base\r\n//base: 2 // "
        "low\r\n"

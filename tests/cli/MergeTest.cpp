@@ -131,13 +131,6 @@ TEST_F(ConsoleTest, AFileThatTheServerLacksComesOnlyWithASave) {
   input_ = "y\nn\n";
   EXPECT_EQ(Merge({"--remove", "b"}, "b.conf"), kTrouble);
   EXPECT_THAT(err_, HasSubstr("declined, the file was not saved"));
-  std::string kinds = "{x}";
-  for (char kind = 'a'; kind < 'k'; ++kind) kinds += std::string("{") + kind + "}";
-  SetOptions("\"Series\"=\"" + kinds + "\"\r\n");
-  Write("dist/b.conf",
-        "a:1\r\nb:2\r\nc:3\r\nd:4\r\ne:5\r\nf:6\r\ng:7\r\nh:8\r\ni:9\r\nj:0\r\nx:y\r\n");
-  EXPECT_EQ(Merge({"--yes"}, "b.conf"), kTrouble);
-  EXPECT_THAT(err_, HasSubstr("Sorry, this tool only works with 10 series"));
   EXPECT_FALSE(Exists("server/b.conf"));
 }
 
@@ -147,15 +140,6 @@ TEST_F(ConsoleTest, TheServersFolderMayBeBelowTheDistributions) {
   EXPECT_EQ(Run({"merge", At("dist"), At("dist/own"), "a.conf"}), kNothingToDo);
   EXPECT_EQ(Read("dist/own/a.conf"), kMerged);
   EXPECT_EQ(Read("dist/a.conf"), kDistribution);
-}
-
-TEST_F(ConsoleTest, MergeTreatsASettingOfTwoLinesAsOne) {
-  Write("dist/a.conf", "a: 1\r\n//a: 2\r\nb: 3\r\n");
-  Write("server/a.conf", "a: 5\r\nb: 3\r\n");
-  EXPECT_EQ(Merge({"--yes", "--set", "a=9", "--output", "-"}), kNothingToDo);
-  EXPECT_EQ(out_, "a: 9\r\na: 9\r\nb: 3\r\n");
-  EXPECT_EQ(Merge({"--yes", "--remove", "a", "--output", "-"}), kNothingToDo);
-  EXPECT_EQ(out_, "b: 3\r\n");
 }
 
 TEST_F(ConsoleTest, MergeAsksAtTheTerminal) {

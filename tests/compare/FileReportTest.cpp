@@ -12,14 +12,7 @@ namespace {
 
 TEST(FileReportTest, SaysWhatAFileNeedsAndWhatIsOddInIt) {
   using enum FileStatus;
-  struct Case {
-    const char* distribution;
-    const char* server;  ///< null: the server lacks the file
-    FileStatus status;
-    bool needsWork;
-    const char* oddities;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, const char*, FileStatus, bool, const char*> cases[] = {
       {"a: 1\r\n", "a: 1\r\n", kSame, false, ""},
       {"a: 1\r\n", "a: 2\r\n", kDifferent, false, ""},
       {"a: 1\r\n", "a: 1\r\nnpc: own\r\n", kDifferent, false, ""},

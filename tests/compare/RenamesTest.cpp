@@ -18,12 +18,8 @@ void Fill(Document& tree, const std::vector<String>& settings) {
 }
 
 TEST(RenamesTest, PairsSettingsThatAreNearlyTheSame) {
-  const struct {
-    const char* what;
-    std::vector<String> fresh;
-    std::vector<String> obsolete;
-    std::map<String, String> pairs;
-  } cases[] = {
+  using Settings = std::vector<String>;
+  const std::tuple<const char*, Settings, Settings, std::map<String, String>> cases[] = {
       {"case, whatever the value", {u"net_Port=1"}, {u"Net_port=2"}, {{u"net_Port", u"Net_port"}}},
       {"letter replaced", {u"log_path=x"}, {u"log_pith=x"}, {{u"log_path", u"log_pith"}}},
       {"letters put in", {u"log_paths=x"}, {u"lg_path=x"}, {{u"log_paths", u"lg_path"}}},
@@ -39,12 +35,11 @@ TEST(RenamesTest, PairsSettingsThatAreNearlyTheSame) {
       {"one for two", {u"max_a=1", u"max_b=1"}, {u"max_c=1"}, {{u"max_a", u"max_c"}}},
       {"doubled", {u"max_a=1", u"max_a=1"}, {u"max_c=1", u"max_c=1"}, {{u"max_a", u"max_c"}}},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
+  for (const auto& [what, newOnes, oldOnes, pairs] : cases) {
     Document fresh, obsolete;
-    Fill(fresh, c.fresh);
-    Fill(obsolete, c.obsolete);
-    EXPECT_EQ(FindRenames(fresh, obsolete), c.pairs);
+    Fill(fresh, newOnes);
+    Fill(obsolete, oldOnes);
+    EXPECT_EQ(FindRenames(fresh, obsolete), pairs) << what;
   }
 }
 

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <functional>
 #include <sstream>
+#include <tuple>
 
 #include "DiskTrouble.h"
 #include "ScratchFolder.h"
@@ -200,13 +201,7 @@ TEST_F(PosixFiles, WhatCannotBeReplacedIsWrittenInPlaceUnlessItIsProtected) {
 }
 
 TEST_F(PosixFiles, ACopyIsWholeOrNotMade) {
-  struct Case {
-    const char* what;
-    std::function<void()> make;
-    mode_t folderMode;
-    int error;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::function<void()>, mode_t, int> cases[] = {
       {"nothing", [] {}, 0777, 0},
       {"an older copy", [&] { Make(copy_, 0666); }, 0777, 0},
       {"a link to another file", [&] { fs::create_symlink("other", copy_); }, 0777, 0},
@@ -218,21 +213,21 @@ TEST_F(PosixFiles, ACopyIsWholeOrNotMade) {
       {"a file in a locked folder", [&] { Make(copy_, 0666); }, 0555, EACCES},
       {"a foreign file in a sticky folder", [&] { Make(copy_, 0666, "old", 0); }, 01777, EPERM},
   };
-  for (const Case& test : cases) {
-    if (test.error == EPERM && ::geteuid() != 0) continue;  // only root gives files away
-    SCOPED_TRACE(test.what);
+  for (const auto& [what, make, folderMode, error] : cases) {
+    if (error == EPERM && ::geteuid() != 0) continue;  // only root gives files away
+    SCOPED_TRACE(what);
     Make(file_, 0640);
     Make(other_, 0644);
-    test.make();
-    SetFolderMode(test.folderMode);
+    make();
+    SetFolderMode(folderMode);
     const auto inode = [&] {
       return fs::exists(fs::symlink_status(copy_)) ? StatusOf(copy_).st_ino : 0;
     };
     const auto before = inode();
-    EXPECT_EQ(ErrorAsUser([&] { CopyBeside(file_, "old", copy_); }), test.error);
+    EXPECT_EQ(ErrorAsUser([&] { CopyBeside(file_, "old", copy_); }), error);
     SetFolderMode(0777);
-    EXPECT_EQ(inode() == before, test.error != 0);
-    if (test.error == 0) {
+    EXPECT_EQ(inode() == before, error != 0);
+    if (error == 0) {
       EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(copy_)));
       EXPECT_EQ(State(copy_), "640old");
     }
