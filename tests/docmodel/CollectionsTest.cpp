@@ -47,7 +47,7 @@ TYPED_TEST(Collections, TakeWholeNumbersAndDoublesAsIndexes) {
   }
 }
 
-TYPED_TEST(Collections, GiveNewElementsThatStandNowhereForWhatIsAbsent) {
+TYPED_TEST(Collections, GiveNewElementsOutsideForWhatIsAbsent) {
   TypeParam all;
   for (const NameOrIndex& which : std::initializer_list<NameOrIndex>{0, -1, u"x", u""}) {
     Get(all, which)->SetName(u"x");
@@ -85,17 +85,18 @@ TEST(Lookups, DifferInComparisonAndInTheMatchTheyTake) {
   };
   using Positions = std::vector<int>;
   const std::vector<std::pair<StringView, Positions>> cases = {
-      {u"a", {0, -1, -1, 0, 0, 0, 0, 0, 0}},     {u"A", {0, -1, -1, -1, 0, -1, 0, -1, 0}},
-      {u"b", {1, 2, 5, 2, 1, 5, 5, 5, 5}},       {u"B", {1, 2, 5, 1, 1, 1, 5, 1, 5}},
-      {u"\u00E4", {3, 4, -1, 4, 3, 4, 4, 4, 4}}, {u"\u00C4", {3, 4, -1, 3, 3, 3, 4, 3, 4}}};
+      {u"a", {0, -1, -1, 0, 0, 0, 0, 0, 0}},     {u"A", {0, -1, -1, -1, 0, -1, -1, 0, 0}},
+      {u"b", {1, 2, 5, 2, 1, 5, 5, 5, 5}},       {u"B", {1, 2, 5, 1, 1, 1, 1, 5, 5}},
+      {u"\u00E4", {3, 4, -1, 4, 3, 4, 4, 4, 4}}, {u"\u00C4", {3, 4, -1, 3, 3, 3, 3, 4, 4}}};
   for (const auto& [name, positions] : cases) {
     Positions found;
     for (const int rank : {0, 1, 2}) found.push_back(at(childs, childs.Child(name, rank)));
     found.push_back(at(fields, fields.Field(name)));
     found.push_back(at(parameters, parameters.Parameter(name)));
-    for (const bool any : {false, true}) found.push_back(at(fields, fields.SearchField(name, any)));
-    for (const bool any : {false, true})
+    for (const bool any : {false, true}) {
+      found.push_back(at(fields, fields.SearchField(name, any)));
       found.push_back(at(childs, childs.SearchChild2(name, any)));
+    }
     EXPECT_EQ(found, positions);
   }
 }

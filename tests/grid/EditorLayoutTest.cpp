@@ -6,8 +6,8 @@ namespace quenmar {
 namespace {
 
 EditorLayout LayoutOf(LayoutSize window, int commentsHeight,
-                      LayoutMode mode = LayoutMode::kSettingsAndSeries) {
-  return EditorLayout::Of(window, commentsHeight, {1300, 400}, {1200, 400}, mode);
+                      LayoutMode mode = LayoutMode::kSettingsAndSeries, int findHeight = 0) {
+  return EditorLayout::Of(window, commentsHeight, {1300, 400}, {1200, 400}, mode, findHeight);
 }
 
 TEST(EditorLayoutTest, SharesTheFrameOutByMode) {
@@ -19,21 +19,16 @@ TEST(EditorLayoutTest, SharesTheFrameOutByMode) {
   EXPECT_EQ(both.lstSeries, (LayoutSize{8760, 2030}));
   EXPECT_EQ(both.Command3, (LayoutRectangle{20, 9080, 1300, 400}));
   EXPECT_EQ(both.Command4, (LayoutRectangle{7780, 9080, 1200, 400}));
+  EXPECT_EQ(both.pnlFind, LayoutRectangle{});
   const EditorLayout series = LayoutOf({9180, 10000}, 1000, LayoutMode::kSeries);
   EXPECT_EQ(series.TSeries, (LayoutRectangle{50, 2340, 8900, 6720}));
   const EditorLayout settings = LayoutOf({9180, 10000}, 1000, LayoutMode::kSettings);
   EXPECT_EQ(settings.TSeries, LayoutRectangle{});
   EXPECT_EQ(settings.Command3, (LayoutRectangle{20, 9110, 1300, 400}));
-}
-
-TEST(EditorLayoutTest, TakesTheFindBarFromTheGrid) {
-  const EditorLayout hidden = LayoutOf({9180, 10000}, 1000);
-  const EditorLayout shown = EditorLayout::Of({9180, 10000}, 1000, {1300, 400}, {1200, 400},
-                                              LayoutMode::kSettingsAndSeries, 400);
-  EXPECT_EQ(hidden.pnlFind, LayoutRectangle{});
-  EXPECT_EQ(shown.pnlFind, (LayoutRectangle{50, 180, 8900, 400}));
-  EXPECT_EQ(shown.xEDG, (LayoutRectangle{50, 640, 8900, 4920}));
-  EXPECT_EQ(shown.Comments, hidden.Comments);
+  const EditorLayout found = LayoutOf({9180, 10000}, 1000, LayoutMode::kSettingsAndSeries, 400);
+  EXPECT_EQ(found.pnlFind, (LayoutRectangle{50, 180, 8900, 400}));
+  EXPECT_EQ(found.xEDG, (LayoutRectangle{50, 640, 8900, 4920}));
+  EXPECT_EQ(found.Comments, both.Comments);
 }
 
 TEST(EditorLayoutTest, NeverFallsBelowTheSmallestWindow) {

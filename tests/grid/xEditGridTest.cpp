@@ -70,10 +70,6 @@ class xEditGridTest : public ::testing::Test {
 
 using Action = void (*)(xEditGrid&);
 
-constexpr Action kClick = [](xEditGrid& grid) { grid.ClickCell(grid.Row(), 0); };
-constexpr Action kKey = [](xEditGrid& grid) { grid.GridKeyPress(u'a'); };
-constexpr Action kEnter = [](xEditGrid& grid) { grid.GridKeyPress(xEditGrid::kEnter); };
-
 /// @return the number of the error that the action raises, 0 for none.
 int Raised(const std::function<void()>& action) {
   try {
@@ -155,9 +151,8 @@ TEST_F(xEditGridTest, KeepsListEntriesApartFromTheReadOnlySetting) {
 
 TEST_F(xEditGridTest, MovesTheEditWithTheArrowKeys) {
   grid_.SetRows(4);
-  const std::tuple<int, int, int> cases[] = {
-      {1, 38, 1}, {2, 38, 1}, {3, 40, 3}, {2, 40, 3}, {2, 39, 2}};
-  for (const auto& [from, key, to] : cases) {
+  for (const auto& [from, key, to] :
+       {std::tuple(1, 38, 1), {2, 38, 1}, {3, 40, 3}, {2, 40, 3}, {2, 39, 2}}) {
     grid_.ClickCell(from, 0);
     (void)Seen();
     grid_.EditorKeyDown(key);
@@ -185,9 +180,12 @@ TEST_F(xEditGridTest, HidesTheEditor) {
 }
 
 TEST_F(xEditGridTest, GrowsAtTheLastRowOnly) {
+  constexpr Action kClick = [](xEditGrid& grid) { grid.ClickCell(grid.Row(), 0); };
+  constexpr Action kKey = [](xEditGrid& grid) { grid.GridKeyPress(u'a'); };
+  constexpr Action kEnter = [](xEditGrid& grid) { grid.GridKeyPress(xEditGrid::kEnter); };
   const std::tuple<int, int, Action, int> cases[] = {
-      {0, 2, kClick, 3}, {0, 2, kEnter, 3}, {1, 1, kClick, 3}, {1, 1, kKey, 3},
-      {1, 2, kClick, 4}, {1, 2, kKey, 4},   {1, 2, kEnter, 4}, {2, 2, kClick, 3}};
+      {0, 2, kClick, 3}, {0, 2, kEnter, 3}, {1, 1, kKey, 3},  {1, 2, kClick, 4},
+      {1, 2, kKey, 4},   {1, 2, kEnter, 4}, {2, 2, kClick, 3}};
   grid_.SetReadOnly(0, true);
   for (const auto& [growth, row, action, rows] : cases) {
     grid_.SetRows(3);
@@ -199,7 +197,7 @@ TEST_F(xEditGridTest, GrowsAtTheLastRowOnly) {
   grid_.SetAutoCrecimiento(1);
   grid_.SetRows(std::numeric_limits<int>::max());
   grid_.MoveTo(grid_.Rows(), 0);
-  EXPECT_EQ(Raised([this] { kKey(grid_); }), xEditGrid::kOverflow);
+  EXPECT_EQ(Raised([&] { kKey(grid_); }), xEditGrid::kOverflow);
 }
 
 TEST_F(xEditGridTest, KeepsCellsAndCurrentCellWhenResized) {
