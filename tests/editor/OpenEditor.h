@@ -14,6 +14,8 @@
 #include "editor/EditGridView.h"
 #include "editor/NEditForm.h"
 #include "widgets/GuiMessages.h"
+#include "widgets/PrivateState.h"
+#include "widgets/WindowVerbs.h"
 
 namespace quenmar {
 
@@ -65,6 +67,10 @@ struct Editor {
   [[nodiscard]] QString Cell(int row, int col) const {
     return Grid()->model()->index(row, col).data().toString();
   }
+  /// @return the cells of a row, joined by "|".
+  [[nodiscard]] QString Row(int row) const {
+    return QStringList({Cell(row, 0), Cell(row, 1), Cell(row, 2), Cell(row, 3)}).join('|');
+  }
   [[nodiscard]] bool Changed() const { return form->isWindowModified(); }
 
   /// @return the server's settings as they would be saved.
@@ -76,6 +82,14 @@ struct Editor {
   }
   void Press(const char* button) const {
     QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+  }
+  void Keys(const QString& keys) const { PressKeys(*form, keys); }
+
+  /// Presses Apply and then Yes. @return what the file contains then.
+  std::string Applied() {
+    messages.Answer({Button::kYes});
+    Press("Command3");
+    return ReadFile(folder / "conf" / "a.conf");
   }
 
   ScratchFolder folder;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -14,28 +15,28 @@
 #include "updater/frmUpdaterX.h"
 #include "widgets/GuiMessages.h"
 #include "widgets/PrivateState.h"
+#include "widgets/WindowVerbs.h"
 
 namespace quenmar {
-
-inline constexpr const char* kDistribution =
-    "// The first.\r\nneed: 1\r\n\r\n//may: 2\r\n\r\n// Both know me.\r\nkeep: 3\r\n\r\n//free: 4"
-    "\r\n\r\nmust: 5\r\n\r\nmap: town\r\nmap: inn\r\nnpc: guard\r\n";
-inline constexpr const char* kServer =
-    "// Mine.\r\nown: 9\r\n\r\nkeep: 30\r\n\r\nfree: 40\r\n\r\nmust: 50\r\n\r\nold: 8\r\n\r\n"
-    "map: town\r\n//map: home\r\n";
 
 /// An updater window on two texts.
 class OpenUpdater : public QObject {
  protected:
-  /// Reads the two texts and shows the window on them.
-  void Open(std::string_view distribution = kDistribution, std::string_view server = kServer) {
+  enum List : int { kNew, kActual, kDeleted };
+
+  /// Reads the two texts, and an old version of the first if there is one, and shows the window on
+  /// them.
+  void Open(std::string_view distribution, std::string_view server,
+            Layout layout = Layout::kSettings, std::string_view old = {}) {
     window_.reset();
+    folder_ = std::make_unique<ScratchFolder>();
     WriteFile(*folder_ / "dist", distribution);
     WriteFile(*folder_ / "a.conf", server);
+    if (!old.empty()) WriteFile(*folder_ / "old", old);
     const MergeContext with{options_, language_, messages_};
     FileMerge::Request request{*folder_ / "dist", *folder_ / "a.conf"};
-    request.layout = layout_;
-    request.base = *folder_ / "old";  // a test may write it
+    request.layout = layout;
+    request.base = *folder_ / "old";
     merge_ = FileMerge::Open(request, with);
     QVERIFY(merge_ != nullptr);
     window_ = std::make_unique<frmUpdaterX>(
@@ -44,6 +45,7 @@ class OpenUpdater : public QObject {
     window_->FillSeries();
     window_->show();
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    messages_.Take();
   }
 
   template <class Control>
@@ -52,14 +54,21 @@ class OpenUpdater : public QObject {
   }
   QListWidget* List(int index) { return Find<QListWidget>(QString("lstParameters%1").arg(index)); }
   QTabWidget* Pages() { return Find<QTabWidget>("tabLists"); }
-  QLabel* Hint() { return Pages()->currentWidget()->findChild<QLabel*>("lblHint"); }
+  QString Text(const QString& editor) { return Find<QLineEdit>(editor)->text(); }
   QString Comments() { return Find<QPlainTextEdit>("txtComments")->toPlainText(); }
+  QString Label(const QString& name) {
+    return Pages()->currentWidget()->findChild<QLabel*>(name)->text();
+  }
+  bool IsEnabled(const QString& control) { return Find<QWidget>(control)->isEnabled(); }
+
+  void Keys(const QString& keys) { PressKeys(*window_, keys); }
   void Press(const QString& button) {
     QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
   }
 
   /// Replaces an editor's text by typing.
   void Type(const QString& editor, const QString& text) {
+    Find<QLineEdit>(editor)->setFocus();
     Find<QLineEdit>(editor)->selectAll();
     QTest::keyClicks(Find<QLineEdit>(editor), text);
   }
@@ -71,20 +80,20 @@ class OpenUpdater : public QObject {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       box ? QPoint(item.left() + 10, item.center().y()) : item.center());
   }
+  void Click(int list, int row, bool box = false) { Click(List(list), row, box); }
 
-  /// @return the items of a list, each with "+" before it when it is ticked.
+  /// @return the visible items of a list, each with "+" before it when it is ticked.
   QString Items(const QListWidget* list) {
     QStringList items;
     for (int i = 0; i < list->count(); ++i) {
       const bool ticked = list->item(i)->checkState() == Qt::Checked;
-      items << (ticked ? "+" : "") + list->item(i)->text();
+      if (!list->item(i)->isHidden()) items << (ticked ? "+" : "") + list->item(i)->text();
     }
     return items.join(' ');
   }
   QString Items(int list) { return Items(List(list)); }
 
-  /// Presses Apply, answers No to the offer to add what is missing, and then Yes. @return what the
-  /// file then holds.
+  /// Presses Apply and then Yes. @return what the file contains then.
   std::string Applied() {
     messages_.Answer({Button::kYes});
     Press("cmdApply");
@@ -94,7 +103,6 @@ class OpenUpdater : public QObject {
   PrivateState state_;
   std::unique_ptr<ScratchFolder> folder_;
   Options options_;
-  Layout layout_ = Layout::kSettings;
   Language language_;
   GuiMessages messages_;
   std::unique_ptr<FileMerge> merge_;

@@ -1,9 +1,4 @@
 #include <QAccessible>
-#include <QAction>
-#include <QComboBox>
-#include <QMenu>
-#include <QScrollBar>
-#include <QTimer>
 
 #include "updater/OpenUpdater.h"
 
@@ -20,284 +15,214 @@ constexpr const char* kOwn =
 class UpdaterListsTest : public OpenUpdater {
   Q_OBJECT
 
- private slots:
-  void init();
-  void RowsSayWhatTheNamesDoNot_data();
-  void RowsSayWhatTheNamesDoNot();
-  void RowsFollowWhatIsTyped();
-  void SettingsAreSwitched();
-  void SeveralSettingsAreAddedAtOnce();
-  void RenamedSettingsTakeTheOldValueOver();
-  void MissingSettingsAreOfferedWithASave_data();
-  void MissingSettingsAreOfferedWithASave();
-  void ClosingNamesWhatWasNotAdded();
-  void OnlyWhatIsShownMoves();
-  void ChoicesShowWhatIsChangedOrCommentedOut();
-  void ChangedDefaultsAreMarkedAndTaken();
-  void MovesLeaveListsWhereTheyWere();
-  void MenusOfferWhatKeysDo();
-
- private:
+  void OpenOwn(Layout layout = Layout::kServer, std::string_view old = {}) {
+    Open(kReleased, kOwn, layout, old);
+  }
   QString Said(int list, int row) {
     return List(list)->item(row)->data(Qt::AccessibleDescriptionRole).toString();
   }
-  QString Remark() { return Pages()->currentWidget()->findChild<QLabel*>("lblRemark")->text(); }
-  QFont Font(int row) { return List(1)->item(row)->font(); }
-  QString Shown(int list) {
-    QStringList names;
-    for (int i = 0; i < List(list)->count(); ++i) {
-      if (!List(list)->item(i)->isHidden()) names << List(list)->item(i)->text();
-    }
-    return names.join(' ');
-  }
+  QString Remark() { return Label("lblRemark"); }
+  bool IsBold(int row) { return List(kActual)->item(row)->font().bold(); }
   void Filter(const QString& text) {
-    QTest::keySequence(window_->focusWidget(), QKeySequence::Find);
+    Keys("Ctrl+F");
     Find<QLineEdit>("txtFind")->setText(text);
   }
+
+ private slots:
+  void RowsSayWhatTheNamesDoNot() {
+    for (const Layout layout : {Layout::kServer, Layout::kSettings}) {
+      const QString state =
+          layout == Layout::kServer ? "commented out" : "commented out, becomes active when saved";
+      OpenOwn(layout);
+      auto* const spoken = QAccessible::queryAccessibleInterface(List(kNew))->tableInterface();
+      const auto* const cell = spoken->cellAt(0, 0);
+      QCOMPARE(cell->text(QAccessible::Name), "net_port");
+      QCOMPARE(cell->text(QAccessible::Description), "1; perhaps renamed from Net_Port");
+      QCOMPARE(Remark(), "perhaps renamed from Net_Port");
+      QCOMPARE(Said(kNew, 1), "2");
+      QCOMPARE(Said(kActual, 0), "4");
+      QCOMPARE(Said(kActual, 1), "50; Original Value: 5");
+      QCOMPARE(Said(kActual, 2), "6; " + state);
+      QCOMPARE(Said(kDeleted, 1), "8; " + state);
+      QCOMPARE(List(kDeleted)->item(1)->toolTip(), "old: 8\n" + state);
+      QVERIFY(!IsBold(0) && IsBold(1) && !IsBold(2));
+    }
+  }
+
+  void RowsFollowWhatIsTyped() {
+    OpenOwn();
+    Type("txtOriginalValue", "1000");
+    QCOMPARE(Said(kNew, 0), "1000; perhaps renamed from Net_Port");
+    Pages()->setCurrentIndex(1);
+    Click(kActual, 2);
+    QCOMPARE(Remark(), "commented out");
+    Type("txtActualValue", "60");
+    QCOMPARE(Said(kActual, 2), "60; Original Value: 6; commented out, becomes active when saved");
+    QVERIFY(IsBold(2));
+    Keys("Ctrl+Z");
+    QCOMPARE(Said(kActual, 2), "6; commented out");
+    QVERIFY(!IsBold(2));
+  }
+
+  void SettingsAreSwitched() {
+    OpenOwn();
+    const auto* const action = Find<QAction>("Switch");
+    QVERIFY(!action->isEnabled());  // a new setting is added or not
+    Pages()->setCurrentIndex(1);
+    List(kActual)->setFocus();
+    Keys("Ctrl+T");
+    QCOMPARE(Said(kActual, 0), "4; commented out");
+    QCOMPARE(window_->Changed(), 8);
+    Click(kActual, 3);
+    Keys("Ctrl+T");
+    QCOMPARE(messages_.Take(),
+             {"[64] The setting note cannot be commented out: it would be a comment."});
+    Click(kActual, 2);
+    Keys("Ctrl+T");
+    QVERIFY(Applied().starts_with("//same: 4\r\nmine: 50\r\nquiet: 6\r\nnote: 7\r\n"));
+    QCOMPARE(Said(kActual, 2), "6");
+    OpenOwn(Layout::kSettings);
+    Pages()->setCurrentIndex(1);
+    QVERIFY(!Find<QAction>("Switch")->isEnabled());
+  }
+
+  void SeveralSettingsAreAddedAtOnce() {
+    OpenOwn();
+    Click(kNew, 0);
+    QTest::mouseClick(List(kNew)->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      List(kNew)->visualItemRect(List(kNew)->item(2)).center());
+    Press("cmdMove0");
+    QCOMPARE(Items(kNew), "+need");
+    Keys("Ctrl+Z");
+    QCOMPARE(Items(kNew), "+net_port +need may");
+    Press("cmdAddMandatory");
+    QCOMPARE(Items(kNew), "may");
+    QVERIFY(!IsEnabled("cmdAddMandatory"));
+    Keys("Ctrl+Z");
+    Press("cmdSelectAll0");
+    Press("cmdMove0");
+    QCOMPARE(Items(kActual), "same mine quiet note net_port need may");
+  }
+
+  void RenamedSettingsTakeTheOldValueOver() {
+    OpenOwn();
+    QVERIFY(IsEnabled("cmdTakeOldValue"));
+    QVERIFY(Find<QPushButton>("cmdTakeOldValue")->toolTip().endsWith("Ctrl+O"));
+    Click(kNew, 1);
+    QVERIFY(!IsEnabled("cmdTakeOldValue"));
+    Click(kNew, 0);
+    Press("cmdTakeOldValue");
+    QCOMPARE(Items(kNew), "+need may");
+    QCOMPARE(Said(kActual, 4), "10; Original Value: 1");
+    Keys("Ctrl+Z");
+    QCOMPARE(Said(kNew, 0), "1; perhaps renamed from Net_Port");
+  }
+
+  void MissingSettingsAreOfferedWithASave() {
+    for (const bool taken : {true, false}) {
+      OpenOwn();
+      if (taken) messages_.Answer({Button::kOffer});
+      QVERIFY(Applied() != kOwn);
+      QCOMPARE(Items(kActual), QString("same mine quiet note") + (taken ? " net_port need" : ""));
+      QCOMPARE(messages_.Take().size(), taken ? 3 : 2);
+    }
+  }
+
+  void ClosingNamesWhatWasNotAdded() {
+    OpenOwn();
+    Click(kNew, 2);
+    Press("cmdMove0");
+    for (const int row : {0, 1}) {
+      Click(kNew, row);
+      Type("txtOriginalValue", "x");
+    }
+    messages_.Answer({Button::kNo});
+    Press("cmdClose");
+    QVERIFY(messages_.Take().first().endsWith(
+        "\r\n\r\nNew values that were typed and not added: net_port, need"));
+  }
+
+  void OnlyWhatIsShownMoves() {
+    OpenOwn();
+    Press("cmdSelectAll2");
+    Filter("OLD");
+    QCOMPARE(Items(kDeleted), "+old");
+    QCOMPARE(Items(kNew), "");
+    QCOMPARE(Find<QLabel>("lblFind")->text(), "1 of 5");
+    QVERIFY(!IsEnabled("cmdMove0") && !IsEnabled("txtOriginalValue"));
+    Press("cmdMove2");
+    Filter("net");
+    Keys("Return");
+    QVERIFY(List(kNew)->hasFocus() || List(kDeleted)->hasFocus());
+    Keys("Esc");
+    QVERIFY(window_->isVisible());
+    QCOMPARE(Items(kNew), "+net_port +need may");
+    QCOMPARE(Items(kActual), "same mine quiet note old");
+    QCOMPARE(Items(kDeleted), "+Net_Port");
+  }
+
+  void ChoicesShowWhatIsChangedOrCommentedOut() {
+    OpenOwn(Layout::kServer, "mine: 4\r\nquiet: 5\r\n");
+    Pages()->setCurrentIndex(1);
+    Filter("");
+    auto* const choices = Find<QComboBox>("cmbFind");
+    const QStringList shown{"same mine quiet note", "mine", "mine", "quiet"};
+    QCOMPARE(choices->count(), shown.size());
+    for (int choice = 0; choice < choices->count(); ++choice) {
+      choices->setCurrentIndex(choice);
+      QCOMPARE(Items(kActual), shown[choice]);
+      QVERIFY(!List(kActual)->currentItem()->isHidden());
+    }
+  }
+
+  void ChangedDefaultsAreMarkedAndTaken() {
+    Open("same: 4\r\nmine: 5\r\nrate: 2\r\nfast: 2\r\n",
+         "same: 4\r\nmine: 50\r\n//rate: 1\r\nfast: 1\r\n", Layout::kServer,
+         "same: 4\r\nmine: 3\r\nrate: 1\r\nfast: 1\r\n");
+    Pages()->setCurrentIndex(1);
+    const QString both =
+        "you and the release have both changed this; Old default: 3; New default: 5";
+    const QString untouched =
+        "the release has changed this default; Old default: 1; New default: 2";
+    QCOMPARE(Said(kActual, 0), "4");
+    QCOMPARE(Said(kActual, 1), "50; Original Value: 5; " + both);
+    QCOMPARE(Said(kActual, 2), "1; Original Value: 2; " + untouched + "; commented out");
+    QVERIFY(!IsEnabled("cmdTakeNewDefault"));
+    Filter("");
+    Find<QComboBox>("cmbFind")->setCurrentIndex(2);
+    Keys("Return");
+    QCOMPARE(Remark(), both);
+    const std::pair<std::function<void()>, const char*> ways[] = {
+        {[this] { Press("cmdTakeNewDefault"); }, "rate fast"},
+        {[this] { Press("cmdTakeAllDefaults"); }, "mine"},
+        {[this] { Keys("Ctrl+A Ctrl+D"); }, ""},
+        {[this] { Keys("Ctrl+Shift+D"); }, "mine"}};
+    for (const auto& [take, left] : ways) {
+      QCOMPARE(Items(kActual), "mine rate fast");
+      List(kActual)->setFocus();
+      take();
+      QCOMPARE(Items(kActual), left);
+      Keys("Ctrl+Z");
+      QCOMPARE(window_->Changed(), 0);
+    }
+    Press("cmdTakeAllDefaults");
+    QVERIFY(!IsEnabled("cmdTakeAllDefaults"));
+    QCOMPARE(Applied(), "same: 4\r\nmine: 50\r\n//rate: 2\r\nfast: 2\r\n");
+  }
+
+  void MenusOfferWhatKeysDo() {
+    OpenOwn();
+    const std::initializer_list<std::pair<int, const char*>> menus = {
+        {kNew, "TakeOldValue AddMandatory  Find"},
+        {kDeleted, "Switch  Find"},
+        {kActual, "Switch TakeNewDefault TakeAllDefaults  Find"}};
+    for (const auto& [list, offered] : menus) {
+      Pages()->setCurrentIndex(list == kActual ? 1 : 0);
+      const auto ask = [this, list = list] { emit List(list)->customContextMenuRequested({5, 5}); };
+      QCOMPARE(MenuOf(ask).join(' '), offered);
+    }
+  }
 };
-
-void UpdaterListsTest::init() {
-  window_.reset();
-  folder_ = std::make_unique<ScratchFolder>();
-  options_ = {};
-  layout_ = Layout::kServer;
-  messages_.Take();
-}
-
-void UpdaterListsTest::RowsSayWhatTheNamesDoNot_data() {
-  QTest::addColumn<Layout>("layout");
-  QTest::addColumn<QString>("state");
-  QTest::newRow("lines kept") << Layout::kServer << "commented out";
-  QTest::newRow("settings only") << Layout::kSettings << "commented out, becomes active when saved";
-}
-
-void UpdaterListsTest::RowsSayWhatTheNamesDoNot() {
-  QFETCH(Layout, layout);
-  QFETCH(QString, state);
-  layout_ = layout;
-  Open(kReleased, kOwn);
-  QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(List(0));
-  const auto* const cell = spoken->tableInterface()->cellAt(0, 0);
-  QCOMPARE(cell->text(QAccessible::Name), "net_port");
-  QCOMPARE(cell->text(QAccessible::Description), "1; perhaps renamed from Net_Port");
-  QCOMPARE(Remark(), "perhaps renamed from Net_Port");
-  QCOMPARE(Said(0, 1), "2");
-  QCOMPARE(Said(1, 0), "4");
-  QCOMPARE(Said(1, 1), "50; Original Value: 5");
-  QCOMPARE(Said(1, 2), "6; " + state);
-  QCOMPARE(Said(2, 1), "8; " + state);
-  QCOMPARE(List(2)->item(1)->toolTip(), "old: 8\n" + state);
-  QVERIFY(!Font(0).bold() && Font(1).bold() && !Font(2).bold());
-}
-
-void UpdaterListsTest::RowsFollowWhatIsTyped() {
-  Open(kReleased, kOwn);
-  Type("txtOriginalValue", "1000");
-  QCOMPARE(Said(0, 0), "1000; perhaps renamed from Net_Port");
-  Pages()->setCurrentIndex(1);
-  Click(List(1), 2);
-  QCOMPARE(Remark(), "commented out");
-  Type("txtActualValue", "60");
-  QCOMPARE(Said(1, 2), "60; Original Value: 6; commented out, becomes active when saved");
-  QVERIFY(Font(2).bold());
-  QTest::keySequence(window_->focusWidget(), QKeySequence::Undo);
-  QCOMPARE(Said(1, 2), "6; commented out");
-  QVERIFY(!Font(2).bold());
-}
-
-void UpdaterListsTest::SettingsAreSwitched() {
-  Open(kReleased, kOwn);
-  const auto* const action = Find<QAction>("Switch");
-  const auto press = [this] { QTest::keySequence(window_->focusWidget(), QKeySequence("Ctrl+T")); };
-  QVERIFY(!action->isEnabled());  // a new setting is added or not
-  Pages()->setCurrentIndex(1);
-  press();
-  QCOMPARE(Said(1, 0), "4; commented out");
-  QCOMPARE(window_->Changed(), 8);
-  Click(List(1), 3);
-  press();
-  QCOMPARE(messages_.Take(),
-           {"[64] The setting note cannot be commented out: it would be a comment."});
-  Click(List(1), 2);
-  press();
-  QVERIFY(Applied().starts_with("//same: 4\r\nmine: 50\r\nquiet: 6\r\nnote: 7\r\n"));
-  QCOMPARE(Said(1, 2), "6");
-  layout_ = Layout::kSettings;
-  Open(kReleased, kOwn);
-  Pages()->setCurrentIndex(1);
-  QVERIFY(!Find<QAction>("Switch")->isEnabled());
-}
-
-void UpdaterListsTest::SeveralSettingsAreAddedAtOnce() {
-  Open(kReleased, kOwn);
-  Click(List(0), 0);
-  QTest::mouseClick(List(0)->viewport(), Qt::LeftButton, Qt::ControlModifier,
-                    List(0)->visualItemRect(List(0)->item(2)).center());
-  Press("cmdMove0");
-  QCOMPARE(Items(0), "+need");
-  QTest::keySequence(window_->focusWidget(), QKeySequence::Undo);
-  QCOMPARE(Items(0), "+net_port +need may");
-  Press("cmdAddMandatory");
-  QCOMPARE(Items(0), "may");
-  QVERIFY(!Find<QPushButton>("cmdAddMandatory")->isEnabled());
-  QTest::keySequence(window_->focusWidget(), QKeySequence::Undo);
-  Press("cmdSelectAll0");
-  QCOMPARE(List(0)->selectedItems().size(), 3);
-  Press("cmdMove0");
-  QCOMPARE(Items(1), "same mine quiet note net_port need may");
-}
-
-void UpdaterListsTest::RenamedSettingsTakeTheOldValueOver() {
-  Open(kReleased, kOwn);
-  auto* const button = Find<QPushButton>("cmdTakeOldValue");
-  QVERIFY(button->isEnabled() && button->toolTip().endsWith("Ctrl+O"));
-  Click(List(0), 1);
-  QVERIFY(!button->isEnabled());
-  Click(List(0), 0);
-  Press("cmdTakeOldValue");
-  QCOMPARE(Items(0), "+need may");
-  QCOMPARE(Said(1, 4), "10; Original Value: 1");
-  QTest::keySequence(window_->focusWidget(), QKeySequence::Undo);
-  QCOMPARE(Said(0, 0), "1; perhaps renamed from Net_Port");
-}
-
-void UpdaterListsTest::MissingSettingsAreOfferedWithASave_data() {
-  QTest::addColumn<Button>("answer");
-  QTest::addColumn<QString>("kept");
-  QTest::newRow("taken") << Button::kOffer << "same mine quiet note net_port need";
-  QTest::newRow("left") << Button::kYes << "same mine quiet note";
-}
-
-void UpdaterListsTest::MissingSettingsAreOfferedWithASave() {
-  QFETCH(Button, answer);
-  Open(kReleased, kOwn);
-  messages_.Answer({answer});
-  if (answer == Button::kOffer) messages_.Answer({Button::kYes});
-  Press("cmdApply");
-  QTEST(Items(1), "kept");
-  QVERIFY(ReadFile(*folder_ / "a.conf") != kOwn);
-  QCOMPARE(messages_.Take().size(), answer == Button::kOffer ? 3 : 2);
-}
-
-void UpdaterListsTest::ClosingNamesWhatWasNotAdded() {
-  Open(kReleased, kOwn);
-  Click(List(0), 2);
-  Press("cmdMove0");
-  for (int row = 0; row < 2; ++row) {
-    Click(List(0), row);
-    Type("txtOriginalValue", "x");
-  }
-  messages_.Answer({Button::kNo});
-  Press("cmdClose");
-  QCOMPARE(
-      messages_.Take(),
-      {"[292] Ignore Changes?\r\n\r\nNew values that were typed and not added: net_port, need"});
-}
-
-void UpdaterListsTest::OnlyWhatIsShownMoves() {
-  Open(kReleased, kOwn);
-  Press("cmdSelectAll2");
-  Filter("OLD");
-  QCOMPARE(Shown(2), "old");
-  QCOMPARE(Shown(0), "");
-  QCOMPARE(Find<QLabel>("lblFind")->text(), "1 of 5");
-  QVERIFY(!Find<QPushButton>("cmdMove0")->isEnabled());
-  QVERIFY(!Find<QLineEdit>("txtOriginalValue")->isEnabled());
-  Press("cmdMove2");
-  QCOMPARE(Items(1), "same mine quiet note old");
-  Filter("net");
-  QTest::keyClick(window_->focusWidget(), Qt::Key_Return);
-  QVERIFY(List(0)->hasFocus() || List(2)->hasFocus());
-  QTest::keyClick(window_->focusWidget(), Qt::Key_Escape);
-  QVERIFY(window_->isVisible());
-  QCOMPARE(Shown(0), "net_port need may");
-  QCOMPARE(Items(2), "+Net_Port");
-}
-
-void UpdaterListsTest::ChoicesShowWhatIsChangedOrCommentedOut() {
-  WriteFile(*folder_ / "old", "mine: 4\r\nquiet: 5\r\n");
-  Open(kReleased, kOwn);
-  Pages()->setCurrentIndex(1);
-  Filter("");
-  auto* const choices = Find<QComboBox>("cmbFind");
-  const QStringList shown{"same mine quiet note", "mine", "mine", "quiet"};
-  QCOMPARE(choices->count(), shown.size());
-  for (int choice = 0; choice < choices->count(); ++choice) {
-    choices->setCurrentIndex(choice);
-    QCOMPARE(Shown(1), shown[choice]);
-    QVERIFY(List(1)->currentItem() != nullptr && !List(1)->currentItem()->isHidden());
-  }
-}
-
-void UpdaterListsTest::ChangedDefaultsAreMarkedAndTaken() {
-  WriteFile(*folder_ / "old", "same: 4\r\nmine: 3\r\nrate: 1\r\nfast: 1\r\n");
-  const std::string own = "same: 4\r\nmine: 50\r\n//rate: 1\r\nfast: 1\r\n";
-  Open("same: 4\r\nmine: 5\r\nrate: 2\r\nfast: 2\r\n", own);
-  Pages()->setCurrentIndex(1);
-  const QString both = "you and the release have both changed this; Old default: 3; New default: 5";
-  const QString untouched = "the release has changed this default; Old default: 1; New default: 2";
-  const QStringList said{"4", "50; Original Value: 5; " + both,
-                         "1; Original Value: 2; " + untouched + "; commented out",
-                         "1; Original Value: 2; " + untouched};
-  for (int row = 0; row < 4; ++row) QCOMPARE(Said(1, row), said[row]);
-  QVERIFY(!Find<QPushButton>("cmdTakeNewDefault")->isEnabled());
-  Filter("");
-  Find<QComboBox>("cmbFind")->setCurrentIndex(2);
-  QTest::keyClick(window_->focusWidget(), Qt::Key_Return);
-  QCOMPARE(Remark(), both);
-  const auto undo = [this] { QTest::keySequence(window_->focusWidget(), QKeySequence::Undo); };
-  const std::initializer_list<std::pair<std::function<void()>, const char*>> ways{
-      {[&] { Press("cmdTakeNewDefault"); }, "rate fast"},
-      {[&] { Press("cmdTakeAllDefaults"); }, "mine"},
-      {[&] {
-         QTest::keySequence(List(1), QKeySequence::SelectAll);
-         QTest::keySequence(List(1), QKeySequence("Ctrl+D"));
-       },
-       ""},
-      {[&] { QTest::keySequence(List(1), QKeySequence("Ctrl+Shift+D")); }, "mine"}};
-  for (const auto& [take, left] : ways) {
-    QCOMPARE(Shown(1), "mine rate fast");
-    take();
-    QCOMPARE(Shown(1), left);
-    undo();
-    QCOMPARE(window_->Changed(), 0);
-  }
-  Press("cmdTakeAllDefaults");
-  QVERIFY(!Find<QPushButton>("cmdTakeAllDefaults")->isEnabled());
-  QCOMPARE(Applied(), "same: 4\r\nmine: 50\r\n//rate: 2\r\nfast: 2\r\n");
-}
-
-void UpdaterListsTest::MovesLeaveListsWhereTheyWere() {
-  std::string released, own;
-  for (int i = 10; i < 90; ++i) {
-    released += "n" + std::to_string(i) + ": 1\r\n";
-    own += "o" + std::to_string(i) + ": 2\r\n";
-  }
-  Open(released, own);
-  auto* const bar = List(0)->verticalScrollBar();
-  bar->setValue(bar->maximum() / 2);
-  const QString top = List(0)->itemAt(5, 5)->text();
-  Click(List(2), 1, true);
-  Press("cmdMove2");
-  QCOMPARE(List(0)->itemAt(5, 5)->text(), top);
-}
-
-void UpdaterListsTest::MenusOfferWhatKeysDo() {
-  Open(kReleased, kOwn);
-  const QStringList offered{"TakeOldValue AddMandatory  Find",
-                            "Switch TakeNewDefault TakeAllDefaults  Find", "Switch  Find"};
-  for (const int list : {0, 2, 1}) {
-    Pages()->setCurrentIndex(list == 1 ? 1 : 0);
-    QStringList names;
-    QTimer::singleShot(0, window_.get(), [&names] {
-      QWidget* const menu = QApplication::activePopupWidget();
-      for (const QAction* const action : menu->actions()) names << action->objectName();
-      menu->close();
-    });
-    emit List(list)->customContextMenuRequested(QPoint(5, 5));
-    QCOMPARE(names.join(' '), offered[list]);
-  }
-}
 
 }  // namespace quenmar
 
