@@ -17,6 +17,7 @@
 #include "widgets/GuiMessages.h"
 #include "widgets/PrivateState.h"
 #include "widgets/StateFile.h"
+#include "widgets/WindowVerbs.h"
 
 namespace quenmar {
 
@@ -31,9 +32,9 @@ class MainFixture : public QObject {
     for (const char* const name : {"dist", "conf", "empty"}) {
       std::filesystem::create_directory(*scratch_ / name);
     }
-    WriteFile(*scratch_ / "dist/a.conf", "a: 1\r\nnpc: x\r\n");
-    WriteFile(*scratch_ / "dist/NEW.CONF", "n: 1\r\n");
-    WriteFile(*scratch_ / "conf/a.conf", "a: 2\r\n");
+    Write("dist/a.conf", "a: 1\r\nnpc: x\r\n");
+    Write("dist/NEW.CONF", "n: 1\r\n");
+    Write("conf/a.conf", "a: 2\r\n");
     qputenv("QUENMAR_STATE", Folder("state").toUtf8());
     registry_ = std::make_unique<FileRegistry>(*scratch_ / "options.reg");
     StateFile().clear();
@@ -54,6 +55,13 @@ class MainFixture : public QObject {
   void OpenOnFolders(const QString& file = {}) {
     Open(Main::Folders{Folder("dist"), Folder("conf")});
     if (!file.isEmpty()) Files()->setCurrentText(file);
+  }
+  void Write(const Path& file, std::string_view bytes) { WriteFile(*scratch_ / file, bytes); }
+  std::string Read(const Path& file) { return ReadFile(*scratch_ / file); }
+  /// Stores a value as the user's options or texts.
+  void Register(const char16_t* key, const char16_t* name, const String& value) {
+    registry_->RegWriteString(RegistryRoot::kLocalMachine, String(u"Software\\Quenmar\\") + key,
+                              name, value);
   }
   QString Folder(const char* name) { return ToQString(PathText(scratch_->Folder() / name)); }
 

@@ -42,17 +42,12 @@ class WidgetsTest : public QObject {
 
  private slots:
   void EscapeChangesNothing() {
-    struct Case {
-      int style;
-      Button onEnter, onEscape;
-    };
-    const Case cases[] = {
+    const std::initializer_list<std::tuple<int, Button, Button>> cases = {
         {kOk, Button::kOk, Button::kOk},
         {kOk | kCritical, Button::kOk, Button::kOk},
         {kYesNo | kQuestion, Button::kYes, Button::kCancel},
         {kYesNo | kQuestion | kDefaultButton2, Button::kNo, Button::kCancel},
-        {kYesNoCancel | kQuestion | kDefaultButton2, Button::kNo, Button::kCancel},
-    };
+        {kYesNoCancel | kQuestion | kDefaultButton2, Button::kNo, Button::kCancel}};
     const ShownCursor busy(Qt::WaitCursor);
     for (const auto& [style, onEnter, onEscape] : cases) {
       const auto answer = [&, style = style](auto act) {
@@ -128,7 +123,7 @@ class WidgetsTest : public QObject {
     }
   }
 
-  void BoxesStandOverTheWindow() {
+  void BoxesAreOverTheWindow() {
     QWidget window;
     window.show();
     QDialog editor(&window);
