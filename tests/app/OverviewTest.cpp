@@ -135,6 +135,7 @@ class OverviewTest : public MainFixture {
 
   void ChangesOnTheDiskAndInAWindowAreFollowed() {
     OpenFilled("a.conf");
+    const QAbstractItemModelTester tester(Table()->model());
     const auto changed = [this] { return Cell(0, OverviewModel::kChanged); };
     QCOMPARE(changed(), "1");
     Write("conf/a.conf", "a: 1\r\n//npc: x\r\n");  // in place
@@ -184,22 +185,6 @@ class OverviewTest : public MainFixture {
     QCOMPARE(header->sectionSize(OverviewModel::kNew), 123);
     QCOMPARE(header->visualIndex(OverviewModel::kSeries), 0);
     QCOMPARE(Cell(0, 0), "NEW.CONF");
-  }
-
-  void TheModelKeepsTheToolkitsRules() {
-    OverviewModel model(language_, nullptr);
-    const QAbstractItemModelTester tester(&model,
-                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
-    model.List({u"a.conf", u"b.conf"});
-    FileReport report;
-    report.file = u"b.conf";
-    model.Take(report);
-    model.List({u"b.conf", u"c.conf"});
-    QCOMPARE(model.index(0, OverviewModel::kState).data().toString(), "same");
-    QVERIFY(!model.index(1, OverviewModel::kState).data().isValid());
-    report.file = u"gone.conf";
-    model.Take(report);
-    QCOMPARE(model.RowOf(report.file), -1);
   }
 
   void ManyFilesAreReportedOnWhileTheWindowAnswers() {

@@ -55,7 +55,10 @@ class EditorFindTest : public QObject {
     QCOMPARE(editor.Grid()->geometry(), before);
     QCOMPARE(Rows(editor), "a b* c d* own");
 
-    editor.Keys("Ctrl+F n o n e");
+    editor.Keys("Ctrl+F");
+    QVERIFY(editor.Find<QLineEdit>("txtFind")->toolTip().contains("Ctrl+F"));
+    QCOMPARE(Rows(editor), "a b* c d* own");  // asked for anew
+    editor.Keys("n o n e");
     QCOMPARE(Rows(editor), "");
     editor.Keys("Return 7");
     QCOMPARE(editor.Settings(), "a=1 b=2 c=3 d=80 own=5");

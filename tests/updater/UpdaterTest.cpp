@@ -104,6 +104,7 @@ class UpdaterTest : public OpenUpdater {
     const auto* const tabs = Find<QTabWidget>("TSeries");
     QCOMPARE(tabs->tabText(0) + tabs->tabText(1), "map(3)npc(1)");
     QVERIFY(tabs->isVisible() && !tabs->isTabVisible(2));
+    QCOMPARE(tabs->count(), 10);
     auto* const maps = Find<QListWidget>("lstSeries0");
     QCOMPARE(Items(maps), "+town home inn");
     Click(maps, 1);
@@ -129,12 +130,14 @@ class UpdaterTest : public OpenUpdater {
     Applied();
     QVERIFY(messages_.Take().last().startsWith("[0] Error: "));
     QCOMPARE(window_->Changed(), 2);
-    messages_.Answer({Button::kNo, Button::kYes});
+    messages_.Answer({Button::kNo, Button::kNo, Button::kNo, Button::kYes});
+    window_->close();
+    Keys("Esc");
     for (const bool stays : {true, false}) {
       Press("cmdClose");
       QCOMPARE(window_->isVisible(), stays);
     }
-    QCOMPARE(messages_.Take(), QStringList(2, "[292] Ignore Changes?"));
+    QCOMPARE(messages_.Take(), QStringList(4, "[292] Ignore Changes?"));
   }
 
   void MovesKeepPlacesAndOtherTicks() {

@@ -3,6 +3,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <QtTest>
+#include <cmath>
 #include <functional>
 
 #include "widgets/MessageDialog.h"
@@ -16,6 +17,23 @@
 namespace quenmar {
 
 using namespace message_style;
+
+namespace {
+
+/// @return how well text can be told from its background; 4.5 is enough.
+double Contrast(const QColor& one, const QColor& other) {
+  const auto light = [](const QColor& colour) {
+    const auto part = [](double value) {
+      return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+           0.0722 * part(colour.blueF()) + 0.05;
+  };
+  const auto [darker, lighter] = std::minmax({light(one), light(other)});
+  return lighter / darker;
+}
+
+}  // namespace
 
 class WidgetsTest : public QObject {
   Q_OBJECT
@@ -162,6 +180,28 @@ class WidgetsTest : public QObject {
     QCOMPARE(sizeAfter("a", {50, 20}), QSize(250, 120));
     QCOMPARE(sizeAfter("a", {0, 0}), QSize(250, 120));
     QCOMPARE(sizeAfter("b", {0, 0}), QSize(200, 100));
+  }
+
+  void DiffsAreReadableOnEveryPalette() {
+    const std::string lines = "@@ -1,2 +1,2 @@\n a\n-b\n+c\n";
+    const MessageDialog box("Apply?", {}, QDialogButtonBox::Yes, lines.c_str(), nullptr);
+    auto* const details = box.findChild<QPlainTextEdit*>("messageDetails");
+    for (const QColor base : {Qt::white, Qt::black}) {
+      QPalette palette;
+      palette.setColor(QPalette::Base, base);
+      details->setPalette(palette);
+      QStringList coloured;
+      for (const auto& line : details->extraSelections()) {
+        const QColor colour = line.format.foreground().color();
+        QVERIFY(Contrast(colour, base) >= 4.5);
+        coloured << line.cursor.selectedText() + colour.name();
+      }
+      QCOMPARE(coloured.size(), 3);
+      QVERIFY(coloured[1].startsWith("-b") && coloured[2].startsWith("+c"));
+      QVERIFY(coloured[1].mid(2) != coloured[2].mid(2));
+    }
+    const MessageDialog other("Apply?", {}, QDialogButtonBox::Yes, "-b\n+c\n", nullptr);
+    QVERIFY(other.findChild<QPlainTextEdit*>("messageDetails")->extraSelections().isEmpty());
   }
 };
 
