@@ -3,6 +3,7 @@
 
 #include "cli/CheckReport.h"
 #include "cli/Commands.h"
+#include "cli/OldVersions.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -38,6 +39,18 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
   return report;
 }
 
+bool LacksOldVersion(const FileReport& report) {
+  const bool compared =
+      report.status == FileStatus::kSame || report.status == FileStatus::kDifferent;
+  return compared && !report.oldKnown;
+}
+
+void PrintUnknown(size_t files, std::ostream& out) {
+  if (files == 0) return;
+  out << "Old version not known (" << files << (files == 1 ? " file): " : " files): ")
+      << kOldUnknown << '\n';
+}
+
 }  // namespace
 
 int RunCheck(const CheckArguments& arguments, const CommandContext& context) {
@@ -45,10 +58,12 @@ int RunCheck(const CheckArguments& arguments, const CommandContext& context) {
   RequireFolder(arguments.server);
   if (arguments.base) RequireFolder(*arguments.base);
   CheckReport summary;
+  std::vector<Path> withoutOldVersion;
   Json list = Json::array();
   for (const Path& file : FilesToCheck(arguments)) {
     const FileReport report = Examine(file, arguments, context);
     summary.Count(report);
+    if (LacksOldVersion(report)) withoutOldVersion.push_back(file);
     if (arguments.json) {
       list.push_back(ReportJson(report, context.language));
     } else {
@@ -60,12 +75,9 @@ int RunCheck(const CheckArguments& arguments, const CommandContext& context) {
     context.streams.out << list.dump(1) << '\n';
   } else {
     summary.Print(context.streams.out);
-    if (!arguments.base && summary.WithoutOldVersion() > 0) {
-      context.streams.out << "Old version not known (" << summary.WithoutOldVersion()
-                          << (summary.WithoutOldVersion() == 1 ? " file): " : " files): ")
-                          << kOldUnknown << "\n";
-    }
+    if (!arguments.base) PrintUnknown(withoutOldVersion.size(), context.streams.out);
   }
+  if (arguments.base) ReportUnknown(withoutOldVersion, arguments.base, context.streams.err);
   return summary.Status();
 }
 

@@ -263,9 +263,6 @@ void CheckReport::Count(const FileReport& report) {
   inactive_ += report.inactive.size();
   untouched_ += report.DefaultCount(DefaultChange::Kind::kDefault);
   both_ += report.DefaultCount(DefaultChange::Kind::kBoth);
-  const bool compared =
-      report.status == FileStatus::kSame || report.status == FileStatus::kDifferent;
-  oldUnknown_ += compared && !report.oldKnown ? 1 : 0;
 }
 
 void CheckReport::Print(std::ostream& out) const {

@@ -26,9 +26,6 @@ class CheckReport {
   void Count(const FileReport& report);
   void Print(std::ostream& out) const;
 
-  /// @return how many of the server's files were compared without an old version.
-  [[nodiscard]] size_t WithoutOldVersion() const { return oldUnknown_; }
-
   [[nodiscard]] ExitStatus Status() const;
 
  private:
@@ -43,7 +40,6 @@ class CheckReport {
   size_t inactive_ = 0;
   size_t untouched_ = 0;
   size_t both_ = 0;
-  size_t oldUnknown_ = 0;
 };
 
 }  // namespace quenmar

@@ -105,14 +105,6 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 /// without a folder.
 [[nodiscard]] Path FileIn(const Path& folder, const Path& file);
 
-/// @return the path of `file` in the folder of the old distribution's files, where one was named.
-/// Throws `CommandTrouble` when that is not a folder.
-[[nodiscard]] std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file);
-
-/// What to do where the old version of a file is not known.
-inline constexpr const char* kOldUnknown =
-    "what the release itself has changed can be told from the next save on, or with --base DIR";
-
 /// Throws `CommandTrouble` unless `folder` is one.
 void RequireFolder(const Path& folder);
 

@@ -245,12 +245,6 @@ Path FileIn(const Path& folder, const Path& file) {
   return folder / file;
 }
 
-std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file) {
-  if (!base) return {};
-  RequireFolder(*base);
-  return FileIn(*base, file);
-}
-
 void RequireFolder(const Path& folder) {
   const FileKind kind = KindOf(folder);
   if (kind == FileKind::kFolder) return;

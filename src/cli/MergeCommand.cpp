@@ -6,6 +6,7 @@
 #include "cli/ChangesText.h"
 #include "cli/Commands.h"
 #include "cli/MergeRequests.h"
+#include "cli/OldVersions.h"
 #include "cli/Printable.h"
 #include "conf/ConfFolder.h"
 #include "conf/ConfWriter.h"
@@ -42,13 +43,19 @@ class Merge {
     if (lacking_ && WritesServerFile()) AskToBegin();
     merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
     if (!merge_) return kTrouble;
-    requests.Apply(file_, *merge_);
+    requests.Apply(*merge_);
     taken_ = requests.Taken(*merge_);
     return Save() ? kNothingToDo : kTrouble;
   }
 
   /// @return whether the file is another one now, or would be.
   [[nodiscard]] bool HasChanges() const { return hasChanges_; }
+
+  /// @return whether the old version of the server's file was wanted and is not known.
+  [[nodiscard]] bool LacksOldVersion() const {
+    const bool wanted = arguments_.base || arguments_.takeDefaults;
+    return wanted && merge_ && !lacking_ && !merge_->KnowsOldVersion();
+  }
 
  private:
   [[nodiscard]] bool WritesServerFile() const { return !arguments_.dryRun && !arguments_.output; }
@@ -166,6 +173,7 @@ class MergeAll {
     for (const Path& file : DistributionFiles(arguments_.distribution)) {
       if (Wants(file)) MergeOne(file);
     }
+    ReportUnknown(withoutOldVersion_, arguments_.base, context_.streams.err);
     for (const std::string& wanted : requests_.Unmatched()) {
       Tell(wanted, "this concerns no file");
       ++failed_;
@@ -196,6 +204,7 @@ class MergeAll {
       Merge merge(file, arguments_, context_);
       failed = merge.Run(requests_) != kNothingToDo;
       changed_ += !failed && merge.HasChanges() ? 1 : 0;
+      if (merge.LacksOldVersion()) withoutOldVersion_.push_back(file);
     } catch (const EndApplication&) {
       Tell(ToUtf8(PathText(file)), "ended");
     } catch (const std::exception& error) {
@@ -213,11 +222,20 @@ class MergeAll {
   const MergeArguments& arguments_;
   const CommandContext& context_;
   MergeRequests requests_;
+  std::vector<Path> withoutOldVersion_;
   int files_ = 0;
   int changed_ = 0;
   int failedFiles_ = 0;
   int failed_ = 0;  // files and requests
 };
+
+/// Throws `CommandTrouble` when the folder of the old release is certainly another one.
+void RequireOldRelease(const MergeArguments& arguments) {
+  RequireFolder(*arguments.base);
+  std::vector<Path> files = ListConfFiles(arguments.distribution);
+  if (!arguments.all) files.push_back(ArgumentPath(arguments.file));
+  RequireOneOf(files, *arguments.base);
+}
 
 }  // namespace
 
@@ -229,9 +247,14 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context) {
   }
   RequireFolder(arguments.distribution);
   RequireFolder(arguments.server);
+  if (arguments.takeDefaults && arguments.base) RequireOldRelease(arguments);
   if (arguments.all) return MergeAll(arguments, context).Run();
   MergeRequests requests(arguments, context);
-  return Merge(ArgumentPath(arguments.file), arguments, context).Run(requests);
+  const Path file = ArgumentPath(arguments.file);
+  Merge merge(file, arguments, context);
+  const int status = merge.Run(requests);
+  if (merge.LacksOldVersion()) ReportUnknown({file}, arguments.base, context.streams.err);
+  return status;
 }
 
 }  // namespace quenmar

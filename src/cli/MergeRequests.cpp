@@ -28,14 +28,14 @@ String ValidText(const std::string& argument, const char* option) {
 
 }  // namespace
 
-void MergeRequests::Apply(const Path& file, FileMerge& merge) {
+void MergeRequests::Apply(FileMerge& merge) {
   merge.Restore(arguments_.restoreAll
                     ? NamesIn(merge.Tree(List::kDeleted))
                     : Known(arguments_.restore, merge.Tree(List::kDeleted), "obsolete"));
   Add(merge);
   Remove(merge);
   taken_.clear();
-  if (arguments_.takeDefaults) TakeDefaults(file, merge);
+  if (arguments_.takeDefaults) TakeDefaults(merge);
   for (const std::string& request : arguments_.set) SetValue(request, merge);
   for (const std::string& wanted : arguments_.switchOn) Switch(wanted, true, merge);
   for (const std::string& wanted : arguments_.switchOff) Switch(wanted, false, merge);
@@ -95,11 +95,7 @@ void MergeRequests::Remove(FileMerge& merge) {
   if (left < static_cast<int>(leaving.size())) throw CommandTrouble(kDeclined);
 }
 
-void MergeRequests::TakeDefaults(const Path& file, FileMerge& merge) {
-  if (!merge.KnowsOldVersion() && !arguments_.base) {
-    context_.streams.err << "quenmarctl: --take-defaults: the old version of "
-                         << Printable(PathText(file)) << " is not known: " << kOldUnknown << '\n';
-  }
+void MergeRequests::TakeDefaults(FileMerge& merge) {
   for (const DefaultChange& change : merge.DefaultChanges()) {
     if (change.kind == DefaultChange::Kind::kDefault) taken_[change.name] = change.newDefault;
   }

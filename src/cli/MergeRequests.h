@@ -19,8 +19,7 @@ class MergeRequests {
 
   /// Does it all. Throws `CommandTrouble` for what cannot be done and when the user declines. Of
   /// many files, each does what concerns it.
-  /// @param file the name
-  void Apply(const Path& file, FileMerge& merge);
+  void Apply(FileMerge& merge);
 
   /// @return the settings of the merge that `Apply` was called for last that have taken the new
   /// default and were given no other value since.
@@ -38,7 +37,7 @@ class MergeRequests {
                            const char* what);
   void Add(FileMerge& merge);
   void Remove(FileMerge& merge);
-  void TakeDefaults(const Path& file, FileMerge& merge);
+  void TakeDefaults(FileMerge& merge);
   void SetValue(const std::string& request, FileMerge& merge);
   void Switch(const std::string& wanted, bool on, FileMerge& merge);
   void SwitchEntry(const std::string& wanted, bool on, FileMerge& merge);
