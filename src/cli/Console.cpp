@@ -248,8 +248,7 @@ Path FileIn(const Path& folder, const Path& file) {
 void RequireFolder(const Path& folder) {
   const FileKind kind = KindOf(folder);
   if (kind == FileKind::kFolder) return;
-  String trouble = u"this is not a folder";
-  if (kind != FileKind::kFile) (void)EntriesEndingIn({}, folder, trouble);
+  const String trouble = kind == FileKind::kFile ? u"this is not a folder" : FolderTrouble(folder);
   throw CommandTrouble(ToUtf8(PathText(folder) + u": " + trouble));
 }
 

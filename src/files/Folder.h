@@ -29,6 +29,9 @@ struct FolderEntry {
 [[nodiscard]] std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
                                                        String& trouble);
 
+/// @return the system's words for why the entries of a folder cannot be read; empty when they can.
+[[nodiscard]] String FolderTrouble(const Path& folder);
+
 /// @return whether both paths lead to one file or folder; false when that cannot be found out.
 [[nodiscard]] bool IsSame(const Path& one, const Path& other);
 

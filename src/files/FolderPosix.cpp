@@ -39,6 +39,13 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, 
   return entries;
 }
 
+String FolderTrouble(const Path& folder) {
+  std::error_code error;
+  const fs::directory_iterator names(folder, error);
+  if (!error) (void)fs::status(folder / ".", error);  // names alone open no file
+  return error ? FromUtf8(error.message()) : String();
+}
+
 bool IsSame(const Path& one, const Path& other) {
   std::error_code error;
   return fs::equivalent(one, other, error);

@@ -36,6 +36,22 @@ std::optional<Identity> IdentityOf(const Path& path) {
   return Identity(found->dwVolumeSerialNumber, found->nFileIndexHigh, found->nFileIndexLow);
 }
 
+/// Finds the first entry of a folder whose name ends in `ending`.
+/// @param trouble receives the system's words for why that failed, else it is empty
+/// @return INVALID_HANDLE_VALUE where there is none, else what `FindClose` takes.
+HANDLE FindFirst(StringView ending, const Path& folder, WIN32_FIND_DATAW& entry, String& trouble) {
+  trouble.clear();
+  // The system itself compares the names, by the rules of their disk.
+  const Path pattern = folder / PathFromText(u"*" + String(ending));
+  const HANDLE search =
+      folder.empty() ? INVALID_HANDLE_VALUE : ::FindFirstFileW(SystemPath(pattern).c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) {
+    const DWORD number = folder.empty() ? ERROR_PATH_NOT_FOUND : ::GetLastError();
+    if (number != ERROR_FILE_NOT_FOUND) trouble = SystemMessage(number);
+  }
+  return search;
+}
+
 }  // namespace
 
 FileKind KindOf(const Path& path) {
@@ -55,18 +71,10 @@ FileKind KindOf(const Path& path) {
 }
 
 std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& trouble) {
-  trouble.clear();
   std::vector<FolderEntry> entries;
-  // The system itself compares the names, by the rules of their disk.
-  const Path pattern = folder / PathFromText(u"*" + String(ending));
   WIN32_FIND_DATAW entry;
-  const HANDLE search =
-      folder.empty() ? INVALID_HANDLE_VALUE : ::FindFirstFileW(SystemPath(pattern).c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) {
-    const DWORD number = folder.empty() ? ERROR_PATH_NOT_FOUND : ::GetLastError();
-    if (number != ERROR_FILE_NOT_FOUND) trouble = SystemMessage(number);
-    return entries;
-  }
+  const HANDLE search = FindFirst(ending, folder, entry, trouble);
+  if (search == INVALID_HANDLE_VALUE) return entries;
   do {
     entries.push_back({entry.cFileName, KindOf(entry.dwFileAttributes)});
   } while (::FindNextFileW(search, &entry) != 0);
@@ -74,6 +82,14 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, 
   if (last != ERROR_NO_MORE_FILES) trouble = SystemMessage(last);  // such as a share that went away
   ::FindClose(search);
   return entries;
+}
+
+String FolderTrouble(const Path& folder) {
+  String trouble;
+  WIN32_FIND_DATAW entry;
+  const HANDLE search = FindFirst({}, folder, entry, trouble);
+  if (search != INVALID_HANDLE_VALUE) ::FindClose(search);
+  return trouble;
 }
 
 bool IsSame(const Path& one, const Path& other) {
