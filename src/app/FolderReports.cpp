@@ -79,13 +79,10 @@ void FolderReports::TakeTurn() {
 }
 
 FileReport FolderReports::ReportOn(const Path& name) const {
-  const OldFile old = FindOldFile({}, &seen_, server_ / name);
-  FileReport report = FileReport::Of(distribution_, server_, name, options_, language_,
-                                     ConfReader::BareLineFeeds::kEndLines, old.file);
-  if (!old.trouble.empty()) {
-    report.findings.push_back({old.path, {0, Finding::Kind::kUnreadable, old.trouble}, {}});
-  }
-  return report;
+  SeenFiles seen = seen_;  // a copy: each file's row says why its old version cannot be read
+  return FileReport::Of(distribution_, server_, name, options_, language_,
+                        ConfReader::BareLineFeeds::kEndLines,
+                        FindOldFile({}, &seen, server_ / name));
 }
 
 /// Watching a folder reports files that are added, removed or replaced; only watching a file

@@ -86,8 +86,8 @@ QStringList DefaultNames(const FileReport& report) {
 
 QStringList SeriesNames(const FileReport& report) {
   QStringList names;
-  const auto add = [&names](const char* sign, const std::vector<ReportedEntry>& entries) {
-    for (const ReportedEntry& entry : entries) {
+  const auto add = [&names](const char* sign, const std::vector<SeriesEntry>& entries) {
+    for (const SeriesEntry& entry : entries) {
       names << sign + ToQString(entry.type) + ": " + ToQString(entry.name);
     }
   };

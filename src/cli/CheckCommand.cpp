@@ -28,15 +28,10 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
     report.remarks.push_back(FromUtf8(trouble.what()));
     return report;
   }
-  const OldFile old =
-      FindOldFile(OldFileIn(arguments.base, file), &context.seen, arguments.server / file);
-  FileReport report =
-      FileReport::Of(arguments.distribution, arguments.server, file, context.options,
-                     context.language, context.BareLineFeeds(), old.file);
-  if (!old.trouble.empty()) {
-    report.findings.push_back({old.path, {0, Finding::Kind::kUnreadable, old.trouble}, {}});
-  }
-  return report;
+  return FileReport::Of(
+      arguments.distribution, arguments.server, file, context.options, context.language,
+      context.BareLineFeeds(),
+      FindOldFile(OldFileIn(arguments.base, file), &context.seen, arguments.server / file));
 }
 
 bool LacksOldVersion(const FileReport& report) {

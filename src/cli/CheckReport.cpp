@@ -49,9 +49,9 @@ class Lines {
          << '\n';
   }
 
-  template <class Entry>
-  void PrintSeries(const char* colour, const char* kind, const std::vector<Entry>& entries) {
-    for (const Entry& entry : entries) Print(colour, kind, entry.type + u": " + entry.name, {});
+  void PrintSeries(const char* colour, const char* kind, const std::vector<SeriesEntry>& entries) {
+    for (const SeriesEntry& entry : entries)
+      Print(colour, kind, entry.type + u": " + entry.name, {});
   }
 
  private:
@@ -70,15 +70,11 @@ void PrintDefaultCounts(size_t untouched, size_t both, std::ostream& out) {
   if (untouched + both > 0) out << ", " << untouched << " default, " << both << " both";
 }
 
-bool IsUntouched(const DefaultChange& change) {
-  return change.kind == DefaultChange::Kind::kDefault;
-}
-
 /// @return the entries of the server that no release has had.
-std::vector<ReportedEntry> OwnEntries(const FileReport& report) {
-  std::vector<ReportedEntry> own = report.obsoleteSeries;
-  for (const WithdrawnEntry& entry : report.release.withdrawn) {
-    std::erase_if(own, [&entry](const ReportedEntry& other) { return other.name == entry.name; });
+std::vector<SeriesEntry> OwnEntries(const FileReport& report) {
+  std::vector<SeriesEntry> own = report.obsoleteSeries;
+  for (const SeriesEntry& entry : report.release.withdrawn) {
+    std::erase_if(own, [&entry](const SeriesEntry& other) { return other.name == entry.name; });
   }
   return own;
 }
@@ -96,10 +92,9 @@ void PrintCounts(const FileReport& report, std::ostream& out) {
   out << '\n';
 }
 
-template <class Entry>
-Json SeriesJson(const std::vector<Entry>& entries) {
+Json SeriesJson(const std::vector<SeriesEntry>& entries) {
   Json list = Json::array();
-  for (const Entry& entry : entries) {
+  for (const SeriesEntry& entry : entries) {
     list.push_back({{"type", ToUtf8(entry.type)}, {"name", ToUtf8(entry.name)}});
   }
   return list;
@@ -112,7 +107,7 @@ Json DefaultsJson(const std::vector<DefaultChange>& changes) {
                     {"old", ToUtf8(change.oldDefault)},
                     {"new", ToUtf8(change.newDefault)},
                     {"actual", ToUtf8(change.actual)},
-                    {"kind", IsUntouched(change) ? "default" : "both"}});
+                    {"kind", change.IsUntouched() ? "default" : "both"}});
   }
   return list;
 }
@@ -234,7 +229,7 @@ void PrintReport(const FileReport& report, const Language& language, std::ostrea
   for (const DefaultChange& change : report.release.defaults) {
     const String values = OrQuotes(change.oldDefault) + u" -> " + OrQuotes(change.newDefault) +
                           u"  (yours: " + OrQuotes(change.actual) + u")";
-    lines.Print(kYellow, IsUntouched(change) ? "default " : "both    ", change.name, values);
+    lines.Print(kYellow, change.IsUntouched() ? "default " : "both    ", change.name, values);
   }
   for (const ServerSetting& setting : report.inactive) {
     lines.Print(kYellow, "inactive", setting.name, OrQuotes(setting.value));

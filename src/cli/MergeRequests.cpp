@@ -97,7 +97,7 @@ void MergeRequests::Remove(FileMerge& merge) {
 
 void MergeRequests::TakeDefaults(FileMerge& merge) {
   for (const DefaultChange& change : merge.DefaultChanges()) {
-    if (change.kind == DefaultChange::Kind::kDefault) taken_[change.name] = change.newDefault;
+    if (change.IsUntouched()) taken_[change.name] = change.newDefault;
   }
   merge.TakeUntouchedDefaults();
 }

@@ -22,8 +22,8 @@ struct Version {
   ConfNotes notes;
 };
 
-std::vector<ReportedEntry> EntriesOf(const Document& series) {
-  std::vector<ReportedEntry> entries;
+std::vector<SeriesEntry> EntriesOf(const Document& series) {
+  std::vector<SeriesEntry> entries;
   for (const Field& entry : series.Fields()) {
     entries.push_back({String(TypeOf(entry)), String(entry.Name())});
   }
@@ -37,16 +37,15 @@ class Examination {
               ConfReader::BareLineFeeds bareLineFeeds)
       : options_(options), language_(language), bareLineFeeds_(bareLineFeeds) {}
 
-  FileReport Run(const Path& distributionFile, const Path& serverFile,
-                 const std::optional<ConfFile>& old) {
+  FileReport Run(const Path& distributionFile, const Path& serverFile, const OldFile& old) {
     const bool lacking = IsMissing(serverFile);
     const bool first = Read(distributionFile, distribution_);
-    if (!(lacking || Read(serverFile, server_)) || !first) {
+    const bool second = lacking || Read(serverFile, server_);
+    if (!first || !second || !ReadOldVersion(old)) {
       report_.status = FileStatus::kFailed;
       return std::move(report_);
     }
     Compare();
-    if (old) ListReleaseChanges(*old);
     if (lacking) {
       report_.status = FileStatus::kNew;
     } else {
@@ -72,6 +71,18 @@ class Examination {
     return complete;
   }
 
+  /// @return false where it is needed and cannot be read.
+  bool ReadOldVersion(const OldFile& found) {
+    ConfNotes notes;
+    old_ = OldVersion::Read(found, options_, language_, notes);
+    report_.oldKnown = old_.has_value();
+    if (notes.trouble.empty()) return true;
+    const Finding whole{0, Finding::Kind::kUnreadable, notes.trouble};
+    report_.findings.push_back(
+        {found.path, notes.troubleLine > 0 ? notes.findings.back() : whole, notes.trouble});
+    return !found.named;
+  }
+
   void Compare() {
     comparison_.emplace(ConfDocuments{distribution_.settings, server_.settings,
                                       distribution_.series, server_.series},
@@ -88,6 +99,9 @@ class Examination {
     report_.newSeriesWait = options_.saveCommentedSeries && !report_.newSeries.empty();
     report_.obsoleteSeries = EntriesOf(comparison_->DeletedSeries());
     ListKept();
+    if (!old_) return;
+    report_.release = FindReleaseChanges(*old_, {*distribution_.settings, *distribution_.series},
+                                         {comparison_->ActualFields(), *server_.series});
   }
 
   void ListKept() {
@@ -108,19 +122,6 @@ class Examination {
   [[nodiscard]] bool IsActiveOnServer(StringView name) const {
     const int index = server_.settings->Fields().IndexOf(name);
     return server_.notes.active.at(static_cast<size_t>(index)) != 0;
-  }
-
-  void ListReleaseChanges(const ConfFile& file) {
-    String trouble;
-    const auto old = OldVersion::Read(file, options_, language_, trouble);
-    report_.oldKnown = old.has_value();
-    if (old) {
-      report_.release = FindReleaseChanges(*old, {*distribution_.settings, *distribution_.series},
-                                           {comparison_->ActualFields(), *server_.series});
-    } else {
-      report_.findings.push_back(
-          {file.FilePath(), {0, Finding::Kind::kUnreadable, std::move(trouble)}, {}});
-    }
   }
 
   /// What a merge without any option would change in the server's file.
@@ -149,6 +150,7 @@ class Examination {
   ConfReader::BareLineFeeds bareLineFeeds_;
   Version distribution_;
   Version server_;
+  std::optional<OldVersion> old_;
   std::optional<ChangeComparison> comparison_;
   FileReport report_;
 };
@@ -186,8 +188,7 @@ String Words(const ReportedFinding& reported, const Language& language) {
 
 FileReport FileReport::Of(const Path& distributionFolder, const Path& serverFolder,
                           const Path& name, const Options& options, const Language& language,
-                          ConfReader::BareLineFeeds bareLineFeeds,
-                          const std::optional<ConfFile>& old) {
+                          ConfReader::BareLineFeeds bareLineFeeds, const OldFile& old) {
   FileReport report = Examination(options, language, bareLineFeeds)
                           .Run(distributionFolder / name, serverFolder / name, old);
   report.file = PathText(name);

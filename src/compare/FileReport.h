@@ -18,7 +18,7 @@ enum class FileStatus {
   kSame,       ///< nothing is new, changed, obsolete or inactive
   kDifferent,  ///< something is new, changed, obsolete or inactive
   kNew,        ///< the server lacks the file
-  kFailed,     ///< one of its versions could not be read
+  kFailed,     ///< one of its versions, or an old one that was named, could not be read
 };
 
 /// A setting that only the distribution has.
@@ -42,11 +42,6 @@ struct ServerSetting {
   String value;
 };
 
-struct ReportedEntry {
-  String type;
-  String name;
-};
-
 struct ReportedFinding {
   Path path;  ///< of the version that it is about
   Finding finding;
@@ -62,10 +57,10 @@ struct FileReport {
   std::vector<ChangedSetting> changed;
   std::vector<ServerSetting> obsolete;
   std::vector<ServerSetting> inactive;
-  std::vector<ReportedEntry> newSeries;
+  std::vector<SeriesEntry> newSeries;
   /// Whether a save adds those, commented out: else they would be new for ever.
   bool newSeriesWait = false;
-  std::vector<ReportedEntry> obsoleteSeries;
+  std::vector<SeriesEntry> obsoleteSeries;
 
   /// The settings of these are among `changed`, too, which compares two versions only; and the
   /// entries among `obsoleteSeries`.
@@ -78,13 +73,14 @@ struct FileReport {
 
   /// Compares two files.
   /// @param name of the file in both folders
-  /// @param bareLineFeeds how bare LF line ends are read; the user is not asked
-  /// @param old the distribution's file as it was when the server's was saved last, if it is known
+  /// @param bareLineFeeds what becomes of bare LF line ends; nobody is asked
+  /// @param old the distribution's file as it was when the server's was saved last; the report
+  ///   fails where the user has named it and it cannot be read
   [[nodiscard]] static FileReport Of(const Path& distributionFolder, const Path& serverFolder,
                                      const Path& name, const Options& options,
                                      const Language& language,
                                      ConfReader::BareLineFeeds bareLineFeeds,
-                                     const std::optional<ConfFile>& old = {});
+                                     const OldFile& old = {});
 
   [[nodiscard]] bool HasDifferences() const;
 

@@ -3,7 +3,6 @@
 #include <set>
 #include <utility>
 
-#include "conf/ConfReader.h"
 #include "conf/ConfSetting.h"
 
 namespace quenmar {
@@ -22,9 +21,9 @@ std::vector<DefaultChange> ChangedDefaults(const OldVersion& old, const Document
   return changes;
 }
 
-std::vector<WithdrawnEntry> WithdrawnEntries(const Document& old, const Document& now,
-                                             const Document& server) {
-  std::vector<WithdrawnEntry> entries;
+std::vector<SeriesEntry> WithdrawnEntries(const Document& old, const Document& now,
+                                          const Document& server) {
+  std::vector<SeriesEntry> entries;
   for (const Field& entry : server.Fields()) {
     const StringView name = entry.Name();
     if (name.empty() || !IsActive(entry)) continue;
@@ -36,19 +35,20 @@ std::vector<WithdrawnEntry> WithdrawnEntries(const Document& old, const Document
 
 }  // namespace
 
-std::optional<OldVersion> OldVersion::Read(const ConfFile& file, const Options& options,
-                                           const Language& language, String& trouble) {
-  trouble.clear();
-  OldVersion version;
-  ConfNotes notes;
-  if (file.Encoding().utf16) {
-    trouble = language.Text(Message::kUtf16Text);
-  } else if (!ReadQuietly(file, options, *version.settings, *version.series, &notes)) {
-    trouble = notes.trouble;
-  } else {
-    return version;
+std::optional<OldVersion> OldVersion::Read(const OldFile& found, const Options& options,
+                                           const Language& language, ConfNotes& notes) {
+  notes = ConfNotes();
+  notes.trouble = found.trouble;
+  if (!found.file) return std::nullopt;
+  if (found.file->Encoding().utf16) {
+    notes.trouble = language.Text(Message::kUtf16Text);
+    return std::nullopt;
   }
-  return std::nullopt;
+  OldVersion version;
+  if (!ReadQuietly(*found.file, options, *version.settings, *version.series, &notes)) {
+    return std::nullopt;
+  }
+  return version;
 }
 
 std::optional<DefaultChange> FindDefaultChange(const OldVersion& old, const Document& now,

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "conf/ConfFile.h"
+#include "conf/ConfReader.h"
 #include "docmodel/Document.h"
 #include "registry/Language.h"
 #include "registry/Options.h"
@@ -24,18 +24,21 @@ struct DefaultChange {
   String newDefault;
   String actual;
   Kind kind = Kind::kDefault;
+
+  [[nodiscard]] bool IsUntouched() const { return kind == Kind::kDefault; }
 };
 
-/// A series entry that the release has taken away and that the server still has on.
-struct WithdrawnEntry {
+struct SeriesEntry {
   String type;
   String name;
 };
 
 /// What a release itself has changed, from three versions of a file.
 struct ReleaseChanges {
-  std::vector<DefaultChange> defaults;    ///< in the order of the server's settings
-  std::vector<WithdrawnEntry> withdrawn;  ///< in the order of the server's entries
+  std::vector<DefaultChange> defaults;  ///< in the order of the settings that were passed
+  /// The entries that the release has withdrawn and that the server still has on, in the order of
+  /// the server's.
+  std::vector<SeriesEntry> withdrawn;
 
   [[nodiscard]] bool Empty() const { return defaults.empty() && withdrawn.empty(); }
 };
@@ -46,16 +49,24 @@ struct VersionTrees {
   const Document& series;
 };
 
+/// What was found of the distribution's file as it was.
+struct OldFile {
+  std::optional<ConfFile> file = {};  ///< nothing where none is known, or where it cannot be read
+  Path path = {};                     ///< where it was looked for
+  String trouble = {};                ///< why it cannot be read, in words for the user
+  bool named = false;                 ///< the user has named it, so it must be readable
+};
+
 /// The distribution's file as it was when the server's file was saved last.
 struct OldVersion {
   std::shared_ptr<Document> settings = std::make_shared<Document>();
   std::shared_ptr<Document> series = std::make_shared<Document>();
 
   /// Reads it, without a user.
-  /// @param trouble receives why there is no result
-  /// @return nothing where the file cannot be read to its end.
-  [[nodiscard]] static std::optional<OldVersion> Read(const ConfFile& file, const Options& options,
-                                                      const Language& language, String& trouble);
+  /// @param notes receives why the file cannot be read to its end; without trouble, there is none
+  /// @return nothing in both cases.
+  [[nodiscard]] static std::optional<OldVersion> Read(const OldFile& found, const Options& options,
+                                                      const Language& language, ConfNotes& notes);
 };
 
 /// @param now the distribution's settings as they are
@@ -69,6 +80,7 @@ struct OldVersion {
 /// Only values count, not whether a line is active. A setting or entry that the old distribution
 /// lacks is not a change of the release, and of several lines of a name the first one counts.
 /// @param now the distribution's file as it is
+/// @param server the server's values; the order of the settings is the caller's
 /// @return what the release has changed and the server has not followed.
 [[nodiscard]] ReleaseChanges FindReleaseChanges(const OldVersion& old, const VersionTrees& now,
                                                 const VersionTrees& server);

@@ -94,9 +94,13 @@ class Reading {
     return TakeLines();
   }
 
-  /// @return the number of the current line; 0 before the first one.
-  [[nodiscard]] int LineNumber() const { return lines_.Number(); }
-  [[nodiscard]] String Line() const { return Text(TrimBytes(line_.bytes)); }
+  /// Notes that a tree rejected the name in the current line.
+  void Reject(const DocError& error) {
+    notes_.trouble = error.Description();
+    notes_.troubleLine = lines_.Number();
+    notes_.findings.push_back(
+        {notes_.troubleLine, Finding::Kind::kRejectedName, Text(TrimBytes(line_.bytes))});
+  }
 
  private:
   [[nodiscard]] String Text(std::string_view part) const { return file_->Text(part); }
@@ -341,21 +345,15 @@ bool ConfReader::LoadConfFile(const Path& path, std::shared_ptr<Document>& setti
   told = ConfNotes();
   Reading reading({path, options_, language_, messages_, bareLineFeeds_, comments_}, *settings,
                   *series, told);
-  String about = PathText(path);
   bool complete = false;
   try {
     complete = reading.Run();
   } catch (const DocError& error) {
-    told.trouble = error.Description();
-    told.troubleLine = reading.LineNumber();
-    const String line = reading.Line();
-    about = FinishedText(language_.Text(Message::kPlaceInFile),
-                         {about, ToText(told.troubleLine), line});
-    told.findings.push_back({told.troubleLine, Finding::Kind::kRejectedName, line});
-    ShowError(messages_, language_, told.trouble, about);
+    reading.Reject(error);
+    ShowError(messages_, language_, told.trouble, PlaceOfTrouble(path, told, language_));
   } catch (const std::exception& error) {
     told.trouble = DescriptionOf(error);
-    ShowError(messages_, language_, told.trouble, about);
+    ShowError(messages_, language_, told.trouble, PathText(path));
   }
   told.active.resize(static_cast<size_t>(settings->Fields().Count()));
   if (notes != nullptr) AddFindingsOfBytes(told);
@@ -375,11 +373,16 @@ bool ReadQuietly(const ConfFile& file, const Options& options, Document& setting
   try {
     complete = reading.RunOn(file);
   } catch (const DocError& error) {
-    told.trouble = error.Description();
-    told.troubleLine = reading.LineNumber();
+    reading.Reject(error);
   }
   told.active.resize(static_cast<size_t>(settings.Fields().Count()));
   return complete;
+}
+
+String PlaceOfTrouble(const Path& path, const ConfNotes& notes, const Language& language) {
+  if (notes.troubleLine == 0) return PathText(path);
+  return FinishedText(language.Text(Message::kPlaceInFile),
+                      {PathText(path), ToText(notes.troubleLine), notes.findings.back().text});
 }
 
 String RepairLineEnds(StringView text) { return ReplaceAll(text, u"\n", kLineEnd); }

@@ -75,6 +75,10 @@ class ConfReader {
 [[nodiscard]] bool ReadQuietly(const ConfFile& file, const Options& options, Document& settings,
                                Document& series, ConfNotes* notes = nullptr);
 
+/// @return where reading stopped, for a message: the file and, if one is the reason, the line.
+[[nodiscard]] String PlaceOfTrouble(const Path& path, const ConfNotes& notes,
+                                    const Language& language);
+
 /// @return `text` with every LF replaced by CR LF; an LF that has its CR gets a second one.
 [[nodiscard]] String RepairLineEnds(StringView text);
 

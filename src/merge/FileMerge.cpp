@@ -87,13 +87,13 @@ bool FileMerge::ReadVersion(const Path& path, std::shared_ptr<Document>& setting
 
 /// A merge does not need the old version: only one that the user has named must be readable.
 bool FileMerge::ReadOldVersion() {
-  OldFile found = FindOldFile(request_.base, request_.seen, request_.server);
-  if (found.file) {
-    old_ = OldVersion::Read(*found.file, context_.options, context_.language, found.trouble);
-  }
-  if (found.trouble.empty()) return true;
-  ShowError(context_.messages, context_.language, found.trouble, PathText(found.path));
-  return !request_.base;
+  const OldFile found = FindOldFile(request_.base, request_.seen, request_.server);
+  ConfNotes notes;
+  old_ = OldVersion::Read(found, context_.options, context_.language, notes);
+  if (notes.trouble.empty()) return true;
+  ShowError(context_.messages, context_.language, notes.trouble,
+            PlaceOfTrouble(found.path, notes, context_.language));
+  return !found.named;
 }
 
 bool FileMerge::Prepare() {
@@ -122,7 +122,7 @@ void FileMerge::RememberServer() {
   for (const Field& field : documents_.server->Fields()) {
     const bool active = serverNotes_.active.at(static_cast<size_t>(index++)) != 0;
     onServer_.try_emplace(String(field.Name()),
-                          ServerSetting{String(field.Value()), active, active});
+                          OpenedSetting{String(field.Value()), active, active});
   }
 }
 
@@ -159,13 +159,13 @@ std::optional<DefaultChange> FileMerge::DefaultChangeOf(StringView name) const {
   return FindDefaultChange(*old_, *documents_.distribution, *setting);
 }
 
-std::vector<WithdrawnEntry> FileMerge::WithdrawnEntries() const {
-  std::vector<WithdrawnEntry> entries = FindChanges().withdrawn;
-  std::erase_if(entries, [this](const WithdrawnEntry& entry) { return !IsOn(entry); });
+std::vector<SeriesEntry> FileMerge::WithdrawnEntries() const {
+  std::vector<SeriesEntry> entries = FindChanges().withdrawn;
+  std::erase_if(entries, [this](const SeriesEntry& entry) { return !IsOn(entry); });
   return entries;
 }
 
-bool FileMerge::IsOn(const WithdrawnEntry& entry) const {
+bool FileMerge::IsOn(const SeriesEntry& entry) const {
   for (int group = 0; group < series_.GroupCount(); ++group) {
     if (series_.Type(group) != entry.type) continue;
     for (int item = 0; item < series_.ItemCount(group); ++item) {

@@ -112,8 +112,8 @@ class FileMerge {
   /// @return the one of them with that name.
   [[nodiscard]] std::optional<DefaultChange> DefaultChangeOf(StringView name) const;
 
-  /// @return the series entries that the release has taken away and that a save would leave on.
-  [[nodiscard]] std::vector<WithdrawnEntry> WithdrawnEntries() const;
+  /// @return the series entries that the release has withdrawn and that a save would leave on.
+  [[nodiscard]] std::vector<SeriesEntry> WithdrawnEntries() const;
 
   /// @return the comment of a setting or series entry: of a compared setting the distribution's,
   /// else the server's.
@@ -244,7 +244,7 @@ class FileMerge {
   };
 
   /// A setting as the server's file had it when it was read.
-  struct ServerSetting {
+  struct OpenedSetting {
     String value;
     bool active;
     bool activeInFile;  // also after a save
@@ -274,7 +274,7 @@ class FileMerge {
   template <class Change>
   int Do(Step step, const String& topic, Change change);
   [[nodiscard]] ReleaseChanges FindChanges() const;
-  [[nodiscard]] bool IsOn(const WithdrawnEntry& entry) const;
+  [[nodiscard]] bool IsOn(const SeriesEntry& entry) const;
   void GiveDefault(const DefaultChange& change);
   /// Gives all lines of a name the same value, which they have in a file that keeps its lines.
   void GiveAllLines(const std::map<StringView, SharedText>& values);
@@ -289,7 +289,7 @@ class FileMerge {
   ConfNotes distributionNotes_;
   ConfNotes serverNotes_;
   std::optional<OldVersion> old_;
-  std::map<String, ServerSetting> onServer_;
+  std::map<String, OpenedSetting> onServer_;
   std::vector<SavedSetting> saved_;             // for `Purpose::kEdit` only
   std::optional<ChangeComparison> comparison_;  // for `Purpose::kCompare` only
   std::map<String, String> renames_;            // as the comparison began

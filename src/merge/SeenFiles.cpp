@@ -23,6 +23,7 @@ using Days = std::chrono::sys_days;
 
 constexpr std::string_view kFirstLine = "quenmar seen file 1";
 constexpr StringView kEnding = u".seen";
+constexpr StringView kForeign = u"this is not a file that Quenmar has kept";
 constexpr std::string_view kDigits = "0123456789abcdef";
 constexpr auto kKeptWithoutAFile = std::chrono::days(365);
 
@@ -33,16 +34,20 @@ struct Entry {
   std::string bytes;  ///< of the distribution's file
 };
 
-Path Absolute(const Path& path) {
-  std::error_code error;  // without a current folder the path stays as it is
-  const Path absolute = fs::absolute(path, error);
-  return (error ? path : absolute).lexically_normal().make_preferred();
+/// @return the absolute path of the file's folder, links followed: each folder has one, and no
+/// other folder has it. What cannot be followed stays as it is.
+Path FolderOf(const Path& file) {
+  std::error_code error;
+  const Path absolute = fs::absolute(file, error);
+  const Path folder = (error ? file : absolute).parent_path();
+  const Path followed = fs::weakly_canonical(folder, error);
+  return error ? folder : followed;
 }
 
 /// @return the absolute path on one line; one spelling for one file where letter case does not
 /// count.
 std::string KeyOf(const Path& server) {
-  String text = PathText(Absolute(server));
+  String text = PathText((FolderOf(server) / server.filename()).make_preferred());
   if constexpr (!std::is_same_v<Path::value_type, char>) text = ToLower(text);
   std::string key;
   for (const char byte : ToUtf8KeepingBytes(text).value_or(ToUtf8(text))) {
@@ -151,33 +156,56 @@ Path SeenFiles::EntryOf(const Path& server) const {
 std::optional<ConfFile> SeenFiles::Find(const Path& server) const {
   if (folder_.empty()) return {};
   const Path path = EntryOf(server);
-  if (KindOf(path) == FileKind::kMissing) return {};
-  auto entry = ParseEntry(ReadBytes(path));
-  if (!entry) throw FileError(0, u"SeenFiles", u"this is no remembered file");
+  const FileKind kind = KindOf(path);
+  if (kind == FileKind::kMissing) return {};
+  auto entry = kind == FileKind::kFile ? ParseEntry(ReadBytes(path)) : std::nullopt;
+  if (!entry) throw FileError(0, u"SeenFiles", String(kForeign));
   if (entry->server != KeyOf(server)) return {};
   return ConfFile(path, std::move(entry->bytes));
 }
 
+OldFile SeenFiles::Look(const Path& server) {
+  OldFile old;
+  old.path = EntryOf(server);
+  try {
+    old.file = Find(server);
+  } catch (const FileError& error) {
+    old.trouble = error.Description();
+    if (const String trouble = FolderTrouble(folder_); !trouble.empty()) {
+      old.path = folder_;
+      old.trouble = std::exchange(unreadableTold_, true) ? String() : trouble;
+    }
+  }
+  return old;
+}
+
 String SeenFiles::Keep(const Path& server, const ConfFile& distribution) {
   const String trouble = TryToKeep(server, distribution);
-  return trouble.empty() || std::exchange(told_, true) ? String() : trouble;
+  return trouble.empty() || std::exchange(unwritableTold_, true) ? String() : trouble;
 }
 
 String SeenFiles::TryToKeep(const Path& server, const ConfFile& distribution) {
   if (folder_.empty()) return u"there is no folder for it";
   for (const Path& file : {server, distribution.FilePath()}) {
-    if (IsWithin(folder_, Absolute(file).parent_path())) {
+    if (IsWithin(folder_, FolderOf(file))) {
       return PathText(folder_) + u": this is inside a folder of configuration files";
     }
   }
-  std::error_code error;  // a folder that is still missing shows when the file is written
+  std::error_code error;  // a folder that is still missing cannot be read either
   if (fs::create_directories(folder_, error)) {
     fs::permissions(folder_, fs::perms::owner_all, error);
   }
+  if (const String trouble = FolderTrouble(folder_); !trouble.empty()) {
+    return PathText(folder_) + u": " + trouble;
+  }
+  const Path entry = EntryOf(server);
+  const FileKind kind = KindOf(entry);
+  const bool isNew = kind == FileKind::kMissing;
+  if (!isNew && kind != FileKind::kFile) return PathText(entry) + u": " + String(kForeign);
   try {
-    ReplaceBytes(EntryOf(server), BytesOf({KeyOf(server), Today(), distribution.Bytes()}));
+    ReplaceBytes(entry, BytesOf({KeyOf(server), Today(), distribution.Bytes()}));
   } catch (const FileError& failure) {
-    return PathText(folder_) + u": " + failure.Description();
+    return PathText(isNew ? folder_ : entry) + u": " + failure.Description();
   }
   if (!std::exchange(cleared_, true)) ClearOldEntries();
   return {};
@@ -193,21 +221,19 @@ void SeenFiles::ClearOldEntries() const {
       if (!entry || entry->date + kKeptWithoutAFile >= Today()) continue;
       std::error_code left;  // for the next time
       if (IsMissing(PathOfKey(entry->server))) fs::remove(path, left);
-    } catch (const FileError&) {  // it may be another program's or user's file, and stays
+    } catch (const FileError&) {  // another program's file, or another user's
     }
   }
 }
 
-OldFile FindOldFile(const std::optional<Path>& base, const SeenFiles* seen, const Path& server) {
+OldFile FindOldFile(const std::optional<Path>& base, SeenFiles* seen, const Path& server) {
+  if (IsMissing(server)) return {};
+  if (!base) return seen == nullptr ? OldFile() : seen->Look(server);
   OldFile old;
+  old.path = *base;
+  old.named = true;
   try {
-    if (base) {
-      old.path = *base;
-      if (!IsMissing(*base)) old.file = ConfFile::Read(*base);
-    } else if (seen != nullptr) {
-      old.path = seen->EntryOf(server);
-      old.file = seen->Find(server);
-    }
+    if (!IsMissing(*base)) old.file = ConfFile::Read(*base);
   } catch (const FileError& error) {
     old.trouble = error.Description();
   }

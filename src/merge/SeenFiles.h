@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "compare/ReleaseChanges.h"
 #include "conf/ConfFile.h"
 #include "files/Files.h"
 
@@ -27,6 +28,10 @@ class SeenFiles {
   /// where none was. Throws `FileError` when the entry cannot be read.
   [[nodiscard]] std::optional<ConfFile> Find(const Path& server) const;
 
+  /// The same, for a program that looks up many files: a folder that cannot be read is reported the
+  /// first time only.
+  [[nodiscard]] OldFile Look(const Path& server);
+
   /// Keeps the distribution's file for the server's, replacing an older one wholly or not at all.
   /// The first time it also clears the entries of files that no longer exist and that were kept
   /// more than a year ago.
@@ -41,20 +46,15 @@ class SeenFiles {
 
   Path folder_;
   bool cleared_ = false;
-  bool told_ = false;  // that nothing can be kept
-};
-
-/// What was found of the distribution's file as it was.
-struct OldFile {
-  std::optional<ConfFile> file;  ///< nothing where none is known, or where it cannot be read
-  Path path;                     ///< where it was looked for
-  String trouble;                ///< why it cannot be read, in words for the user
+  bool unreadableTold_ = false;  // that the folder cannot be read
+  bool unwritableTold_ = false;  // that nothing can be kept
 };
 
 /// @param base the old distribution's file as the user has named it, which may be missing
 /// @param seen where to look when the user has named none; may be null
 /// @param server the server's file
-[[nodiscard]] OldFile FindOldFile(const std::optional<Path>& base, const SeenFiles* seen,
+/// @return the old version; for a file that the server lacks, none.
+[[nodiscard]] OldFile FindOldFile(const std::optional<Path>& base, SeenFiles* seen,
                                   const Path& server);
 
 }  // namespace quenmar

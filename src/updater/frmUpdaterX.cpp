@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "conf/Functions.h"
@@ -176,9 +177,6 @@ void frmUpdaterX::UpdateButtons() {
 }
 
 void frmUpdaterX::UpdateDefaultActions() {
-  const auto isUntouched = [](const DefaultChange& change) {
-    return change.kind == DefaultChange::Kind::kDefault;
-  };
   const bool onCurrent = ShownList() == kActual;
   const std::vector<DefaultChange> changes = Merge().DefaultChanges();
   const std::vector<String> names = lists_[kActual]->HighlightedNames();
@@ -186,8 +184,8 @@ void frmUpdaterX::UpdateDefaultActions() {
     return Merge().DefaultChangeOf(name).has_value();
   };
   takeNewDefault_->setEnabled(onCurrent && std::any_of(names.begin(), names.end(), isChanged));
-  takeAllDefaults_->setEnabled(onCurrent &&
-                               std::any_of(changes.begin(), changes.end(), isUntouched));
+  takeAllDefaults_->setEnabled(onCurrent && std::any_of(changes.begin(), changes.end(),
+                                                        std::mem_fn(&DefaultChange::IsUntouched)));
 }
 
 void frmUpdaterX::UpdateChangesPage() {

@@ -9,7 +9,7 @@ StringView DefaultMark(DefaultChange::Kind kind) {
 }
 
 String DefaultRemark(const DefaultChange& change, const Language& language) {
-  const bool untouched = change.kind == DefaultChange::Kind::kDefault;
+  const bool untouched = change.IsUntouched();
   return language.Text(untouched ? Message::kDefaultMark : Message::kBothMark) + u"; " +
          OldDefaultRemark(change, language) + u"; " +
          FinishedText(language.Text(Message::kNewDefault), {change.newDefault});

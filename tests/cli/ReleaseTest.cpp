@@ -106,9 +106,14 @@ TEST_F(ReleaseTest, ABaseIsAFolderThatMayLackFiles) {
   EXPECT_EQ(err_, "quenmarctl: " + At("base") + " lacks 2 files, such as a.conf\n");
   Write("base/a.conf", "\xFF\xFE");
   EXPECT_EQ(Merge({"--base", At("base")}), kTrouble);
-  Check({"--base", At("base")});
+  EXPECT_EQ(Check({"--base", At("base")}), kTrouble);
   EXPECT_THAT(out_, HasSubstr("a.conf: This is UTF-16 text."));
   EXPECT_THAT(out_, Not(HasSubstr("Old version")));
+  Write("base/a.conf", "a: 1\r\nb<: 1\r\n");
+  EXPECT_EQ(Check({"--base", At("base")}), kTrouble);
+  EXPECT_THAT(out_, HasSubstr("a.conf, line 2: Illegal character in name: b<: 1"));
+  EXPECT_EQ(Merge({"--base", At("base")}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("a.conf, line 2: b<: 1"));
 }
 
 }  // namespace

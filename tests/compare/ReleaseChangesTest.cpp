@@ -25,7 +25,7 @@ std::string Shown(const ReleaseChanges& changes) {
             ToUtf8(change.oldDefault) + ">" + ToUtf8(change.newDefault) + "(" +
             ToUtf8(change.actual) + ");";
   }
-  for (const WithdrawnEntry& entry : changes.withdrawn) {
+  for (const SeriesEntry& entry : changes.withdrawn) {
     text += ToUtf8(entry.type) + " " + ToUtf8(entry.name) + ";";
   }
   return text;
@@ -62,9 +62,10 @@ TEST(ReleaseChangesTest, FoundByThreeVersions) {
   for (const auto& [old, now, server, found] : cases) {
     const Read newer(now);
     const Read actual(server);
-    String trouble;
-    const auto older = OldVersion::Read({"old.conf", old}, Options(), Language(), trouble);
-    ASSERT_TRUE(older && trouble.empty());
+    ConfNotes notes;
+    const OldFile found{ConfFile("old.conf", old)};
+    const auto older = OldVersion::Read(found, Options(), Language(), notes);
+    ASSERT_TRUE(older && notes.trouble.empty());
     EXPECT_EQ(Shown(FindReleaseChanges(*older, {newer.settings, newer.series},
                                        {actual.settings, actual.series})),
               found)
@@ -74,9 +75,10 @@ TEST(ReleaseChangesTest, FoundByThreeVersions) {
 
 TEST(ReleaseChangesTest, AnOldVersionThatCannotBeReadIsNone) {
   for (const std::string& bytes : {std::string("\xFF\xFE\x61\0", 4), std::string("a<: 1\n")}) {
-    String trouble;
-    EXPECT_FALSE(OldVersion::Read({"old.conf", bytes}, Options(), Language(), trouble));
-    EXPECT_FALSE(trouble.empty());
+    ConfNotes notes;
+    const OldFile found{ConfFile("old.conf", bytes)};
+    EXPECT_FALSE(OldVersion::Read(found, Options(), Language(), notes));
+    EXPECT_FALSE(notes.trouble.empty());
   }
 }
 

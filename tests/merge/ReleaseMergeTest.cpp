@@ -25,7 +25,7 @@ class ReleaseMergeTest : public MergeFixture {
       EXPECT_EQ(merge_->DefaultChangeOf(change.name).value().kind, change.kind);
       text += ToUtf8(change.name) + (change.kind == Kind::kDefault ? " default;" : " both;");
     }
-    for (const WithdrawnEntry& entry : merge_->WithdrawnEntries()) text += ToUtf8(entry.name) + ";";
+    for (const SeriesEntry& entry : merge_->WithdrawnEntries()) text += ToUtf8(entry.name) + ";";
     return text;
   }
 

@@ -7,6 +7,8 @@
 #include "Trees.h"
 #include "files/FileError.h"
 #ifndef _WIN32
+#include <sys/stat.h>
+
 #include "DiskTrouble.h"
 #endif
 
@@ -141,6 +143,50 @@ TEST_F(SeenFilesTest, ClearsAfterAYearWhatHasGone) {
   }
   EXPECT_EQ(ReadFile(state_ / "other.seen"), "quenmar");
 }
+
+#ifndef _WIN32
+TEST_F(SeenFilesTest, LinksLeadToTheEntryOfTheirTarget) {
+  SeenFiles seen(state_);
+  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
+  fs::create_directories(folder_ / "far/below");
+  fs::create_directory_symlink("conf", folder_ / "soft");
+  fs::create_directory_symlink("../far/below", folder_ / "conf/link");
+  EXPECT_EQ(Found(folder_ / "soft/a.conf"), "a: 1\r\n");
+  EXPECT_EQ(Found(folder_ / "conf/link/../a.conf"), "none") << "this is far/a.conf";
+}
+
+TEST_F(SeenFilesTest, WhatIsNoFileInAnEntrysPlaceIsNamedAndStays) {
+  SeenFiles seen(state_);
+  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
+  const Path entry = seen.EntryOf(server_);
+  fs::remove(entry);
+  for (const bool pipe : {true, false}) {
+    pipe ? (void)::mkfifo(entry.c_str(), 0600) : (void)fs::create_directory(entry);
+    const OldFile old = seen.Look(server_);
+    EXPECT_TRUE(old.path == entry && !old.trouble.empty());
+    EXPECT_THAT(Keep(seen = SeenFiles(state_), "a: 2\r\n"), StartsWith(entry.string() + ": "));
+    fs::remove(entry);
+  }
+}
+
+TEST_F(SeenFilesTest, AFolderThatCannotBeReadIsToldOnce) {
+  SeenFiles seen(state_);
+  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
+  for (const Path& above : {folder_.Folder(), state_.parent_path()}) {
+    fs::permissions(above, fs::perms::all);
+  }
+  for (const fs::perms some : {fs::perms::none, fs::perms::others_read | fs::perms::owner_read}) {
+    SeenFiles again(state_);
+    fs::permissions(state_, some);
+    ASSERT_EQ(::seteuid(::getuid() == 0 ? 65534 : ::getuid()), 0);
+    const OldFile first = again.Look(server_);
+    const OldFile second = again.Look(server_);
+    ASSERT_EQ(::seteuid(::getuid()), 0);
+    fs::permissions(state_, fs::perms::owner_all);
+    EXPECT_TRUE(first.path == state_ && !first.trouble.empty() && second.trouble.empty());
+  }
+}
+#endif
 
 }  // namespace
 }  // namespace quenmar
