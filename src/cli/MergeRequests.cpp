@@ -79,14 +79,12 @@ MergeRequests::Names MergeRequests::Known(const std::vector<std::string>& wanted
 }
 
 void MergeRequests::Add(FileMerge& merge) {
-  merge.Add(Known(arguments_.add, merge.Tree(List::kNew), "new"));
-  Names further;
-  for (const Field& field : merge.Tree(List::kNew).Fields()) {
-    if (arguments_.addAll || (arguments_.addMandatory && merge.IsMandatory(field.Name()))) {
-      further.emplace_back(field.Name());
-    }
-  }
-  merge.Add(further);
+  Names names = Known(arguments_.add, merge.Tree(List::kNew), "new");
+  std::set<String> once;
+  std::erase_if(names, [&once](const String& name) { return !once.insert(name).second; });
+  merge.Add(names);
+  if (arguments_.addMandatory) merge.AddMandatory();
+  if (arguments_.addAll) merge.AddAll();
 }
 
 void MergeRequests::Remove(FileMerge& merge) {

@@ -39,11 +39,13 @@ void AppendSeriesDifference(const Document& first, const Document& second, Docum
   }
 }
 
-bool SetValue(Document& tree, StringView name, const SharedText& value) {
+/// @return whether the tree has a field of one of the names.
+bool SetValues(Document& tree, const std::map<StringView, SharedText>& values) {
   bool found = false;
   for (Field& field : tree.Fields()) {
-    if (field.Name().empty() || field.Name() != name) continue;
-    field.SetValue(value);
+    const auto value = values.find(field.Name());
+    if (field.Name().empty() || value == values.end()) continue;
+    field.SetValue(value->second);
     found = true;
   }
   return found;
@@ -55,7 +57,7 @@ ChangeComparison::Values ValuesOf(const Document& tree) {
   return values;
 }
 
-void SetValues(Document& tree, const ChangeComparison::Values& values) {
+void Refill(Document& tree, const ChangeComparison::Values& values) {
   Fields& fields = tree.Fields();
   while (fields.Count() > 0) fields.RemoveField(fields.Count() - 1);
   for (const auto& [name, value] : values) fields.AddField(name, value);
@@ -172,11 +174,15 @@ void ChangeComparison::SortLists() {
 }
 
 bool ChangeComparison::SetNewValue(StringView name, StringView value) {
-  return SetValue(newFields_, name, value);
+  return SetValues(newFields_, {{name, value}});
 }
 
 bool ChangeComparison::SetActualValue(StringView name, StringView value) {
-  return SetValue(actualFields_, name, value);
+  return SetValues(actualFields_, {{name, value}});
+}
+
+void ChangeComparison::SetActualValues(const std::map<StringView, SharedText>& values) {
+  (void)SetValues(actualFields_, values);
 }
 
 ChangeComparison::Lists ChangeComparison::CaptureLists() const {
@@ -184,9 +190,9 @@ ChangeComparison::Lists ChangeComparison::CaptureLists() const {
 }
 
 void ChangeComparison::SetLists(const Lists& lists) {
-  SetValues(newFields_, lists.newFields);
-  SetValues(actualFields_, lists.actualFields);
-  SetValues(deletedFields_, lists.deletedFields);
+  Refill(newFields_, lists.newFields);
+  Refill(actualFields_, lists.actualFields);
+  Refill(deletedFields_, lists.deletedFields);
 }
 
 }  // namespace quenmar

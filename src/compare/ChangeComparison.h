@@ -2,6 +2,7 @@
 /// under the user's control. Runs without any user interface; windows and console share it.
 #pragma once
 
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -79,6 +80,9 @@ class ChangeComparison {
   /// The same for `ActualFields`.
   /// @return false when there is no such field.
   bool SetActualValue(StringView name, StringView value);
+
+  /// The same for many names at once: each of them reads the whole tree otherwise.
+  void SetActualValues(const std::map<StringView, SharedText>& values);
 
   /// The names and values of a tree.
   using Values = std::vector<std::pair<SharedText, SharedText>>;

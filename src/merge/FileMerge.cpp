@@ -205,9 +205,12 @@ std::optional<String> FileMerge::RenamedFrom(StringView name) const {
 
 std::vector<String> FileMerge::MissingMandatory() const {
   return NamesIn(comparison_->NewFields(), [this](const Field& field) {
-    const bool kept = comparison_->ActualFields().Fields().IndexOf(field.Name()) >= 0;
-    return !kept && IsMandatory(field.Name());
+    return !IsKept(field) && IsMandatory(field.Name());
   });
+}
+
+bool FileMerge::IsKept(const Field& field) const {
+  return comparison_->ActualFields().Fields().IndexOf(field.Name()) >= 0;
 }
 
 std::vector<String> FileMerge::TypedNotAdded() const {
@@ -290,6 +293,11 @@ int FileMerge::Restore(const std::vector<String>& names) {
 
 int FileMerge::AddMandatory() { return Add(MissingMandatory()); }
 
+int FileMerge::AddAll() {
+  return Add(
+      NamesIn(comparison_->NewFields(), [this](const Field& field) { return !IsKept(field); }));
+}
+
 bool FileMerge::TakeOldValue(StringView name) {
   const auto old = RenamedFrom(name);
   if (!old) return false;
@@ -344,34 +352,27 @@ int FileMerge::ResetServerValues(const std::vector<int>& indexes) {
 
 int FileMerge::TakeDefaults(const std::vector<String>& names) {
   const std::set<StringView> wanted(names.begin(), names.end());
-  return Do(Step::kValue, {}, [&] {
-    int taken = 0;
-    for (const DefaultChange& change : DefaultChanges()) {
-      if (!wanted.contains(change.name)) continue;
-      GiveDefault(change);
-      ++taken;
-    }
-    return taken;
-  });
+  return GiveDefaults(
+      [&wanted](const DefaultChange& change) { return wanted.contains(change.name); });
 }
 
 int FileMerge::TakeUntouchedDefaults() {
-  std::vector<String> names;
-  for (const DefaultChange& change : DefaultChanges()) {
-    if (change.kind == DefaultChange::Kind::kDefault) names.push_back(change.name);
-  }
-  return TakeDefaults(names);
+  return GiveDefaults(std::mem_fn(&DefaultChange::IsUntouched));
 }
 
-void FileMerge::GiveDefault(const DefaultChange& change) {
-  if (comparison_) {
-    comparison_->SetActualValue(change.name, change.newDefault);
-  } else {
-    const auto setting = documents_.server->Fields().Field(change.name);
-    setting->SetValue(change.newDefault);
-    GiveAllLines({{setting->Name(), change.newDefault}});
-  }
-  edited_.erase(change.name);  // a value that is given by hand would make the setting active
+template <class IsWanted>
+int FileMerge::GiveDefaults(IsWanted isWanted) {
+  return Do(Step::kValue, {}, [&] {
+    const std::vector<DefaultChange> changes = DefaultChanges();
+    std::map<StringView, SharedText> given;
+    for (const DefaultChange& change : changes) {
+      if (!isWanted(change)) continue;
+      given.emplace(change.name, change.newDefault);
+      edited_.erase(change.name);  // a value that is given by hand would make the setting active
+    }
+    comparison_->SetActualValues(given);
+    return static_cast<int>(given.size());
+  });
 }
 
 void FileMerge::GiveAllLines(const std::map<StringView, SharedText>& values) {

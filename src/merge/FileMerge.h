@@ -126,7 +126,7 @@ class FileMerge {
   /// their lists; see `FindRenames`.
   [[nodiscard]] std::optional<String> RenamedFrom(StringView name) const;
 
-  /// @return the mandatory settings among the new ones.
+  /// @return the mandatory settings among the new ones, without those of a name that is kept.
   [[nodiscard]] std::vector<String> MissingMandatory() const;
 
   /// @return the new settings that the user has given a value and not added: a save drops it.
@@ -164,6 +164,10 @@ class FileMerge {
   /// @return false when there is none.
   bool TakeOldValue(StringView name);
 
+  /// Adds all new settings. Of a name that is new twice, this and `AddMandatory` add one.
+  /// @return how many.
+  int AddAll();
+
   /// Gives a setting of a list another value. What is typed into one value is one step.
   /// @return false when there is no such setting.
   bool SetValue(List list, StringView name, StringView value);
@@ -175,8 +179,8 @@ class FileMerge {
   /// @return how many have another value now.
   int ResetServerValues(const std::vector<int>& indexes);
 
-  /// Gives those of the settings whose default the release has changed, of either kind, the new
-  /// default. It changes their values and not whether they are active.
+  /// Gives those of a comparison's settings whose default the release has changed, of either kind,
+  /// the new default. It changes their values and not whether they are active.
   /// @return how many have another value now.
   int TakeDefaults(const std::vector<String>& names);
 
@@ -274,8 +278,11 @@ class FileMerge {
   template <class Change>
   int Do(Step step, const String& topic, Change change);
   [[nodiscard]] ReleaseChanges FindChanges() const;
+  [[nodiscard]] bool IsKept(const Field& field) const;
   [[nodiscard]] bool IsOn(const SeriesEntry& entry) const;
-  void GiveDefault(const DefaultChange& change);
+  /// Gives those of the changed defaults that are wanted to their settings, in one step.
+  template <class IsWanted>
+  int GiveDefaults(IsWanted isWanted);
   /// Gives all lines of a name the same value, which they have in a file that keeps its lines.
   void GiveAllLines(const std::map<StringView, SharedText>& values);
   [[nodiscard]] State Capture() const;

@@ -190,5 +190,18 @@ TEST_F(ConsoleTest, DryRunPrintsChangesAndWritesNothing) {
   EXPECT_EQ(out_, "no changes\n");
 }
 
+TEST_F(ConsoleTest, AddsANameThatIsNewTwiceOnce) {
+  Write("dist/a.conf", "a: 1\r\nx: 1\r\n//x: 2\r\n");
+  Write("server/a.conf", "a: 1\r\n");
+  for (const auto& options : {std::vector<std::string>{"--add-mandatory", "--add-all"},
+                              {"--add-all"},
+                              {"--add", "x", "--add-mandatory"}}) {
+    std::vector<std::string> all = options;
+    all.insert(all.end(), {"--output", "-"});
+    EXPECT_EQ(Merge(all), kNothingToDo);
+    EXPECT_EQ(out_, "a: 1\r\nx: 1\r\n") << options.front();
+  }
+}
+
 }  // namespace
 }  // namespace quenmar
