@@ -36,6 +36,12 @@ std::string ValuesOf(const SaveChange& change) {
   return oldValue + " -> " + newValue;
 }
 
+/// @return whether the change gives a setting another value. Another line of its name, which is
+/// removed or added, has nothing to do with it.
+bool GivesValue(const SaveChange& change) {
+  return change.kind == Kind::kChanged || change.kind == Kind::kActivated;
+}
+
 }  // namespace
 
 void PrintChanges(const SaveChanges& changes, const std::set<String>& taken,
@@ -45,7 +51,7 @@ void PrintChanges(const SaveChanges& changes, const std::set<String>& taken,
         change.commented && (change.kind == Kind::kAdded || change.kind == Kind::kRemoved);
     out << kKindTexts[static_cast<size_t>(change.kind)].mark << Printable(change.name) << ": "
         << ValuesOf(change) << (lineCommented ? " (commented out)" : "")
-        << (taken.contains(change.name) ? " (new default)" : "") << '\n';
+        << (GivesValue(change) && taken.contains(change.name) ? " (new default)" : "") << '\n';
   }
   if (changes.lostCommentLines > 0) {
     out << "comment lines lost: " << changes.lostCommentLines << '\n';

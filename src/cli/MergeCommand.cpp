@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <ostream>
 #include <set>
@@ -40,11 +41,12 @@ class Merge {
       throw CommandTrouble(ToUtf8(context_.language.Text(Message::kSameFolder)));
     }
     lacking_ = IsMissing(serverFile_);
-    if (lacking_ && WritesServerFile()) AskToBegin();
+    writesServerFile_ = !arguments_.dryRun && (!arguments_.output || OutputIsServerFile());
+    if (lacking_ && writesServerFile_) AskToBegin();
     merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
     if (!merge_) return kTrouble;
     requests.Apply(*merge_);
-    taken_ = requests.Taken(*merge_);
+    taken_ = requests.Taken();
     return Save() ? kNothingToDo : kTrouble;
   }
 
@@ -58,7 +60,9 @@ class Merge {
   }
 
  private:
-  [[nodiscard]] bool WritesServerFile() const { return !arguments_.dryRun && !arguments_.output; }
+  [[nodiscard]] bool OutputIsServerFile() const {
+    return arguments_.output != "-" && IsSame(ArgumentPath(*arguments_.output), serverFile_);
+  }
 
   /// Throws `CommandTrouble` when the user does not want a file that the server lacks.
   void AskToBegin() const {
@@ -98,12 +102,26 @@ class Merge {
     }
     context_.messages.SetSubject(target.path);
     const ConfWriter writer(context_.options, context_.language, context_.messages);
-    if (WritesServerFile() ? !merge_->Save(plan) : !writer.SaveBytes(target, plan.bytes)) {
+    if (writesServerFile_ ? !merge_->Save(plan) : !writer.SaveBytes(target, plan.bytes)) {
       return false;
     }
     context_.streams.err << Printable(PathText(target.path)) << ": "
                          << SummaryOf(plan.changes, context_.language) << '\n';
+    if (writesServerFile_) ReportDefaultsLeft();
     return true;
+  }
+
+  /// After a save the changes of the release are not reported again.
+  void ReportDefaultsLeft() const {
+    const std::vector<DefaultChange> changes = merge_->DefaultChanges();
+    const auto left =
+        std::count_if(changes.begin(), changes.end(), std::mem_fn(&DefaultChange::IsUntouched));
+    if (left == 0) return;
+    context_.streams.err << Printable(PathText(file_)) << ": " << left
+                         << (left == 1
+                                 ? " default that the release has changed was left as it is"
+                                 : " defaults that the release has changed were left as they are")
+                         << "; see --take-defaults\n";
   }
 
   /// @return the file to be written. The server's file must still be what was read.
@@ -112,7 +130,7 @@ class Merge {
     if (!lacking_) server.bytes = merge_->ServerNotes().file.Bytes();
     if (arguments_.dryRun || arguments_.output == "-") return server;
     if (arguments_.output) server.path = ArgumentPath(*arguments_.output);
-    if (WritesServerFile() || IsSame(server.path, serverFile_)) {
+    if (writesServerFile_) {
       // The server's folder may well be one below the distribution's.
       RefuseDistribution(IsDistributionFile(server.path), server.path);
       return server;
@@ -156,7 +174,8 @@ class Merge {
   Path file_;
   Path distributionFile_;
   Path serverFile_;
-  bool lacking_ = false;  // the server has no such file yet
+  bool lacking_ = false;           // the server has no such file yet
+  bool writesServerFile_ = false;  // rather than another file, or none
   bool hasChanges_ = false;
   std::unique_ptr<FileMerge> merge_;
   std::set<String> taken_;  // settings that have taken the new default

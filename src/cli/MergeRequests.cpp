@@ -95,17 +95,9 @@ void MergeRequests::Remove(FileMerge& merge) {
 
 void MergeRequests::TakeDefaults(FileMerge& merge) {
   for (const DefaultChange& change : merge.DefaultChanges()) {
-    if (change.IsUntouched()) taken_[change.name] = change.newDefault;
+    if (change.IsUntouched()) taken_.insert(change.name);
   }
   merge.TakeUntouchedDefaults();
-}
-
-std::set<String> MergeRequests::Taken(const FileMerge& merge) const {
-  std::set<String> names;
-  for (const auto& [name, value] : taken_) {
-    if (merge.Tree(List::kActual).Fields().Field(name)->Value() == value) names.insert(name);
-  }
-  return names;
 }
 
 void MergeRequests::SetValue(const std::string& request, FileMerge& merge) {
@@ -119,6 +111,7 @@ void MergeRequests::SetValue(const std::string& request, FileMerge& merge) {
   }
   if (!Knows(request, name, merge.Tree(List::kActual), "kept")) return;
   merge.SetValue(List::kActual, name, value);
+  taken_.erase(name);
   const String readBack = ReadBackValue(value);
   if (readBack != value) {
     context_.streams.err << "quenmarctl: --set " << Printable(name)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -23,7 +22,7 @@ class MergeRequests {
 
   /// @return the settings of the merge that `Apply` was called for last that have taken the new
   /// default and were given no other value since.
-  [[nodiscard]] std::set<String> Taken(const FileMerge& merge) const;
+  [[nodiscard]] const std::set<String>& Taken() const { return taken_; }
 
   /// @return what was asked for and concerned no file, each as the user has written it.
   [[nodiscard]] std::vector<std::string> Unmatched() const;
@@ -45,7 +44,7 @@ class MergeRequests {
   const MergeArguments& arguments_;
   const CommandContext& context_;
   std::set<std::string> matched_;
-  std::map<String, String> taken_;  // new defaults
+  std::set<String> taken_;  // see `Taken`
 };
 
 }  // namespace quenmar

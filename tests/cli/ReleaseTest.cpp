@@ -32,9 +32,10 @@ TEST_F(ReleaseTest, IsKnownAfterASave) {
   EXPECT_THAT(out_, HasSubstr("Old version not known (1 file" + std::string(kOldUnknownHint)));
   Check({"--json"});
   EXPECT_EQ(Json::parse(out_)[0]["defaults"], Json::array());
-  for (const std::string& output : {std::string("-"), At("server/a.conf")}) {
-    EXPECT_EQ(Merge({"--output", output}), kNothingToDo);
-    EXPECT_FALSE(Exists("state")) << output;
+  for (const auto& options :
+       {std::vector<std::string>{"--dry-run"}, {"--output", "-"}, {"--output", At("copy.conf")}}) {
+    EXPECT_EQ(Merge(options), kNothingToDo);
+    EXPECT_FALSE(Exists("state")) << options.front();
   }
   EXPECT_EQ(Merge({"--take-defaults"}), kNothingToDo);
   EXPECT_THAT(err_, HasSubstr("the old version of a.conf is not known: "));
@@ -61,16 +62,23 @@ TEST_F(ReleaseTest, IsKnownAfterASave) {
 }
 
 TEST_F(ReleaseTest, TakesTheNewDefaultsBeforeItSetsValues) {
-  EXPECT_EQ(Merge({}), kNothingToDo);
+  EXPECT_EQ(Merge({"--output", At("server/a.conf")}), kNothingToDo);
   NextRelease();
   EXPECT_EQ(Merge({"--take-defaults", "--dry-run"}), kNothingToDo);
   EXPECT_EQ(out_, "changed        xp: 100 -> 150 (new default)\n");
   EXPECT_EQ(Merge({"--take-defaults", "--set", "xp=120", "--dry-run"}), kNothingToDo);
   EXPECT_EQ(out_, "changed        xp: 100 -> 120\n");
+  EXPECT_EQ(Merge({"--take-defaults", "--set", "xp=150", "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "changed        xp: 100 -> 150\n") << "the user's own value";
   EXPECT_EQ(Merge({"--take-defaults"}), kNothingToDo);
   EXPECT_EQ(Read("server/a.conf"), "xp: 150\r\ngold: 7\r\nslots: 9\r\nnpc: x\r\n");
   Check();
   EXPECT_THAT(out_, Not(HasSubstr(" -> "))) << "the save has seen the release";
+  EXPECT_THAT(err_, Not(HasSubstr("left as")));
+  Write("dist/a.conf", "xp: 200\r\ngold: 8\r\n");
+  EXPECT_EQ(Merge({}), kNothingToDo);
+  EXPECT_THAT(err_, HasSubstr("\na.conf: 1 default that the release has changed was left as it is; "
+                              "see --take-defaults\n"));
 }
 
 TEST_F(ReleaseTest, TheSamplesOldReleaseShowsExactlyWhatChanged) {
@@ -114,6 +122,15 @@ TEST_F(ReleaseTest, ABaseIsAFolderThatMayLackFiles) {
   EXPECT_THAT(out_, HasSubstr("a.conf, line 2: Illegal character in name: b<: 1"));
   EXPECT_EQ(Merge({"--base", At("base")}), kTrouble);
   EXPECT_THAT(err_, HasSubstr("a.conf, line 2: b<: 1"));
+}
+
+TEST_F(ReleaseTest, OnlyTheLineWithTheNewDefaultIsMarked) {
+  std::filesystem::create_directory(folder_ / "base");
+  Write("base/a.conf", "a: 1\r\n");
+  Write("dist/a.conf", "a: 3\r\n");
+  Write("server/a.conf", "a: 1\r\na: 2\r\n");
+  EXPECT_EQ(Merge({"--yes", "--take-defaults", "--base", At("base"), "--dry-run"}), kNothingToDo);
+  EXPECT_EQ(out_, "changed        a: 1 -> 3 (new default)\nremoved        a: 2\n");
 }
 
 }  // namespace
