@@ -63,8 +63,8 @@ TEST(ReleaseChangesTest, FoundByThreeVersions) {
     const Read newer(now);
     const Read actual(server);
     ConfNotes notes;
-    const OldFile found{ConfFile("old.conf", old)};
-    const auto older = OldVersion::Read(found, Options(), Language(), notes);
+    const OldFile oldFile{ConfFile("old.conf", old)};
+    const auto older = OldVersion::Read(oldFile, Options(), Language(), notes);
     ASSERT_TRUE(older && notes.trouble.empty());
     EXPECT_EQ(Shown(FindReleaseChanges(*older, {newer.settings, newer.series},
                                        {actual.settings, actual.series})),
