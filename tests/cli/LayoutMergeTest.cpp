@@ -59,27 +59,12 @@ TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
   EXPECT_EQ(Merge({"--restore-all"}), kNothingToDo);
   EXPECT_THAT(err_, HasSubstr("Saved!"));
   EXPECT_FALSE(Exists("server/a.conf.bak"));
+  EXPECT_EQ(Merge({"--restore-all", "--switch-off", "note"}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("it would be a comment"));
   EXPECT_EQ(Merge({"--restore", "note", "--dry-run"}), kNothingToDo);
   EXPECT_EQ(out_, "removed        old: 3\ncomment lines lost: 1\n");
   EXPECT_EQ(Check(), kDifferences);
   EXPECT_THAT(out_, AllOf(HasSubstr("save     2 removed\n"), Not(HasSubstr("reformatted"))));
-}
-
-TEST_F(LayoutMergeTest, RefusesWhatALayoutCannotDo) {
-  const std::pair<std::vector<std::string>, const char*> kCases[] = {
-      {{"--layout", "settings", "--switch-off", "rate"}, "every setting is active"},
-      {{"--layout", "server", "--restore-all", "--switch-off", "note"}, "it would be a comment"},
-      {{"--layout", "server", "--switch-off", "none"}, "none is not among the kept settings"},
-      {{"--switch-on", "npc:none"}, "there is no such series entry"},
-      {{"--layout", "server", "--fix-line-ends"}, "keeps the line ends"},
-      {{"--layout", "other"}, "other not in"},
-      {{"--all"}, "excludes"},
-  };
-  for (const auto& [options, message] : kCases) {
-    EXPECT_EQ(Merge(options), kTrouble);
-    EXPECT_THAT(err_, HasSubstr(message));
-    EXPECT_EQ(Read("server/a.conf"), kMine);
-  }
 }
 
 TEST_F(LayoutMergeTest, TheOptionToSortExchangesNoLines) {

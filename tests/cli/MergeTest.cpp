@@ -76,7 +76,13 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
       {{"--output", At("dist/x/../b")}, kInside},
       {{"--output", At("dist")}, kInside},
       {{"--output", ""}, ""},
-      {{"--output", "-", "--dry-run"}, "excludes"}};
+      {{"--output", "-", "--dry-run"}, "excludes"},
+      {{"--all"}, "excludes"},
+      {{"--layout", "other"}, "other not in"},
+      {{"--layout", "settings", "--switch-off", "rate"}, "every setting is active"},
+      {{"--layout", "server", "--switch-off", "none"}, "none is not among the kept settings"},
+      {{"--layout", "server", "--fix-line-ends"}, "keeps the line ends"},
+      {{"--switch-on", "npc:none"}, "there is no such series entry"}};
   for (const auto& [options, said] : cases) {
     EXPECT_EQ(Merge(options), kTrouble) << options.back();
     EXPECT_THAT(err_, AllOf(Not(IsEmpty()), HasSubstr(said)));

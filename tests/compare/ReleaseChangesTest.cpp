@@ -73,14 +73,5 @@ TEST(ReleaseChangesTest, FoundByThreeVersions) {
   }
 }
 
-TEST(ReleaseChangesTest, AnOldVersionThatCannotBeReadIsNone) {
-  for (const std::string& bytes : {std::string("\xFF\xFE\x61\0", 4), std::string("a<: 1\n")}) {
-    ConfNotes notes;
-    const OldFile found{ConfFile("old.conf", bytes)};
-    EXPECT_FALSE(OldVersion::Read(found, Options(), Language(), notes));
-    EXPECT_FALSE(notes.trouble.empty());
-  }
-}
-
 }  // namespace
 }  // namespace quenmar

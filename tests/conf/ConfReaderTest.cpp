@@ -149,17 +149,6 @@ TEST_F(ConfReaderTest, AsksAboutActiveDuplicates) {
   EXPECT_THAT(messages_.shown, SizeIs(2));
 }
 
-TEST_F(ConfReaderTest, LeavesABackslashNInThePathOfAQuestion) {
-#ifndef _WIN32
-  path_ = folder_ / "a\\new.conf";
-  messages_.Answer({Button::kNo});
-  EXPECT_FALSE(Load("a: 1\r\na: 2\r\n"));
-  EXPECT_THAT(messages_.shown.at(0).text, ::testing::HasSubstr("a\\new.conf file) \r\n"));
-#else
-  GTEST_SKIP() << "no file name contains a backslash";
-#endif
-}
-
 TEST_F(ConfReaderTest, RepairsBareLineFeeds) {
   messages_.Answer({Button::kYes});
   // The line before the bare LF is read a second time; CR LF becomes CR CR LF; the first line of

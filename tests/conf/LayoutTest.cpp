@@ -219,7 +219,7 @@ TEST(LayoutTest, ChangesReadAsAUnifiedDiff) {
   EXPECT_EQ(UnifiedDiff(base, base), u"");
 }
 
-/// Makes files in which everything that the layouts tell apart is frequent.
+/// Makes files in which all that the layouts distinguish is frequent.
 class FileMaker {
  public:
   explicit FileMaker(std::function<unsigned(unsigned)> pick) : pick_(std::move(pick)) {}

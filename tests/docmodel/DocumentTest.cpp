@@ -54,7 +54,7 @@ TEST(Values, OfFieldsFoldEntityFormsAndThoseOfParametersDoNot) {
   }
 }
 
-/// A tree of nodes that are told apart by their version: n1 [a2 [A3, deep4], N5], m6 [a7], N8.
+/// A tree of nodes with different versions: n1 [a2 [A3, deep4], N5], m6 [a7], N8.
 class Tree : public ::testing::Test {
  protected:
   static std::shared_ptr<Document> Add(Document& parent, StringView name, StringView mark) {

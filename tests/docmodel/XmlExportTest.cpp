@@ -53,9 +53,8 @@ TEST(AppendStrings, GrowByWholeStepsAndKeepEveryCharacter) {
   constexpr size_t kStep = 196'608;
   AppendString builder;
   String expected;
-  const std::vector<std::pair<size_t, size_t>> cases = {
-      {0, 0}, {kStep, 1}, {0, 1}, {1, 2}, {kStep - 1, 2}, {3 * kStep + 1, 6}, {kStep - 1, 6}};
-  for (const auto& [length, steps] : cases) {
+  for (const auto& [length, steps] :
+       {std::pair(0 * kStep, 0U), {kStep, 1}, {0, 1}, {1, 2}, {kStep - 1, 2}, {3 * kStep + 1, 6}}) {
     const String piece(length, static_cast<char16_t>(u'a' + expected.size() % 7));
     builder.AddToString(piece);
     EXPECT_EQ(builder.BufferLength(), steps * kStep);

@@ -41,12 +41,8 @@ class SeenFilesTest : public ::testing::Test {
     return ToUtf8(seen.Keep(server_, {folder_ / "dist/a.conf", std::move(bytes)}));
   }
 
-  std::vector<std::string> Entries() {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(state_)) {
-      names.push_back(entry.path().filename().string());
-    }
-    return names;
+  [[nodiscard]] auto EntryCount() const {
+    return std::distance(fs::directory_iterator(state_), {});
   }
 
   ScratchFolder folder_;
@@ -79,7 +75,7 @@ TEST_F(SeenFilesTest, AFullDiskOrAReadOnlyFolderLeavesTheOldEntryWhole) {
   EXPECT_EQ(Keep(seen, "old\r\n"), "");
   const std::string large(5000, 'x');
   EXPECT_THAT(OnFullDisk(1000, [&] { return Keep(seen, large); }), HasSubstr("seen: "));
-  EXPECT_EQ(Entries().size(), 1U);
+  EXPECT_EQ(EntryCount(), 1);
   const auto keepAnother = [&] { return again.Keep(folder_ / "conf/b.conf", {{}, "new"}); };
   EXPECT_THAT(ToUtf8(InLockedFolder(state_, keepAnother)), HasSubstr("seen: "));
   EXPECT_EQ(Found(server_), "old\r\n");
@@ -95,11 +91,11 @@ TEST_F(SeenFilesTest, KeepsTheBytesUnderTheAbsolutePath) {
   EXPECT_EQ(Found(server_), bytes);
   EXPECT_EQ(Found(folder_ / "conf/../conf/./a.conf"), bytes);
   EXPECT_EQ(Found(folder_ / "conf2/a.conf"), "none");
-  ASSERT_EQ(Entries().size(), 1U);
-  EXPECT_THAT(Entries()[0], MatchesRegex("\\w+-a.conf.seen"));
-  EXPECT_THAT(ReadFile(state_ / Entries()[0]),
-              AllOf(StartsWith("quenmar seen file 1\npath: "), HasSubstr("a.conf\ndate: 2"),
-                    EndsWith("\n\n" + bytes)));
+  EXPECT_EQ(EntryCount(), 1);
+  const Path entry = seen.EntryOf(server_);
+  EXPECT_THAT(entry.filename().string(), MatchesRegex("\\w+-a.conf.seen"));
+  EXPECT_THAT(ReadFile(entry), AllOf(StartsWith("quenmar seen file 1\npath: "),
+                                     HasSubstr("a.conf\ndate: 2"), EndsWith("\n\n" + bytes)));
   const Path here = fs::current_path();
   fs::current_path(folder_ / "conf");
   EXPECT_EQ(Found("a.conf"), bytes);
