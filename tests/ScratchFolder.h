@@ -10,8 +10,8 @@ namespace quenmar {
 /// A new, empty folder of its own for one test, removed with all it holds when the test is over.
 class ScratchFolder {
  public:
-  explicit ScratchFolder(
-      const std::filesystem::path& parent = std::filesystem::temp_directory_path())
+  ScratchFolder() : ScratchFolder(std::filesystem::temp_directory_path()) {}
+  explicit ScratchFolder(const std::filesystem::path& parent)
       : path_(parent / ("quenmar-test-" + std::to_string(std::random_device()()) + "-" +
                         std::to_string(std::random_device()()))) {
     std::filesystem::create_directory(path_);
