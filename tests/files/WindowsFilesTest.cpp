@@ -138,7 +138,11 @@ TEST_F(WindowsFiles, PathsMayBeLong) {
   EXPECT_TRUE(trouble.empty());
   ASSERT_EQ(entries.size(), 1U);
   EXPECT_EQ(entries[0].name, "a.CONF");
-  std::filesystem::remove_all(prefix + folder_.Folder().native());
+  ::DeleteFileW((prefix + folder.native() + L"\\copy").c_str());
+  for (::DeleteFileW((prefix + file.native()).c_str()); folder != folder_.Folder();
+       folder = folder.parent_path()) {
+    ::RemoveDirectoryW((prefix + folder.native()).c_str());
+  }
 }
 
 TEST_F(WindowsFiles, OneFolderHasSeveralNames) {
