@@ -29,10 +29,8 @@ void Collect(const QWidget* window, Texts& texts) {
     // The toolkit's, or in its words.
     if (control->objectName() == "dragComments") continue;
     if (qobject_cast<const QTabBar*>(control->parentWidget()) != nullptr) continue;
-    const QString place = QString("%1: %2 %3 %4 ")
-                              .arg(window->objectName())
-                              .arg(i)
-                              .arg(control->metaObject()->className(), control->objectName());
+    const QString place =
+        window->objectName() + QString(": %1 ").arg(i) + control->objectName() + ' ';
     for (const char* const kind : {"windowTitle", "title", "text", "placeholderText", "toolTip",
                                    "accessibleName", "accessibleDescription"}) {
       const bool data = ShowsData(control) && qstrcmp(kind, "toolTip") != 0;

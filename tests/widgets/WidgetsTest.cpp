@@ -20,7 +20,7 @@ using namespace message_style;
 
 namespace {
 
-/// @return how well text can be told from its background; 4.5 is enough.
+/// @return the contrast of a text with its background, of which 4.5 is enough.
 double Contrast(const QColor& one, const QColor& other) {
   const auto light = [](const QColor& colour) {
     const auto part = [](double value) {
