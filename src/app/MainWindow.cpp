@@ -229,7 +229,7 @@ void Main::SetFolders(const std::optional<Folders>& folders) {
   // A box that stays empty has no new text to judge.
   if (!distribution.isEmpty()) distribution_->SetFolder(distribution);
   if (!server.isEmpty()) server_->SetFolder(server);
-  seen_ = LookAtFolders();
+  checks_ = LookAtFolders();
   ShowOverview();
 }
 
@@ -246,8 +246,8 @@ Main::FolderChecks Main::LookAtFolders() const {
 }
 
 void Main::Judge(FolderBox& box) {
-  seen_ = LookAtFolders();
-  const FolderCheck check = &box == distribution_ ? seen_.distribution : seen_.server;
+  checks_ = LookAtFolders();
+  const FolderCheck check = &box == distribution_ ? checks_.distribution : checks_.server;
   Take(check);
   ShowOverview();
   Refuse(box, check);
@@ -259,7 +259,7 @@ void Main::Reread() {
     return;
   }
   const FolderChecks now = LookAtFolders();
-  const FolderChecks before = std::exchange(seen_, now);
+  const FolderChecks before = std::exchange(checks_, now);
   if (now == before) {
     overview_->Refresh();
     return;
@@ -313,7 +313,7 @@ void Main::ShowOverview() {
 
 QString Main::WhyNothingIsShown() const {
   for (const auto& [box, check] :
-       {std::pair(distribution_, &seen_.distribution), std::pair(server_, &seen_.server)}) {
+       {std::pair(distribution_, &checks_.distribution), std::pair(server_, &checks_.server)}) {
     if (box->Folder().isEmpty() || !check->message) continue;
     return ToQString(FinishedText(language_.Text(*check->message), {check->placeholder}));
   }
@@ -322,9 +322,9 @@ QString Main::WhyNothingIsShown() const {
 
 void Main::FollowDisk() {
   const FolderChecks now = LookAtFolders();
-  const bool tells = now.distribution.message != seen_.distribution.message ||
-                     now.server.message != seen_.server.message;
-  if (!tells || isActiveWindow()) Reread();
+  const bool newMessage = now.distribution.message != checks_.distribution.message ||
+                          now.server.message != checks_.server.message;
+  if (!newMessage || isActiveWindow()) Reread();
 }
 
 void Main::Refuse(FolderBox& box, const FolderCheck& check) {

@@ -118,7 +118,7 @@ class Main : public QWidget {
   FolderPicker picker_;
   Options options_;
   SeenFiles seenFiles_;   ///< the distribution's files as they were
-  FolderChecks seen_;     ///< as they were when list and buttons were set last
+  FolderChecks checks_;   ///< as they were when list and buttons were set last
   QString listedFolder_;  ///< whose files are listed
   bool busy_ = false;     ///< a command or the folder picker is at work
 

@@ -238,7 +238,7 @@ void PrintReport(const FileReport& report, const Language& language, std::ostrea
     lines.Print(kRed, "obsolete", setting.name, OrQuotes(setting.value));
   }
   lines.PrintSeries(kGreen, "new     ", report.newSeries);
-  lines.PrintSeries(kRed, "gone    ", report.release.withdrawn);
+  lines.PrintSeries(kRed, "withdrawn", report.release.withdrawn);
   lines.PrintSeries(kPlain, "own     ", OwnEntries(report));
   for (const ShownFinding& finding : ShownFindings(report, language)) {
     const bool save = std::string_view(finding.kind) == "save";

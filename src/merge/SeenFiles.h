@@ -11,8 +11,9 @@
 namespace quenmar {
 
 /// The distribution's files as they were when the server's files were saved last, in a folder of
-/// the user's own. Each is an entry named after the absolute path of the server's file; its first
-/// lines name that path and the date on which it was kept, the file's bytes follow.
+/// the user's own. Each is an entry named after the absolute path of the server's file, whose folder
+/// is the one behind links; its first lines name that path and the date on which it was kept, the
+/// file's bytes follow.
 ///
 /// Looking something up never writes. Nothing is kept in a folder of configuration files.
 class SeenFiles {
@@ -28,8 +29,8 @@ class SeenFiles {
   /// where none was. Throws `FileError` when the entry cannot be read.
   [[nodiscard]] std::optional<ConfFile> Find(const Path& server) const;
 
-  /// The same, for a program that looks up many files: a folder that cannot be read is reported the
-  /// first time only.
+  /// Finds the same without an exception. That the folder cannot be read is reported the first time
+  /// only, as a program may look up many files.
   [[nodiscard]] OldFile Look(const Path& server);
 
   /// Keeps the distribution's file for the server's, replacing an older one wholly or not at all.

@@ -46,7 +46,7 @@ TEST_F(ReleaseTest, IsKnownAfterASave) {
   EXPECT_THAT(out_, HasSubstr("  changed  slots   9  (distribution: 1)\n"
                               "  default  xp      100 -> 150  (yours: 100)\n"
                               "  both     gold    5 -> 6  (yours: 7)\n"
-                              "  gone     npc: x\n"));
+                              "  withdrawn npc: x\n"));
   EXPECT_THAT(out_, HasSubstr("0 inactive, 1 default, 1 both\n"));
   EXPECT_THAT(out_, Not(HasSubstr("own  ")));
   EXPECT_THAT(out_, Not(HasSubstr("Old version")));
