@@ -248,12 +248,15 @@ class MergeAll {
   int failed_ = 0;  // files and requests
 };
 
-/// Throws `CommandTrouble` when the folder of the old release is certainly another one.
+/// Throws `CommandTrouble` where the folder of the old release has nothing to take defaults by.
 void RequireOldRelease(const MergeArguments& arguments) {
   RequireFolder(*arguments.base);
-  std::vector<Path> files = ListConfFiles(arguments.distribution);
-  if (!arguments.all) files.push_back(ArgumentPath(arguments.file));
-  RequireOneOf(files, *arguments.base);
+  if (arguments.all) {
+    RequireOneOf(ListConfFiles(arguments.distribution), *arguments.base);
+    return;
+  }
+  const Path file = ArgumentPath(arguments.file);
+  if (!IsMissing(FileIn(arguments.server, file))) RequireOneOf({file}, *arguments.base);
 }
 
 }  // namespace

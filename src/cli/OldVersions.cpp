@@ -18,7 +18,9 @@ std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file)
 void RequireOneOf(const std::vector<Path>& files, const Path& base) {
   const auto isMissing = [&base](const Path& file) { return IsMissing(base / file); };
   if (!std::all_of(files.begin(), files.end(), isMissing)) return;
-  throw CommandTrouble(ToUtf8(PathText(base)) + " has none of the distribution's files");
+  throw CommandTrouble(
+      ToUtf8(PathText(base) + (files.size() == 1 ? u" has no " + PathText(files.front())
+                                                 : u" has none of the distribution's files")));
 }
 
 void ReportUnknown(const std::vector<Path>& files, const std::optional<Path>& base,

@@ -18,8 +18,7 @@ inline constexpr const char* kOldUnknown =
 /// Throws `CommandTrouble` when that is not a folder.
 [[nodiscard]] std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file);
 
-/// Throws `CommandTrouble` when the folder has none of the files, so that it is not the folder of
-/// an old release.
+/// Throws `CommandTrouble` when the folder has none of the files, which are to be merged.
 void RequireOneOf(const std::vector<Path>& files, const Path& base);
 
 /// Prints one line about the files of the server whose old version is not known, if there are any.

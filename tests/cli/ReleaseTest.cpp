@@ -101,17 +101,23 @@ TEST_F(ReleaseTest, ABaseIsAFolderThatMayLackFiles) {
   EXPECT_EQ(Merge({"--base", At("server/a.conf")}), kTrouble);
   std::filesystem::create_directory(folder_ / "base");
   EXPECT_EQ(Merge({"--take-defaults", "--base", At("base")}), kTrouble);
-  EXPECT_EQ(err_, "quenmarctl: " + At("base") + " has none of the distribution's files\n");
+  EXPECT_EQ(err_, "quenmarctl: " + At("base") + " has no a.conf\n");
   EXPECT_FALSE(std::filesystem::exists(folder_ / "server/a.conf.bak"));
   Check({"--base", At("base")});
   EXPECT_EQ(err_, "quenmarctl: " + At("base") + " has no a.conf\n");
   for (const char* const name : {"base/b.conf", "dist/b.conf", "dist/c.conf", "server/c.conf"}) {
     Write(name, "b: 1\r\n");
   }
-  EXPECT_EQ(Merge({"--take-defaults", "--base", At("base"), "--dry-run"}), kNothingToDo);
-  EXPECT_EQ(err_, "quenmarctl: " + At("base") + " has no a.conf\n");
-  Run({"merge", At("dist"), At("server"), "--all", "--base", At("base"), "--dry-run"});
+  std::vector<std::string> all = {"merge", At("dist"), At("server"), "--all", "--take-defaults"};
+  all.insert(all.end(), {"--dry-run", "--base", At("base")});
+  EXPECT_EQ(Run(all), kNothingToDo);
   EXPECT_EQ(err_, "quenmarctl: " + At("base") + " lacks 2 files, such as a.conf\n");
+  all.back() = At("server");
+  EXPECT_EQ(Run(all), kNothingToDo);
+  EXPECT_EQ(err_, "");
+  all.back() = At("");
+  EXPECT_EQ(Run(all), kTrouble);
+  EXPECT_THAT(err_, HasSubstr(" has none of the distribution's files\n"));
   Write("base/a.conf", "\xFF\xFE");
   EXPECT_EQ(Merge({"--base", At("base")}), kTrouble);
   EXPECT_EQ(Check({"--base", At("base")}), kTrouble);
