@@ -147,6 +147,7 @@ class OverviewTest : public MainFixture {
     QTRY_COMPARE(changed(), QString());
     Write("dist/b.conf", "b: 1\r\n");
     QTRY_COMPARE(Table()->model()->rowCount(), 3);
+    QCOMPARE(Row(0), "a.conf|differs||||||+1|");  // known rows keep their reports
     QCOMPARE(Selected(), "a.conf");
 
     // Even where time and size stay the same.
