@@ -52,7 +52,7 @@ class FileTable : public QTableView {
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
     if (action != MoveHome && action != MoveEnd) return QTableView::moveCursor(action, modifiers);
     const int row = action == MoveHome ? 0 : model()->rowCount() - 1;
-    return model()->index(row, currentIndex().column());
+    return model()->index(row, std::max(0, currentIndex().column()));
   }
 };
 

@@ -7,9 +7,22 @@ import subprocess
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
 
-from display import wait_for, xdotool  # noqa: E402
+import display  # noqa: E402
+from display import xdotool  # noqa: E402
+
+
+def wait_for(what, condition):
+    """Waits until condition() gives something true. What goes while it is looked at is not there."""
+
+    def look():
+        try:
+            return condition()
+        except GLib.GError:
+            return None
+
+    return display.wait_for(what, look)
 
 
 class Control:

@@ -11,8 +11,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-from desktop import Program
-from display import wait_for, xdotool
+from desktop import Program, wait_for
+from display import xdotool
 from users import CURRENT, MAIN, NEW, OBSOLETE, Keyboard, Mouse, answer, apply_and_close
 
 

@@ -13,11 +13,12 @@ import sys
 import tempfile
 from pathlib import Path
 
-from desktop import Program
-from display import wait_for, xdotool
+from desktop import Program, wait_for
+from display import xdotool
 from users import CURRENT, MAIN, Keyboard, apply_and_close
 
 COLUMNS = ("File", "State", "New", "Changed", "Inactive", "Obsolete", "Defaults")
+CHOICES = ("All", "Only changed", "Changed by the release")
 
 
 class Console:
@@ -70,11 +71,17 @@ def expect_rows(program, window, shown, hidden):
 
 
 def filter_by(user, window, choice, shown, hidden):
-    """Lets the bar to find settings show only one kind of them."""
+    """Lets the bar to find settings show only one kind of them, which is on its list."""
     xdotool("key", "ctrl+f", "ctrl+a", "BackSpace", "Tab")
-    wait_for("the choice", lambda: any(
-        c.role == "combo box" and c.has("FOCUSED") for c in user.program.active(window).showing()))
-    xdotool("type", choice.split()[0])
+
+    def chosen():
+        boxes = [c for c in user.program.active(window).showing() if c.role == "combo box"]
+        box = next(c for c in boxes if c.name in CHOICES)
+        if box.has("FOCUSED") and box.name != choice:
+            xdotool("key", "Down")
+        return box.name == choice
+
+    wait_for(choice, chosen)
     expect_rows(user.program, window, shown, hidden)
 
 
@@ -84,8 +91,9 @@ def upkeep(user, mine, console):
     program = user.program
     choose_layout(user, "Keep this file's comments")
     wait_for_cell(program, "char.conf", "Changed", "9")
-    for files in (("events.conf", "network.conf"), ("world.conf", "char.conf")):
-        program.find(MAIN, "table column header", "Changed").click()
+    # At two places, or it could be a double click.
+    for x, files in ((15, ("events.conf", "network.conf")), (35, ("world.conf", "char.conf"))):
+        program.find(MAIN, "table column header", "Changed").click(x)
         wait_for_order(program, *files)
     program.tab_to(MAIN, "table", "Config File:")
     xdotool("key", "ctrl+Home", "Down", "ctrl+Return")

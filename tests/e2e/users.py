@@ -1,6 +1,7 @@
 """Two users of the windows, one with a mouse and one with a keyboard, and what both do in every job."""
 
-from display import wait_for, xdotool
+from desktop import wait_for
+from display import xdotool
 
 MAIN = "Talsk/Orvanth .conf Editor"  # the title of message boxes, too
 NEW = "[x] New Settings / [ ] optional settings:"
