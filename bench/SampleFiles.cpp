@@ -45,8 +45,10 @@ SampleFiles MakeSampleFiles(int settings) {
     }
     if (!onlyDistribution) {
       if (!onlyServer && i % 25 != 24) AppendComment(files.server, i);
-      const std::string remark = i % 15 == 0 ? " // our own" : "";
-      AppendSetting(files.server, NameOf(i), (i % 3 == 0 ? value + "0" : value).append(remark));
+      std::string ours = value;
+      if (i % 3 == 0) ours += '0';
+      if (i % 15 == 0) ours += " // our own";
+      AppendSetting(files.server, NameOf(i), ours);
     }
     if (i % 25 == 0) {
       const std::string script = "npc/town/guard_" + std::to_string(i) + ".txt";

@@ -84,15 +84,21 @@ QStringList DefaultNames(const FileReport& report) {
   return names;
 }
 
+/// @return the entries of the distribution alone and of the server alone; of these, those that the
+/// release has withdrawn have the sign of the windows.
 QStringList SeriesNames(const FileReport& report) {
   QStringList names;
-  const auto add = [&names](const char* sign, const std::vector<SeriesEntry>& entries) {
-    for (const SeriesEntry& entry : entries) {
-      names << sign + ToQString(entry.type) + ": " + ToQString(entry.name);
-    }
+  const auto line = [](const SeriesEntry& entry) {
+    return ToQString(entry.type) + ": " + ToQString(entry.name);
   };
-  add("+ ", report.newSeries);
-  add("- ", report.obsoleteSeries);
+  for (const SeriesEntry& entry : report.newSeries) names << "+ " + line(entry);
+  for (const SeriesEntry& entry : report.obsoleteSeries) {
+    const auto& withdrawn = report.release.withdrawn;
+    const bool marked =
+        std::any_of(withdrawn.begin(), withdrawn.end(),
+                    [&entry](const SeriesEntry& other) { return other.name == entry.name; });
+    names << "- " + line(entry) + (marked ? ' ' + ToQString(kWithdrawnMark) : QString());
+  }
   return names;
 }
 

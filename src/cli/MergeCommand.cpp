@@ -207,7 +207,12 @@ class MergeAll {
   /// A file that the server lacks is merged when the user wants it.
   [[nodiscard]] bool Wants(const Path& file) const {
     if (!IsMissing(FileIn(arguments_.server, file))) return true;
-    if (arguments_.dryRun) return context_.messages.AnswersYes();
+    if (arguments_.dryRun) {
+      if (context_.messages.AnswersYes()) return true;
+      context_.streams.out << Printable(PathText(file))
+                           << ":\nthe server has no such file, which --yes would merge\n";
+      return false;
+    }
     context_.messages.SetSubject(file);
     return ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
                        message_style::kYesNo | message_style::kQuestion,

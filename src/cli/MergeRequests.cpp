@@ -29,9 +29,9 @@ String ValidText(const std::string& argument, const char* option) {
 }  // namespace
 
 void MergeRequests::Apply(FileMerge& merge) {
-  merge.Restore(arguments_.restoreAll
-                    ? NamesIn(merge.Tree(List::kDeleted))
-                    : Known(arguments_.restore, merge.Tree(List::kDeleted), "obsolete"));
+  const Document& obsolete = merge.Tree(List::kDeleted);
+  const Names chosen = Known(arguments_.restore, obsolete, "obsolete");
+  merge.Restore(arguments_.restoreAll ? NamesIn(obsolete) : chosen);
   Add(merge);
   Remove(merge);
   taken_.clear();

@@ -59,7 +59,8 @@ struct Waiting {
 
 class Comparison {
  public:
-  Comparison(const ConfFile& before, const ConfFile& after, StringView series) {
+  Comparison(const ConfFile& before, const ConfFile& after, StringView series)
+      : sameBytes_(before.Charset() == after.Charset()) {
     after.ForEachLine(series, [&](const ConfLine& line) { TakeNew(after, line); });
     before.ForEachLine(series, [&](const ConfLine& line) { TakeOld(before, line); });
     for (const auto& [comment, count] : newComments_) result_.addedCommentLines += count;
@@ -81,13 +82,16 @@ class Comparison {
     return std::move(result_);
   }
 
+  /// @return whether the file has blank lines, of which the program's own form has none.
+  [[nodiscard]] bool HadBlankLines() const { return hadBlankLines_; }
+
  private:
   void TakeNew(const ConfFile& file, const ConfLine& line) {
     if (line.IsEntry()) {
       new_.push_back(ToEntry(file, line));
       ++waiting_[new_.back().key].newLines;
     } else if (line.kind != ConfLine::Kind::kBlank) {
-      ++newComments_[line.text];
+      ++newComments_[CommentKey(file, line)];
     }
   }
 
@@ -97,13 +101,19 @@ class Comparison {
       old_.push_back(ToEntry(file, line));
       waiting_[old_.back().key].In(line.commented).push_back(old_.size() - 1);
     } else if (line.kind == ConfLine::Kind::kBlank) {
-      result_.reformatted = true;
-    } else if (const auto same = newComments_.find(line.text);
+      hadBlankLines_ = true;
+    } else if (const auto same = newComments_.find(CommentKey(file, line));
                same != newComments_.end() && same->second > 0) {
       --same->second;
     } else {
       ++result_.lostCommentLines;
     }
+  }
+
+  /// @return what comments are compared by: their bytes or, in two character sets, their texts.
+  std::string_view CommentKey(const ConfFile& file, const ConfLine& line) {
+    if (sameBytes_) return line.text;
+    return texts_.emplace_back(ToUtf8(file.Text(line.text)));
   }
 
   /// Of several new lines of one key each continues one of its own state first. A single one
@@ -162,36 +172,60 @@ class Comparison {
   std::vector<Entry> new_;
   std::vector<std::optional<size_t>> partners_;  // of the new entries among the old ones
   std::map<Key, Waiting> waiting_;
+  bool hadBlankLines_ = false;
+  bool sameBytes_;  // both files have one character set
+  std::deque<std::string> texts_;
   std::map<std::string_view, int> newComments_;  // how many there are of each
   SaveChanges result_;
 };
 
-/// @return whether a line ends otherwise than in CR LF.
-bool HasOtherEnds(const ConfFile& file) {
+/// Which kinds of line ends a file has.
+struct LineEnds {
+  bool crLf = false;
+  bool other = false;
+};
+
+LineEnds EndsOf(const ConfFile& file) {
+  LineEnds ends;
   ConfLines lines(file.Body());
   for (std::string_view line; lines.Next(line);) {
-    if (lines.End() != LineEnd::kCrLf && lines.End() != LineEnd::kNone) return true;
+    if (lines.End() == LineEnd::kNone) continue;
+    (lines.End() == LineEnd::kCrLf ? ends.crLf : ends.other) = true;
   }
-  return false;
+  return ends;
+}
+
+/// Layouts that keep lines change the file as a whole only where they take another file's lines.
+void ListEffectsOfLayout(const ConfFile& before, const ConfFile& after, SaveChanges& changes) {
+  const LineEnds now = EndsOf(before);
+  const LineEnds then = EndsOf(after);
+  changes.otherLineEnds = now.other && !then.other && then.crLf;
+  changes.lineFeeds = now.crLf && !then.crLf && then.other;
+  if (before.Bytes().empty()) return;
+  changes.markComes = after.Encoding().mark && !before.Encoding().mark;
+  const bool fits = before.Encoding().ascii || after.Encoding().ascii;
+  if (!fits && before.Charset() != after.Charset()) changes.newCharset = after.Charset();
 }
 
 }  // namespace
 
 bool SaveChanges::Empty() const {
   return changes.empty() && lostCommentLines == 0 && addedCommentLines == 0 && !reordered &&
-         !reformatted && !otherLineEnds && !markGoes;
+         !reformatted && !otherLineEnds && !lineFeeds && !markGoes && !markComes && !newCharset;
 }
 
 SaveChanges ListSaveChanges(const ConfFile& before, const ConfFile& after, StringView series,
                             Layout layout) {
   if (before.Bytes() == after.Bytes()) return {};
-  SaveChanges changes = Comparison(before, after, series).Result();
+  Comparison comparison(before, after, series);
+  SaveChanges changes = comparison.Result();
   changes.markGoes = before.Encoding().mark && !after.Encoding().mark;
-  if (layout != Layout::kSettings) {
-    changes.reformatted = false;
-    changes.otherLineEnds = HasOtherEnds(before) && !HasOtherEnds(after);
+  if (layout == Layout::kSettings) {
+    changes.reformatted |= comparison.HadBlankLines();
+  } else {
+    ListEffectsOfLayout(before, after, changes);
   }
-  changes.reformatted |= changes.Empty();  // such as another character set
+  changes.reformatted |= changes.Empty();  // such as blank lines
   return changes;
 }
 
@@ -200,8 +234,15 @@ std::vector<String> WholeFileEffects(const SaveChanges& changes, const Language&
   for (const auto& [holds, key] : {std::pair(changes.reordered, Message::kOrderChanges),
                                    std::pair(changes.reformatted, Message::kLinesReformatted),
                                    std::pair(changes.otherLineEnds, Message::kLineEndsChange),
-                                   std::pair(changes.markGoes, Message::kMarkGoes)}) {
+                                   std::pair(changes.lineFeeds, Message::kLineEndsBecomeLf),
+                                   std::pair(changes.markGoes, Message::kMarkGoes),
+                                   std::pair(changes.markComes, Message::kMarkComes)}) {
     if (holds) effects.push_back(FinishedText(language.Text(key)));
+  }
+  if (changes.newCharset) {
+    const bool utf8 = *changes.newCharset == ConfCharset::kUtf8;
+    effects.push_back(
+        FinishedText(language.Text(Message::kCharsetChanges), {utf8 ? u"UTF-8" : u"Windows-1252"}));
   }
   return effects;
 }

@@ -1,6 +1,7 @@
 /// What a save would change in a file that is on the disk.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "conf/ConfFile.h"
@@ -29,13 +30,16 @@ struct SaveChange {
 };
 
 struct SaveChanges {
-  std::vector<SaveChange> changes;  ///< in the order of the new file, what is removed last
-  int lostCommentLines = 0;         ///< comment lines that the new file does not have
-  int addedCommentLines = 0;        ///< comment lines that only the new file has
-  bool reordered = false;           ///< lines that stay come in another order
-  bool reformatted = false;         ///< other blanks in lines that stay, blank lines that go
-  bool otherLineEnds = false;       ///< not every line ends in CR LF yet
-  bool markGoes = false;            ///< the file begins with a byte order mark
+  std::vector<SaveChange> changes;        ///< in the order of the new file, what is removed last
+  int lostCommentLines = 0;               ///< comment lines that the new file does not have
+  int addedCommentLines = 0;              ///< comment lines that only the new file has
+  bool reordered = false;                 ///< lines that stay come in another order
+  bool reformatted = false;               ///< other blanks in lines that stay, blank lines that go
+  bool otherLineEnds = false;             ///< not every line ends in CR LF yet
+  bool lineFeeds = false;                 ///< lines end in LF from now on, and did not all before
+  bool markGoes = false;                  ///< the file begins with a byte order mark
+  bool markComes = false;                 ///< the new file begins with one
+  std::optional<ConfCharset> newCharset;  ///< the one of the new file, where it is another one
 
   /// @return whether the bytes of the file stay as they are.
   [[nodiscard]] bool Empty() const;

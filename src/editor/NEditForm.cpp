@@ -250,7 +250,7 @@ void NEditForm::LoadGrid() {
 }
 
 void NEditForm::LoadSeries() {
-  series_->Load(Merge().Series());
+  Load(series_);
   mode_ = LayoutModeOf(series_->UsedTabs() > 0, xEDG_->Grid().Rows());
   find_->Action()->setEnabled(mode_ != LayoutMode::kSeries);
   LayOut();

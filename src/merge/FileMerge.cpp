@@ -469,7 +469,11 @@ bool FileMerge::Save(const SavePlan& plan) {
   if (!writer.SaveBytes(opened_, plan.bytes)) return false;
   history_.MarkSaved();
   KeepSeen();
-  for (auto& [name, setting] : onServer_) setting.activeInFile = IsWantedActive(name);
+  for (auto& [name, setting] : onServer_) {
+    setting.activeInFile = IsWantedActive(name);
+    // A new value has made it active, which it stays, also with its first value.
+    if (setting.activeInFile && !setting.active) switched_[name] = true;
+  }
   if (request_.purpose == Purpose::kEdit) RememberSaved();
   return true;
 }

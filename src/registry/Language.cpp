@@ -161,6 +161,10 @@ constexpr auto kEntries = std::to_array<Entry>({
     {Message::kDefaultMark, u"LNG114", u"the release has changed this default"},
     {Message::kBothMark, u"LNG115", u"you and the release have both changed this"},
     {Message::kNotRemembered, u"LNG116", u"The distribution's file could not be remembered: %1"},
+    {Message::kLineEndsBecomeLf, u"LNG117", u"line ends become LF"},
+    {Message::kMarkComes, u"LNG118", u"a byte order mark comes"},
+    {Message::kCharsetChanges, u"LNG119", u"the character set becomes %1"},
+    {Message::kEntryWithdrawn, u"LNG120", u"the release has withdrawn this entry"},
 });
 
 /// A message's number is its place in the table.

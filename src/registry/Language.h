@@ -126,10 +126,14 @@ enum class Message {
   kDefaultMark,
   kBothMark,
   kNotRemembered,
+  kLineEndsBecomeLf,
+  kMarkComes,
+  kCharsetChanges,
+  kEntryWithdrawn,
 };
 
 /// How many messages there are.
-inline constexpr size_t kMessages = static_cast<size_t>(Message::kNotRemembered) + 1;
+inline constexpr size_t kMessages = static_cast<size_t>(Message::kEntryWithdrawn) + 1;
 
 /// Every caption and message that the user sees, so that a translation needs no new build.
 ///

@@ -125,7 +125,7 @@ void frmUpdaterX::ConnectFindBar() {
 }
 
 void frmUpdaterX::FillSeries() {
-  series_->Load(Merge().Series());
+  Load(series_);
   series_->setVisible(series_->UsedTabs() > 0);
 }
 

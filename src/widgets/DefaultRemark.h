@@ -15,4 +15,7 @@ namespace quenmar {
 /// @return the old default alone, in words.
 [[nodiscard]] String OldDefaultRemark(const DefaultChange& change, const Language& language);
 
+/// The sign of a series entry that the release has withdrawn and that is still on.
+inline constexpr StringView kWithdrawnMark = u"\u25CB";  // a circle
+
 }  // namespace quenmar

@@ -10,7 +10,9 @@
 #include <utility>
 
 #include "conf/Functions.h"
+#include "widgets/DefaultRemark.h"
 #include "widgets/QtText.h"
+#include "widgets/SeriesTabs.h"
 
 namespace quenmar {
 
@@ -48,6 +50,13 @@ void FileWindow::Step(void (FileMerge::*step)()) {
   (context_.merge.*step)();
   ShowMerge();
   ShowChanged();
+}
+
+void FileWindow::Load(SeriesTabs* series) const {
+  series->Load(Merge().Series());
+  std::vector<String> withdrawn;
+  for (const SeriesEntry& entry : Merge().WithdrawnEntries()) withdrawn.push_back(entry.name);
+  series->Mark(withdrawn, kWithdrawnMark, Text(Message::kEntryWithdrawn));
 }
 
 std::int16_t FileWindow::Changed() const {

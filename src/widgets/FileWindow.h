@@ -11,6 +11,8 @@ class QPlainTextEdit;
 
 namespace quenmar {
 
+class SeriesTabs;
+
 /// What the windows on one configuration file have in common: Apply, undo and redo, closing with
 /// and without unsaved changes, and that Enter presses no button but the one that has the focus.
 class FileWindow : public QDialog {
@@ -55,6 +57,9 @@ class FileWindow : public QDialog {
   void ShowMenu(QMenu& menu, QPoint place);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
+
+  /// Fills the series, with a sign behind those that the release has withdrawn.
+  void Load(SeriesTabs* series) const;
 
   /// What Apply does: asks, with the warnings in the question and the changes as its details, saves
   /// the server's file, and then has no unsaved changes.

@@ -43,6 +43,11 @@ QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) 
   return nullptr;
 }
 
+/// @return the caption of the button, in the toolkit's words, which it translates.
+QString DetailsCaption(bool shown) {
+  return shown ? QMessageBox::tr("Hide Details...") : QMessageBox::tr("Show Details...");
+}
+
 }  // namespace
 
 MessageText::MessageText(const QString& text, LineWrapMode mode) {
@@ -125,19 +130,18 @@ void MessageDialog::AddDetails(const QString& details) {
   // Lines of files are read best unwrapped, below each other.
   details_ = new MessageText(details, QPlainTextEdit::NoWrap);
   details_->setObjectName("messageDetails");
-  if (DiffColours::IsDiff(details)) new DiffColours(details_);
+  const bool shown = DiffColours::IsDiff(details);  // what the question is about
+  if (shown) new DiffColours(details_);
   details_->setAccessibleName(text_->accessibleName());
   details_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   details_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  details_->hide();
-  // In the toolkit's words, which it translates.
-  auto* const button =
-      buttons_->addButton(QMessageBox::tr("Show Details..."), QDialogButtonBox::ActionRole);
+  if (!shown) details_->hide();
+  auto* const button = buttons_->addButton(DetailsCaption(shown), QDialogButtonBox::ActionRole);
   button->setObjectName("showDetails");
   connect(button, &QPushButton::clicked, this, [this, button] {
     const bool show = details_->isHidden();
     details_->setVisible(show);
-    button->setText(show ? QMessageBox::tr("Hide Details...") : QMessageBox::tr("Show Details..."));
+    button->setText(DetailsCaption(show));
     Fit();
     FitToScreen(this);
   });

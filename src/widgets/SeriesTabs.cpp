@@ -9,6 +9,12 @@
 
 namespace quenmar {
 
+namespace {
+
+constexpr int kName = Qt::UserRole;  // the entry without a sign behind it
+
+}  // namespace
+
 SeriesTabs::SeriesTabs(QWidget* parent) : QTabWidget(parent) {
   setObjectName("TSeries");
   setUsesScrollButtons(true);
@@ -54,7 +60,9 @@ void SeriesTabs::Load(const SeriesGroups& groups) {
     setTabText(index, ToCaption(caption));
     list->setAccessibleName(ToQString(caption));
     for (int item = 0; used && item < groups.ItemCount(index); ++item) {
-      auto* const entry = new QListWidgetItem(ToQString(groups.List(index, item)), list);
+      const QString name = ToQString(groups.List(index, item));
+      auto* const entry = new QListWidgetItem(name, list);
+      entry->setData(kName, name);
       entry->setFlags(entry->flags() | Qt::ItemIsUserCheckable);
       entry->setCheckState(groups.Selected(index, item) ? Qt::Checked : Qt::Unchecked);
     }
@@ -74,8 +82,24 @@ void SeriesTabs::ShowChecks(const SeriesGroups& groups) {
   loading_ = false;
 }
 
+void SeriesTabs::Mark(const std::vector<String>& names, StringView sign, const QString& remark) {
+  loading_ = true;
+  for (QListWidget* const list : lists_) {
+    for (int row = 0; row < list->count(); ++row) {
+      QListWidgetItem* const entry = list->item(row);
+      const QString name = entry->data(kName).toString();
+      if (std::find(names.begin(), names.end(), FromQString(name)) == names.end()) continue;
+      entry->setText(name + "  " + ToQString(sign));
+      entry->setToolTip(ToToolTip(remark));
+      entry->setData(Qt::AccessibleTextRole, name);
+      entry->setData(Qt::AccessibleDescriptionRole, remark);
+    }
+  }
+  loading_ = false;
+}
+
 String SeriesTabs::Item(int group, int item) const {
-  return FromQString(lists_[group]->item(item)->text());
+  return FromQString(lists_[group]->item(item)->data(kName).toString());
 }
 
 }  // namespace quenmar

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTabWidget>
+#include <vector>
 
 #include "conf/SeriesGroups.h"
 
@@ -25,7 +26,10 @@ class SeriesTabs : public QTabWidget {
 
   [[nodiscard]] const QList<QListWidget*>& Lists() const { return lists_; }
 
-  /// @return the text of an item.
+  /// Shows a sign behind these entries, and a remark in their tool tips.
+  void Mark(const std::vector<String>& names, StringView sign, const QString& remark);
+
+  /// @return the entry of an item, without a sign.
   [[nodiscard]] String Item(int group, int item) const;
 
   /// Makes every list so large, centred in its tab, or as large as the tab when that is smaller.

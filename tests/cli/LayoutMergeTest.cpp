@@ -61,6 +61,8 @@ TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
   EXPECT_FALSE(Exists("server/a.conf.bak"));
   EXPECT_EQ(Merge({"--restore-all", "--switch-off", "note"}), kTrouble);
   EXPECT_THAT(err_, HasSubstr("it would be a comment"));
+  EXPECT_EQ(Merge({"--restore-all", "--restore", "none"}), kTrouble);
+  EXPECT_THAT(err_, HasSubstr("none is not among the obsolete settings"));
   EXPECT_EQ(Merge({"--restore", "note", "--dry-run"}), kNothingToDo);
   EXPECT_EQ(out_, "removed        old: 3\ncomment lines lost: 1\n");
   EXPECT_EQ(Check(), kDifferences);
@@ -85,7 +87,8 @@ TEST_F(LayoutMergeTest, MergesAllFiles) {
   Write("dist/d.conf", "x: 1\r\n");
   EXPECT_EQ(Merge({"--add-mandatory", "--set", "x=3", "--dry-run"}, "--all"), kTrouble);
   EXPECT_THAT(out_, AllOf(HasSubstr("b.conf:\nchanged        x: 2 -> 3\n"),
-                          HasSubstr("added          fresh: 7\n"), Not(HasSubstr("d.conf")),
+                          HasSubstr("added          fresh: 7\n"),
+                          HasSubstr("d.conf:\nthe server has no such file"),
                           HasSubstr("Sum of 3 files: 2 changed, 0 unchanged, 1 failed\n")));
   EXPECT_EQ(Read("server/b.conf"), "x: 2\r\n");
 

@@ -14,8 +14,9 @@ namespace {
 constexpr StringView kSeries = u"{npc}{map}";
 
 SaveChanges ChangesOf(std::string_view before, std::string_view after,
-                      ConfCharset charset = ConfCharset::kUtf8) {
-  return ListSaveChanges({{}, std::string(before)}, {{}, std::string(after), charset}, kSeries);
+                      ConfCharset charset = ConfCharset::kUtf8, Layout layout = Layout::kSettings) {
+  return ListSaveChanges({{}, std::string(before)}, {{}, std::string(after), charset}, kSeries,
+                         layout);
 }
 
 /// @return each change as "kind name old>new", with "//" before the name of a commented-out line;
@@ -32,7 +33,10 @@ std::string Words(const SaveChanges& changes) {
   if (changes.reordered) words.emplace_back("order");
   if (changes.reformatted) words.emplace_back("form");
   if (changes.otherLineEnds) words.emplace_back("ends");
+  if (changes.lineFeeds) words.emplace_back("feeds");
   if (changes.markGoes) words.emplace_back("mark");
+  if (changes.markComes) words.emplace_back("new mark");
+  if (changes.newCharset) words.emplace_back("charset");
   EXPECT_EQ(changes.Empty(), words.empty());
   std::string text;
   for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
@@ -71,6 +75,20 @@ TEST(SaveChanges, NoticesWhatEveryByteMeans) {
       {"a: 1\nb: 2\n", "a: 1\r\nb: 3\r\n", "changed b 2>3, ends"}};
   for (const auto& [before, after, changes] : cases) {
     EXPECT_EQ(Words(ChangesOf(before, after)), changes) << before;
+  }
+}
+
+TEST(SaveChanges, OfALayoutThatKeepsLines) {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"a: 1\r\n\r\nb:2\r\n", "a: 1\n", "removed b 2>, feeds"},
+      {"a: 1\n", "a: 1\r\n\r\nb: 2\r\n", "added b >2, ends"},
+      {"a: 1\n", "\xEF\xBB\xBF//\na: 1\n", "new mark"},
+      {"//\xE9\na: \xE9\n", "//\xC3\xA9\na:  \xC3\xA9\n", "form, charset"},
+      {"a: 1\n\n\n", "a: 1\n\n", "form"},
+      {"", "\xEF\xBB\xBF//\na: \xC3\xA9\n", "added a >\xC3\xA9"}};
+  for (const auto& [before, after, changes] : cases) {
+    const SaveChanges found = ChangesOf(before, after, ConfCharset::kUtf8, Layout::kServer);
+    EXPECT_EQ(Words(found), changes) << before;
   }
 }
 

@@ -142,8 +142,9 @@ TEST_F(FileMergeTest, ForgetsTheOldestSteps) {
 
 TEST_F(FileMergeTest, WantsTheStatesOfTheServersFile) {
   // The last character is 1 where "off" is wanted active.
-  for (const std::string script :
-       {"0", "+1", "61", "650", "6-0", "+651", "+-0", "6u0", "6-u1", "db0", "6db1"}) {
+  for (const std::string script : {"0", "+1", "61", "650", "6-0", "+651", "+-0", "6u0", "6-u1",
+                                   "db0", "6db1", "6s51", "6su0", "6sur1"}) {
+    WriteFile(conf_, kServer);
     Open();
     Do(script.substr(0, script.size() - 1));
     EXPECT_EQ(merge_->IsWantedActive(u"off"), script.back() == '1') << script;

@@ -210,6 +210,17 @@ class UpdaterListsTest : public OpenUpdater {
     QCOMPARE(Applied(), "same: 4\r\nmine: 50\r\n//rate: 2\r\nfast: 2\r\n");
   }
 
+  void WithdrawnEntriesAreMarked() {
+    Open("map: b\r\n", "map: a\r\nmap: own\r\n", Layout::kServer, "map: a\r\nmap: b\r\n");
+    auto* const maps = Find<QListWidget>("lstSeries0");
+    QCOMPARE(maps->item(0)->text(), QString("a  \u25CB"));
+    QCOMPARE(maps->item(0)->toolTip(), "the release has withdrawn this entry");
+    QCOMPARE(maps->item(1)->text(), "own");
+    maps->setCurrentRow(1);
+    maps->setCurrentRow(0);
+    QCOMPARE(Find<QPlainTextEdit>("txtComments")->accessibleName(), "a");
+  }
+
   void MenusOfferWhatKeysDo() {
     OpenOwn();
     const std::initializer_list<std::pair<int, const char*>> menus = {
