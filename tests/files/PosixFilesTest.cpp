@@ -126,9 +126,10 @@ TEST_F(PosixFiles, AFileThatMayNotGrowKeepsTheOldContent) {
   const std::string old(3000, 'o');
   for (const Way way : kWays) {
     // The new end does not fit; the limit comes when a part is overwritten already, also growing.
-    for (const auto& [limit, size] : {std::pair(5000, 6000), {1000, 2000}, {1000, 4000}}) {
+    for (const auto& [limit, size] :
+         {std::pair<rlim_t, size_t>(5000, 6000), {1000, 2000}, {1000, 4000}}) {
       Make(file_, 0644, old);
-      const std::string bytes(static_cast<size_t>(size), 'n');
+      const std::string bytes(size, 'n');
       EXPECT_EQ(OnFullDisk(limit, [&] { return ReplaceBy(way, bytes); }), EFBIG);
       EXPECT_TRUE(State(file_) == "644" + old) << static_cast<int>(way) << ' ' << size;
       fs::remove(copy_);
