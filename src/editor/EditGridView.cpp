@@ -194,6 +194,20 @@ int EditGridView::FullWidth() const {
          2 * frameWidth();
 }
 
+/// Ctrl+Home and Ctrl+End go to another row, which alone is meant by what follows: the toolkit
+/// would leave the rows selected that were so before.
+QItemSelectionModel::SelectionFlags EditGridView::selectionCommand(const QModelIndex& index,
+                                                                   const QEvent* event) const {
+  if (event != nullptr && event->type() == QEvent::KeyPress) {
+    const auto* const key = static_cast<const QKeyEvent*>(event);
+    const bool far = key->key() == Qt::Key_Home || key->key() == Qt::Key_End;
+    if (far && key->modifiers() == Qt::ControlModifier) {
+      return QItemSelectionModel::ClearAndSelect;
+    }
+  }
+  return QTableView::selectionCommand(index, event);
+}
+
 void EditGridView::Follow() {
   const QScopedValueRollback following(following_, true);
   model_->Follow();

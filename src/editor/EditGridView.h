@@ -61,6 +61,8 @@ class EditGridView : public QTableView {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
+  [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+      const QModelIndex& index, const QEvent* event = nullptr) const override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void scrollContentsBy(int dx, int dy) override;
   void updateEditorGeometries() override;

@@ -18,6 +18,8 @@ from display import wait_for, xdotool
 
 MAIN = "Talsk/Orvanth .conf Editor"  # the message boxes', too
 OPTIONS = r"HKLM\Software\Quenmar\Options"
+HEADER = 228  # pixels: where the main window has the heads of its table
+CHANGED_COLUMN = (355, 385)  # places in the head of that column
 DEFAULTS = {
     "AlwaysIgnoreDupParam": "0",
     "SaveCommentedSeries": "1",
@@ -168,10 +170,7 @@ def edit(windows):
     keys("Down", "Right", "Return", "ctrl+a", '"75"', "Return")
     windows.is_modified(True)
     windows.picture("windows-editor")
-    keys("Tab", "Tab", "Tab", "space")  # over the comments and the bar that makes them higher
-    windows.answer("y")
-    windows.answer("Return")
-    windows.is_modified(False)
+    apply(windows, "Tab", "Tab", "Tab")  # over the comments and the bar that makes them higher
     keys("Escape")
     windows.closes()
 
@@ -197,10 +196,67 @@ def update(windows, names):
     removed = ("gate_waiting_clients", "account_backup_file")
     left = [name for name in names["ActualFields"] if name not in removed]
     go_to(left, "client_oldest")
-    keys("Tab", "ctrl+a", '"30"', "Tab", "Tab", "space")
+    keys("Tab", "ctrl+a", '"30"')
+    apply(windows, "Tab", "Tab")
+    keys("Tab", "space")
+    windows.closes()
+
+
+def sort_by_changes(windows):
+    """Clicks the head of the column "Changed" twice, which puts the most first: at two places, or it
+    could be a double click."""
+    for x in CHANGED_COLUMN:
+        xdotool("mousemove", "--window", windows.open[-1], x, HEADER, "click", 1)
+    windows.picture("windows-sorted")
+
+
+def apply(windows, *ways):
+    """Presses Apply, to which these keys lead."""
+    keys(*ways, "space")
     windows.answer("y")
     windows.answer("Return")
     windows.is_modified(False)
+
+
+def upkeep(windows):
+    """In the main window as it comes up: opens the second file of the sorted table; finds a setting by
+    its comment, gives it its original value, with undo and redo, and keeps the file's lines. Then shows
+    only what is changed, and takes the next such setting's original value, too."""
+    keys("shift+Tab", "shift+Tab", '"Keep"', "Tab")
+    sort_by_changes(windows)
+    keys("ctrl+Home", "Down", "ctrl+Return")
+    windows.opens("Editing char.conf")
+    keys("ctrl+f", '"told to the clients"', "Return", "ctrl+r")
+    windows.is_modified(True)
+    keys("ctrl+z")
+    windows.is_modified(False)
+    keys("ctrl+y")
+    windows.is_modified(True)
+    keys("ctrl+f", "ctrl+a", "BackSpace", "Tab", "Down")
+    windows.picture("windows-found")
+    keys("shift+Tab", "Return", "ctrl+Home", "ctrl+r", "ctrl+f", "Escape")
+    apply(windows, "Tab", "Tab", "Tab")
+    keys("Escape")
+    windows.closes()
+
+
+def follow(windows, take_next_release):
+    """In the main window, on its table: saves login.conf with one release and takes the new defaults of
+    the next one, with its comments."""
+    keys("shift+Tab", '"New"', *["shift+Tab"] * 4, '"login"', "Tab", "Tab", "space")
+    windows.opens("Check Changes - login.conf")
+    keys("ctrl+Tab")
+    apply(windows, "Tab", "Tab", "Tab", "Tab")  # over what takes defaults: the last release was newer
+    keys("Tab", "space")
+    windows.closes()
+    take_next_release()
+    keys("space")
+    windows.opens("Check Changes - login.conf")
+    keys("ctrl+Tab")
+    windows.picture("windows-release")
+    keys("ctrl+shift+d")
+    windows.is_modified(True)
+    apply(windows, "Tab", "Tab", "Tab")
     keys("Tab", "space")
     windows.closes()
 
@@ -273,6 +329,27 @@ def main(wine, windows_programs, programs, examples, pictures):
             *("--add", "client_newest", "--set", "client_oldest=30"),
             *("--remove", "gate_waiting_clients", "--remove", "account_backup_file"),
         )
+        next_release = (files / "conf-dist/login.conf").read_bytes()
+
+        def take_release(content):
+            (files / "conf-dist/login.conf").write_bytes(content)
+
+        take_release((files / "conf-dist-old/login.conf").read_bytes())
+        with Windows(*program) as windows:
+            upkeep(windows)
+            follow(windows, lambda: take_release(next_release))
+            keys("Tab", "space")
+            windows.end()
+
+        # What edits only is a merge with a distribution that has the same settings.
+        shutil.copytree(files / "expected", files / "same")
+        reset = ("--set", "hub_public_address=", "--set", "login_secret=changeme")
+        console("merge", "same", "expected", "char.conf", "--layout", "server", *reset)
+        merge = ("merge", "conf-dist", "expected", "login.conf", "--layout", "distribution")
+        take_release((files / "conf-dist-old/login.conf").read_bytes())
+        console(*merge)
+        take_release(next_release)
+        console(*merge, "--take-defaults")
         subprocess.run(["diff", "-r", "--text", files / "expected", files / "conf"], check=True)
 
 

@@ -74,6 +74,8 @@ class EditorFindTest : public QObject {
     editor.Keys("Ctrl+Z");
     QCOMPARE(editor.Settings(), "a=1 b=9 c=3 d=8 own=5");
     QVERIFY(!editor.Changed());
+    editor.Keys("Down Ctrl+Home Ctrl+R");  // leaves no row selected behind
+    QVERIFY(!editor.Changed());
 
     // A hidden row is not selected with those around it.
     editor.Keys("Ctrl+F 8 Return Ctrl+A Ctrl+R");
