@@ -53,15 +53,20 @@ def instructions(command):
     return int(re.search(r"Collected : (\d+)", counted.stderr).group(1)) / 1e6
 
 
-def compare_programs(settings, runs):
-    commands = programs(settings)
+def in_turn(commands, runs):
+    """Runs the commands in turn; returns the median of each in milliseconds."""
     times = {name: [] for name in commands}
     for turn in range(runs + 1):
         for name, command in commands.items():
             elapsed = run(command)
             if turn > 0:
                 times[name].append(elapsed)
-    medians = {name: statistics.median(values) for name, values in times.items()}
+    return {name: statistics.median(values) for name, values in times.items()}
+
+
+def compare_programs(settings, runs):
+    commands = programs(settings)
+    medians = in_turn(commands, runs)
     ours = medians["quenmarctl compare"]
     print(f"\n{settings} settings, median of {runs}:")
     print(f"{'':22}{'wall time':>12}{'ours is':>14}{'peak memory':>14}")
@@ -80,6 +85,15 @@ def write_pair(name, distribution, server):
     return [str(version) for version in folders]
 
 
+def measure_layouts(settings, runs):
+    contents = [(folder / settings / name).read_bytes() for name in ("dist.conf", "server.conf")]
+    merge = [*quenmarctl, "merge", *write_pair("layouts", *contents), "odd.conf", "--dry-run", "--layout"]
+    medians = in_turn({layout: [*merge, layout] for layout in ("settings", "server", "distribution")}, runs)
+    print(f"\nmerge --dry-run of {settings} settings, median of {runs}:")
+    for layout, median in medians.items():
+        print(f"--layout {layout:13}{median:9.1f} ms{median / medians['settings']:8.2f} times settings")
+
+
 def measure_odd_file(title, folders, commands):
     size = os.path.getsize(Path(folders[0]) / "odd.conf") / 2**20
     print(f"\n{title}, {size:.1f} MiB:")
@@ -92,6 +106,7 @@ def measure_odd_file(title, folders, commands):
 
 compare_programs("5000", RUNS)
 compare_programs("50000", 1)
+measure_layouts("5000", RUNS)
 
 block = b"".join(b"// line %d of a long comment block\r\n" % i for i in range(14_000))
 names = [b"name_%d: %%d\r\n" % i for i in range(2_000)]

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <cstring>
+#include <cstddef>
 #include <ostream>
 #include <string_view>
 
@@ -27,7 +28,7 @@ class OutputBuffer {
       out_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
       return;
     }
-    std::memcpy(bytes_.data() + used_, bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(used_));
     used_ += bytes.size();
   }
 

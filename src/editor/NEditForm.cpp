@@ -48,6 +48,9 @@ NEditForm::NEditForm(FileContext context, QWidget* parent)
   SetUpSize();
 }
 
+// The controls report as they are hidden, so the window must still be whole.
+NEditForm::~NEditForm() { hide(); }
+
 // The order in which the controls are made is the order in which Tab visits them.
 void NEditForm::CreateControls() {
   setObjectName("NEditForm");

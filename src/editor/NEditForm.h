@@ -28,6 +28,9 @@ class NEditForm : public FileWindow, private xEditGridEvents {
 
  public:
   NEditForm(FileContext context, QWidget* parent);
+  NEditForm(const NEditForm&) = delete;
+  NEditForm& operator=(const NEditForm&) = delete;
+  ~NEditForm() override;
 
   /// Fills the grid: one row for each setting of the server.
   void LoadGrid();

@@ -137,7 +137,7 @@ void NEditForm::DragComments(int pixels) {
 
 void NEditForm::hideEvent(QHideEvent* event) {
   QDialog::hideEvent(event);
-  if (commentsHeight_ > 0) StateFile().setValue(kCommentsHeight, commentsHeight_);
+  StateFile().setValue(kCommentsHeight, commentsHeight_);
 }
 
 void NEditForm::resizeEvent(QResizeEvent* event) {

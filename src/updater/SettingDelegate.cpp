@@ -22,6 +22,10 @@ int Write(QPainter* painter, const QRect& place, const QFont& font, const QStrin
   return metrics.horizontalAdvance(shown);
 }
 
+/// @return whether selected items have the palette's highlight. The style of Windows gives them a
+/// pale one of its own below text of the usual colour.
+bool InvertsSelection(const QStyle& style) { return !style.inherits("QWindowsVistaStyle"); }
+
 }  // namespace
 
 SettingDelegate::SettingDelegate(QAbstractItemView* view, int valueColumns)
@@ -53,7 +57,8 @@ void SettingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   item.text.clear();
   Draw(painter, item);
 
-  const bool selected = item.state.testFlag(QStyle::State_Selected);
+  const bool selected =
+      item.state.testFlag(QStyle::State_Selected) && InvertsSelection(*item.widget->style());
   const QPalette::ColorGroup group =
       item.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
   const QColor under = item.palette.color(group, selected ? QPalette::Highlight : QPalette::Base);

@@ -48,6 +48,9 @@ frmUpdaterX::frmUpdaterX(FileContext context, QWidget* parent)
   ConnectControls();
 }
 
+// The controls report as they are hidden, so the window must still be whole.
+frmUpdaterX::~frmUpdaterX() { hide(); }
+
 void frmUpdaterX::ConnectControls() {
   ConnectLists();
   ConnectEditors();

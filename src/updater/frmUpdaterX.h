@@ -33,6 +33,9 @@ class frmUpdaterX : public FileWindow {
  public:
   /// Compares the documents. The caller then fills the lists and the series, and shows the window.
   explicit frmUpdaterX(FileContext context, QWidget* parent = nullptr);
+  frmUpdaterX(const frmUpdaterX&) = delete;
+  frmUpdaterX& operator=(const frmUpdaterX&) = delete;
+  ~frmUpdaterX() override;
 
   /// Fills the three parameter lists from the result trees; only mandatory new settings are ticked.
   void FillLists() { FillListsTicking({}); }

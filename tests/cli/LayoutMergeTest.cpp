@@ -69,6 +69,26 @@ TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
   EXPECT_THAT(out_, AllOf(HasSubstr("save     2 removed\n"), Not(HasSubstr("reformatted"))));
 }
 
+TEST_F(LayoutMergeTest, OneValueOfManyChangesOneLine) {
+  std::string mine = "// My head\n";
+  std::string release = "// Their head\r\n";
+  std::string merged = release;
+  for (int i = 0; i < 300; ++i) {
+    const std::string name = "s" + std::to_string(i) + ": ";
+    const std::string theirs = "\r\n// new words\r\n" + name;
+    mine.append("\n// why\n" + name + "5 // because\n");
+    release.append(theirs + "1\r\n");
+    merged.append(theirs + (i == 7 ? "6\r\n" : "5\r\n"));
+  }
+  Write("dist/a.conf", release);
+  Write("server/a.conf", mine);
+  EXPECT_EQ(Merge({"--layout", "distribution", "--set", "s7=6", "--output", "-"}), kNothingToDo);
+  EXPECT_EQ(out_, merged);
+  EXPECT_EQ(Merge({"--layout", "server", "--set", "s7=6"}), kNothingToDo);
+  EXPECT_EQ(Read("server/a.conf"), mine.replace(mine.find("s7: 5") + 4, 1, "6"));
+  EXPECT_TRUE(Exists("server/a.conf.bak"));
+}
+
 TEST_F(LayoutMergeTest, TheOptionToSortExchangesNoLines) {
   Write("options.reg",
         "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n\"Sort\"=\"1\"\r\n");

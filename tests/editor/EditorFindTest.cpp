@@ -4,6 +4,7 @@
 
 #include "editor/OpenEditor.h"
 #include "widgets/DragBar.h"
+#include "widgets/StateFile.h"
 
 namespace quenmar {
 namespace {
@@ -161,6 +162,11 @@ class EditorFindTest : public QObject {
       for (int i = 0; i < 99; ++i) editor.Keys(away < 0 ? "Up" : "Down");
       QVERIFY(editor.Grid()->height() > 60);
       QVERIFY(box->geometry().bottom() < editor.Find<QPushButton>("Command3")->y());
+      const int high = box->height();
+      editor.Open();
+      QCOMPARE(editor.Find<QPlainTextEdit>("Comments")->height(), high);
+      editor.form.reset();
+      StateFile().clear();
     }
   }
 
