@@ -11,9 +11,9 @@
 namespace quenmar {
 
 /// The distribution's files as they were when the server's files were saved last, in a folder of
-/// the user's own. Each is an entry named after the absolute path of the server's file, whose folder
-/// is the one behind links; its first lines name that path and the date on which it was kept, the
-/// file's bytes follow.
+/// the user's own. Each is an entry named after the absolute path of the server's file, whose
+/// folder is the one behind links; its first lines name that path and the date on which it was
+/// kept, the file's bytes follow.
 ///
 /// Looking something up never writes. Nothing is kept in a folder of configuration files.
 class SeenFiles {
