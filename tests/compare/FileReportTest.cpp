@@ -45,6 +45,21 @@ TEST(FileReportTest, SaysWhatAFileNeedsAndWhatIsOddInIt) {
   }
 }
 
+TEST(FileReportTest, NewEntriesAreNoWorkWhereASaveNeverAddsThem) {
+  const ScratchFolder scratch;
+  for (const char* name : {"dist", "conf"}) std::filesystem::create_directory(scratch / name);
+  WriteFile(scratch / "dist/a.conf", "a: 1\r\nnpc: x\r\n");
+  WriteFile(scratch / "conf/a.conf", "a: 1\r\n");
+  for (const bool added : {true, false}) {
+    Options options;
+    options.saveCommentedSeries = added;
+    const FileReport report = FileReport::Of(scratch / "dist", scratch / "conf", "a.conf", options,
+                                             {}, ConfReader::BareLineFeeds::kEndLines);
+    EXPECT_EQ(report.newSeries.size(), 1U);
+    EXPECT_EQ(report.NeedsWork(), added);
+  }
+}
+
 TEST(FileReportTest, AFileThatCannotBeReadSaysWhy) {
   const ScratchFolder scratch;
   WriteFile(scratch / "x.conf", "a: 1\r\n");
