@@ -10,36 +10,36 @@ namespace quenmar {
 
 namespace {
 
-using Kind = SaveChange::Kind;
+using ChangeKind = SaveChange::Kind;
 
 /// A kind of change as the list names it, padded to one width, and as the summary does.
 struct KindText {
-  Kind kind;
+  ChangeKind kind;
   const char* mark;
   const char* summary;
 };
 
 constexpr std::array kKindTexts = {
-    KindText{Kind::kAdded, "added          ", "added"},
-    KindText{Kind::kRemoved, "removed        ", "removed"},
-    KindText{Kind::kChanged, "changed        ", "changed"},
-    KindText{Kind::kActivated, "becomes active ", "now active"},
-    KindText{Kind::kSwitchedOn, "switched on    ", "switched on"},
-    KindText{Kind::kSwitchedOff, "switched off   ", "switched off"},
+    KindText{ChangeKind::kAdded, "added          ", "added"},
+    KindText{ChangeKind::kRemoved, "removed        ", "removed"},
+    KindText{ChangeKind::kChanged, "changed        ", "changed"},
+    KindText{ChangeKind::kActivated, "becomes active ", "now active"},
+    KindText{ChangeKind::kSwitchedOn, "switched on    ", "switched on"},
+    KindText{ChangeKind::kSwitchedOff, "switched off   ", "switched off"},
 };
 
 std::string ValuesOf(const SaveChange& change) {
   std::string oldValue = Printable(change.oldValue);
   std::string newValue = Printable(change.newValue);
-  if (change.kind == Kind::kAdded || oldValue == newValue) return newValue;
-  if (change.kind == Kind::kRemoved) return oldValue;
+  if (change.kind == ChangeKind::kAdded || oldValue == newValue) return newValue;
+  if (change.kind == ChangeKind::kRemoved) return oldValue;
   return oldValue + " -> " + newValue;
 }
 
 /// @return whether the change gives a setting another value. Another line of its name, which is
 /// removed or added, has nothing to do with it.
 bool GivesValue(const SaveChange& change) {
-  return change.kind == Kind::kChanged || change.kind == Kind::kActivated;
+  return change.kind == ChangeKind::kChanged || change.kind == ChangeKind::kActivated;
 }
 
 }  // namespace
@@ -47,8 +47,8 @@ bool GivesValue(const SaveChange& change) {
 void PrintChanges(const SaveChanges& changes, const std::set<String>& taken,
                   const Language& language, std::ostream& out) {
   for (const SaveChange& change : changes.changes) {
-    const bool lineCommented =
-        change.commented && (change.kind == Kind::kAdded || change.kind == Kind::kRemoved);
+    const bool lineCommented = change.commented && (change.kind == ChangeKind::kAdded ||
+                                                    change.kind == ChangeKind::kRemoved);
     out << kKindTexts[static_cast<size_t>(change.kind)].mark << Printable(change.name) << ": "
         << ValuesOf(change) << (lineCommented ? " (commented out)" : "")
         << (GivesValue(change) && taken.contains(change.name) ? " (new default)" : "") << '\n';

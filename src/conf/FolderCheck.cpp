@@ -9,7 +9,7 @@ namespace quenmar {
 
 namespace {
 
-constexpr auto kSeparator = static_cast<char16_t>(Path::preferred_separator);
+constexpr auto kFolderSeparator = static_cast<char16_t>(Path::preferred_separator);
 constexpr StringView kPattern = u"*.conf";
 
 /// @return the folder of a folder box, with a separator, which makes "C:" the drive's root.
@@ -74,8 +74,8 @@ FolderCheck CheckServerFolder(StringView distribution, StringView server) {
 
 String JoinPath(StringView folder, StringView name) {
   const bool closed =
-      folder.ends_with(kSeparator) || (kSeparator == u'\\' && folder.ends_with(u'/'));
-  return String(folder) + (closed ? String() : String(1, kSeparator)) + String(name);
+      folder.ends_with(kFolderSeparator) || (kFolderSeparator == u'\\' && folder.ends_with(u'/'));
+  return String(folder) + (closed ? String() : String(1, kFolderSeparator)) + String(name);
 }
 
 }  // namespace quenmar

@@ -7,7 +7,7 @@
 
 namespace quenmar {
 
-using Kind = ConfLine::Kind;
+using LineKind = ConfLine::Kind;
 
 namespace {
 
@@ -61,7 +61,7 @@ void LayoutAdditions::FindOrigins() {
   entries_.resize(context_.wishes.entries.size());
   for (size_t line = 0; line < lines_.size(); ++line) {
     if (!lines_[line].IsEntry()) continue;
-    const bool setting = lines_[line].kind == Kind::kSetting;
+    const bool setting = lines_[line].kind == LineKind::kSetting;
     std::vector<Origin>& origins = setting ? settings_ : entries_;
     const size_t number = NumberOf(lines_[line]);
     if (number >= origins.size()) continue;
@@ -78,7 +78,7 @@ void LayoutAdditions::FindOrigins() {
 
 /// @return the number of the line's setting or series entry, wanted or not.
 size_t LayoutAdditions::NumberOf(const ConfLine& line) const {
-  const bool setting = line.kind == Kind::kSetting;
+  const bool setting = line.kind == LineKind::kSetting;
   const NameNumbers& numbers = setting ? context_.wishes.names : context_.wishes.values;
   const std::string_view key = setting ? line.name : line.value;
   const std::optional<std::string> bytes = Encoded(key);
@@ -91,13 +91,15 @@ void LayoutAdditions::PrepareParagraphs() {
   size_t end = base.size();
   size_t firstSetting = kNoLine;
   for (size_t line = base.size(); line-- > 0;) {
-    if (base[line].kind == Kind::kBlank) end = line;
+    if (base[line].kind == LineKind::kBlank) end = line;
     paragraphEnds_[line] = end;
-    if (base[line].kind == Kind::kSetting && !context_.base.IsRemoved(line)) firstSetting = line;
+    if (base[line].kind == LineKind::kSetting && !context_.base.IsRemoved(line))
+      firstSetting = line;
   }
   if (firstSetting == kNoLine) return;
   firstParagraph_ = firstSetting;
-  while (firstParagraph_ > 0 && base[firstParagraph_ - 1].kind != Kind::kBlank) --firstParagraph_;
+  while (firstParagraph_ > 0 && base[firstParagraph_ - 1].kind != LineKind::kBlank)
+    --firstParagraph_;
 }
 
 /// Takes the lines of the other text in order. What the base lacks is inserted behind the last
@@ -106,7 +108,7 @@ void LayoutAdditions::AddSettings() {
   Anchor anchor;
   for (size_t line = 0; line < lines_.size(); ++line) {
     const size_t setting = numbers_[line];
-    if (lines_[line].kind != Kind::kSetting || setting == kNoLine) continue;
+    if (lines_[line].kind != LineKind::kSetting || setting == kNoLine) continue;
     const size_t baseLine = context_.base.LastLineOf(setting);
     if (baseLine == kNoLine) {
       if (settings_[setting].line == line) AddSetting(setting, line, anchor);
@@ -170,7 +172,7 @@ void LayoutAdditions::AddEntries() {
   std::unordered_map<std::string_view, size_t> lastLines;
   const std::vector<ConfLine>& base = context_.base.Lines();
   for (size_t line = 0; line < base.size(); ++line) {
-    if (base[line].kind == Kind::kSeriesEntry) lastLines[base[line].name] = line;
+    if (base[line].kind == LineKind::kSeriesEntry) lastLines[base[line].name] = line;
   }
   std::unordered_map<std::string, size_t> insertions;
   for (size_t entry = 0; entry < entries_.size(); ++entry) {

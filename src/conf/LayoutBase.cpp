@@ -6,7 +6,7 @@
 
 namespace quenmar {
 
-using Kind = ConfLine::Kind;
+using LineKind = ConfLine::Kind;
 
 LayoutBase::LayoutBase(const ConfFile& file, LayoutWishes& wishes, StringView series,
                        ConfCharset charset)
@@ -23,10 +23,10 @@ void LayoutBase::Number() {
   for (size_t line = 0; line < lines_.size(); ++line) {
     const ConfLine& parsed = lines_[line];
     fates_[line].active = !parsed.commented;
-    if (parsed.kind == Kind::kSetting) {
+    if (parsed.kind == LineKind::kSetting) {
       fates_[line].name = wishes_.names.Number(parsed.name);
       Append(settings_, line);
-    } else if (parsed.kind == Kind::kSeriesEntry) {
+    } else if (parsed.kind == LineKind::kSeriesEntry) {
       fates_[line].name = wishes_.values.Number(parsed.value);
       Append(entries_, line);
     }
@@ -71,7 +71,7 @@ std::vector<size_t> LayoutBase::ValueLines() const {
   bool duplicateSeen = false;
   for (size_t line = 0; line < lines_.size(); ++line) {
     const Fate& fate = fates_[line];
-    if (lines_[line].kind != Kind::kSetting || fate.removed) continue;
+    if (lines_[line].kind != LineKind::kSetting || fate.removed) continue;
     if (valueLines[fate.name] == kNoLine) {
       valueLines[fate.name] = line;
       active[fate.name] = fate.active;
@@ -167,7 +167,7 @@ void LayoutBase::RemoveBlankLines() {
       behindRemoved = true;
       continue;
     }
-    const bool blank = lines_[line].kind == Kind::kBlank;
+    const bool blank = lines_[line].kind == LineKind::kBlank;
     if (blank && behindBlank && behindRemoved) fates_[line].removed = true;
     behindBlank = blank;
     behindRemoved = false;

@@ -14,7 +14,7 @@ namespace quenmar {
 
 namespace {
 
-using Kind = SaveChange::Kind;
+using ChangeKind = SaveChange::Kind;
 
 /// What makes two lines the same entry: the name, and for series entries the value that counts.
 using Key = std::pair<String, String>;
@@ -71,7 +71,7 @@ class Comparison {
     std::optional<size_t> last;
     for (size_t i = 0; i < new_.size(); ++i) {
       if (!partners_[i]) {
-        Report(Kind::kAdded, new_[i], {}, new_[i].Value());
+        Report(ChangeKind::kAdded, new_[i], {}, new_[i].Value());
         continue;
       }
       Compare(old_[*partners_[i]], new_[i]);
@@ -136,7 +136,7 @@ class Comparison {
     if (old.commented != entry.commented) {
       Report(KindOfSwitch(entry), entry, old.Value(), entry.Value());
     } else if (!AreSame(old, entry, &Entry::value)) {
-      Report(Kind::kChanged, entry, old.Value(), entry.Value());
+      Report(ChangeKind::kChanged, entry, old.Value(), entry.Value());
     } else {
       result_.reformatted |= !AreSame(old, entry, &Entry::line);
     }
@@ -153,17 +153,17 @@ class Comparison {
       if (entry.commented && waiting_.at(entry.key).newLines > 0) {
         ++result_.lostCommentLines;  // beside a line that stays it was only a comment
       } else {
-        Report(Kind::kRemoved, entry, entry.Value(), {});
+        Report(ChangeKind::kRemoved, entry, entry.Value(), {});
       }
     }
   }
 
-  static Kind KindOfSwitch(const Entry& entry) {
-    if (entry.commented) return Kind::kSwitchedOff;
-    return entry.series ? Kind::kSwitchedOn : Kind::kActivated;
+  static ChangeKind KindOfSwitch(const Entry& entry) {
+    if (entry.commented) return ChangeKind::kSwitchedOff;
+    return entry.series ? ChangeKind::kSwitchedOn : ChangeKind::kActivated;
   }
 
-  void Report(Kind kind, const Entry& entry, String oldValue, String newValue) {
+  void Report(ChangeKind kind, const Entry& entry, String oldValue, String newValue) {
     result_.changes.push_back(
         {kind, entry.Name(), std::move(oldValue), std::move(newValue), entry.commented});
   }
@@ -255,12 +255,13 @@ String DiffText(const SaveChanges& changes, const Language& language) {
             String(kLineEnd);
   };
   for (const SaveChange& change : changes.changes) {
-    const bool switched = change.kind == Kind::kActivated || change.kind == Kind::kSwitchedOn ||
-                          change.kind == Kind::kSwitchedOff;
-    if (change.kind != Kind::kAdded) {
+    const bool switched = change.kind == ChangeKind::kActivated ||
+                          change.kind == ChangeKind::kSwitchedOn ||
+                          change.kind == ChangeKind::kSwitchedOff;
+    if (change.kind != ChangeKind::kAdded) {
       add(u"- ", change.commented != switched, change, change.oldValue);
     }
-    if (change.kind != Kind::kRemoved) add(u"+ ", change.commented, change, change.newValue);
+    if (change.kind != ChangeKind::kRemoved) add(u"+ ", change.commented, change, change.newValue);
   }
   if (changes.lostCommentLines > 0) {
     text += u"- // (" + ToText(changes.lostCommentLines) + u")" + String(kLineEnd);

@@ -6,17 +6,17 @@ namespace quenmar {
 
 namespace {
 
-constexpr StringView kKey = u"Software\\Quenmar\\Language";
+constexpr StringView kLanguageKey = u"Software\\Quenmar\\Language";
 
 /// A message as it is stored: its key is the name of its value in the registry.
-struct Entry {
+struct MessageEntry {
   Message message;
   StringView key;
   StringView text;
 };
 
 // Wording, misspellings and runs of blanks are those that users and translations know.
-constexpr auto kEntries = std::to_array<Entry>({
+constexpr auto kEntries = std::to_array<MessageEntry>({
     {Message::kWindowTitle, u"LNG1", u"Talsk/Orvanth .conf Editor"},
     {Message::kPath, u"LNG2", u"Path"},
     {Message::kDistributionFolder, u"LNG3", u"SVN Conf:"},
@@ -186,7 +186,7 @@ Language Language::LoadLanguage(const Registry& registry) {
   Language language;
   for (size_t i = 0; i < kMessages; ++i) {
     String& text = language.texts_[i];
-    text = registry.RegReadString(RegistryRoot::kLocalMachine, kKey, kEntries[i].key, text);
+    text = registry.RegReadString(RegistryRoot::kLocalMachine, kLanguageKey, kEntries[i].key, text);
   }
   return language;
 }

@@ -19,14 +19,14 @@ constexpr StringView kLayout = u"Layout";
 constexpr std::array<StringView, 3> kLayoutNames = {u"settings", u"server", u"distribution"};
 
 constexpr auto kRoot = RegistryRoot::kLocalMachine;
-constexpr StringView kKey = u"Software\\Quenmar\\Options";
+constexpr StringView kOptionsKey = u"Software\\Quenmar\\Options";
 
 String Read(const Registry& registry, StringView name, StringView defaultText = {}) {
-  return registry.RegReadString(kRoot, kKey, name, defaultText);
+  return registry.RegReadString(kRoot, kOptionsKey, name, defaultText);
 }
 
 bool Write(Registry& registry, StringView name, StringView value) {
-  return registry.RegWriteString(kRoot, kKey, name, value);
+  return registry.RegWriteString(kRoot, kOptionsKey, name, value);
 }
 
 /// @return the stored boolean; `defaultValue` when there is none.

@@ -13,7 +13,7 @@ namespace quenmar {
 namespace {
 
 /// Screen readers would pass over a widget without a role.
-QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
+QAccessibleInterface* MakeAccessibleBar(const QString& /*className*/, QObject* object) {
   auto* const bar = qobject_cast<DragBar*>(object);
   return bar == nullptr ? nullptr : new QAccessibleWidget(bar, QAccessible::Splitter);
 }
@@ -21,7 +21,7 @@ QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* obje
 }  // namespace
 
 DragBar::DragBar(QWidget* parent) : QWidget(parent) {
-  QAccessible::installFactory(MakeAccessible);  // which counts once
+  QAccessible::installFactory(MakeAccessibleBar);  // which counts once
   setCursor(Qt::SplitVCursor);
   setFocusPolicy(Qt::TabFocus);
   // In the toolkit's words, which it translates.

@@ -11,8 +11,8 @@ namespace quenmar {
 
 namespace {
 
-constexpr const char* kPale = "paleHighlight";  // a property of views
-constexpr int kRoom = 3;                        // logical pixels above and below the text
+constexpr const char* kPaleProperty = "paleHighlight";  // a property of views
+constexpr int kRoom = 3;                                // logical pixels above and below the text
 
 /// Draws the border of the item's check box, where it has one.
 void DrawBox(QPainter* painter, const QStyleOptionViewItem& item, const QStyle& style) {
@@ -29,15 +29,15 @@ ListDelegate::ListDelegate(QAbstractItemView* view) : QStyledItemDelegate(view) 
 }
 
 void ListDelegate::SetPale(QAbstractItemView* view, bool pale) {
-  if (view->property(kPale).toBool() == pale) return;
-  view->setProperty(kPale, pale);
+  if (view->property(kPaleProperty).toBool() == pale) return;
+  view->setProperty(kPaleProperty, pale);
   view->viewport()->update();
 }
 
 void ListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   constexpr float kShare = 0.25F;  // of the highlight's colour, over the list's
   QStyledItemDelegate::initStyleOption(option, index);
-  if (option->widget == nullptr || !option->widget->property(kPale).toBool()) return;
+  if (option->widget == nullptr || !option->widget->property(kPaleProperty).toBool()) return;
   QPalette& palette = option->palette;
   for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
     const QColor base = palette.color(group, QPalette::Base);

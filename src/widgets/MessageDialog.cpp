@@ -31,7 +31,7 @@ constexpr double kSlack = 1.03;    // letters may be wider on a scaled screen th
 constexpr int kTitleButtons = 50;  // pixels beside a title
 
 /// Screen readers read out the labels of an alert; in the details the user looks around.
-QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) {
+QAccessibleInterface* MakeAccessibleMessage(const QString& className, QObject* object) {
   auto* const widget = qobject_cast<QWidget*>(object);
   if (className == MessageDialog::staticMetaObject.className()) {
     return new QAccessibleWidget(widget, QAccessible::AlertMessage);
@@ -107,7 +107,7 @@ MessageDialog::MessageDialog(const QString& text, std::optional<QStyle::Standard
                              QDialogButtonBox::StandardButtons buttons, const QString& details,
                              QWidget* parent)
     : QDialog(parent), buttons_(new QDialogButtonBox(buttons)) {
-  QAccessible::installFactory(MakeAccessible);  // once, however often it is called
+  QAccessible::installFactory(MakeAccessibleMessage);  // once, however often it is called
   text_ = new MessageText(text, QPlainTextEdit::WidgetWidth);
   text_->setObjectName("messageText");
   text_->setAccessibleName(text);

@@ -8,7 +8,6 @@ display with a window manager and with a WINEPREFIX of its own. Pictures of the 
 import json
 import os
 import shutil
-import struct
 import subprocess
 import sys
 import tempfile
@@ -58,14 +57,6 @@ class Wine:
         link.parent.mkdir(parents=True, exist_ok=True)
         link.unlink(missing_ok=True)
         link.symlink_to(folder)
-
-    def set_fonts(self):
-        """Lets the windows have a font that exists here, as Windows would."""
-        family = "DejaVu Sans".encode("utf-16-le").ljust(64, b"\0")
-        font = struct.pack("<5i8B", -12, 0, 0, 0, 400, 0, 0, 0, 1, 0, 0, 0, 0) + family
-        for use in ("Message", "Icon", "Menu", "Status", "Caption", "SmCaption"):
-            name = ("/v", f"{use}Font", "/t", "REG_BINARY", "/d", font.hex(), "/f")
-            self.run("reg", "add", r"HKCU\Control Panel\Desktop\WindowMetrics", *name)
 
     def forget(self):
         """Forgets the options and the windows' sizes."""
@@ -300,7 +291,6 @@ def main(wine, windows_programs, programs, examples, pictures):
 
         compare_consoles(wine, Path(windows_programs).absolute(), console, files)
 
-        wine.set_fonts()
         wine.forget()
         with Windows(*program) as windows:
             keys(*["shift+Tab"] * 4, "space")

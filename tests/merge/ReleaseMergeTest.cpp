@@ -9,11 +9,11 @@ using Kind = DefaultChange::Kind;
 
 constexpr const char* kOld = "a: 1\r\nb: 1\r\n//c: 1\r\nd: 1\r\nf: 1\r\nnpc: x\r\n";
 constexpr const char* kNew = "a: 2\r\nb: 2\r\nc: 2\r\nd: 1\r\ne: 2\r\nf: 2\r\n";
-constexpr const char* kServer = "// Mine\r\na: 1\r\nb: 9\r\n//c: 1\r\nd: 8\r\nnpc: x\r\n";
+constexpr const char* kServerConf = "// Mine\r\na: 1\r\nb: 9\r\n//c: 1\r\nd: 8\r\nnpc: x\r\n";
 
 class ReleaseMergeTest : public MergeFixture {
  protected:
-  ReleaseMergeTest() : MergeFixture(kNew, kServer) {
+  ReleaseMergeTest() : MergeFixture(kNew, kServerConf) {
     EXPECT_EQ(seen_.Keep(conf_, {dist_, kOld}), u"");
     request_.seen = &seen_;
   }

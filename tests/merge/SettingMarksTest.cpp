@@ -57,12 +57,12 @@ TEST_F(SettingMarks, KnowThatTheProgramsOwnFormActivates) {
 TEST_F(SettingMarks, AreWhatAFilterLooksAt) {
   EXPECT_EQ(merge_->DistributionComment(u"a"), u"");  // as on the server
   EXPECT_EQ(merge_->DistributionComment(u"c"), u"<C>");
-  using Choice = SettingFilter::Choice;
-  const std::pair<SettingFilter, const char*> cases[] = {{{u"mine", Choice::kAll}, "2"},
-                                                         {{u"<c>", Choice::kAll}, "2"},
-                                                         {{u"", Choice::kChanged}, "12"},
-                                                         {{u"", Choice::kCommentedOut}, "1"},
-                                                         {{u"", Choice::kNotInDistribution}, "34"}};
+  const std::pair<SettingFilter, const char*> cases[] = {
+      {{u"mine", SettingFilter::Choice::kAll}, "2"},
+      {{u"<c>", SettingFilter::Choice::kAll}, "2"},
+      {{u"", SettingFilter::Choice::kChanged}, "12"},
+      {{u"", SettingFilter::Choice::kCommentedOut}, "1"},
+      {{u"", SettingFilter::Choice::kNotInDistribution}, "34"}};
   for (const auto& [filter, rows] : cases) EXPECT_EQ(Rows(filter), rows);
 }
 

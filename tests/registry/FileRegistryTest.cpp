@@ -13,7 +13,7 @@ namespace quenmar {
 namespace {
 
 constexpr auto kRoot = RegistryRoot::kLocalMachine;
-constexpr StringView kKey = u"Software\\Quenmar\\Options";
+constexpr StringView kOptionsKey = u"Software\\Quenmar\\Options";
 const std::string kSection = "\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n";
 const std::string kHead = "REGEDIT4\r\n" + kSection;
 std::string Utf16(const String& text) { return "\xFF\xFE" + ToUtf16Le(text); }
@@ -21,11 +21,11 @@ std::string Utf16(const String& text) { return "\xFF\xFE" + ToUtf16Le(text); }
 class FileRegistryTest : public ::testing::Test {
  protected:
   static bool Set(const Path& path, StringView value = u"new") {
-    return FileRegistry(path).RegWriteString(kRoot, kKey, u"x", value);
+    return FileRegistry(path).RegWriteString(kRoot, kOptionsKey, u"x", value);
   }
   [[nodiscard]] String ReadFrom(const std::string& content) const {
     ReplaceBytes(file_, content);
-    return FileRegistry(file_).RegReadString(kRoot, kKey, u"x", u"default");
+    return FileRegistry(file_).RegReadString(kRoot, kOptionsKey, u"x", u"default");
   }
 
   ScratchFolder folder_;
@@ -88,16 +88,16 @@ TEST_F(FileRegistryTest, AWriteTouchesOneValueOnly) {
 
 TEST_F(FileRegistryTest, AWriteKeepsWhatOthersWroteMeanwhile) {
   FileRegistry registry(file_);
-  FileRegistry(file_).RegWriteString(kRoot, kKey, u"y", u"theirs");
-  EXPECT_TRUE(registry.RegWriteString(kRoot, kKey, u"x", u"ours"));
-  EXPECT_EQ(registry.RegReadString(kRoot, kKey, u"y"), u"theirs");
+  FileRegistry(file_).RegWriteString(kRoot, kOptionsKey, u"y", u"theirs");
+  EXPECT_TRUE(registry.RegWriteString(kRoot, kOptionsKey, u"x", u"ours"));
+  EXPECT_EQ(registry.RegReadString(kRoot, kOptionsKey, u"y"), u"theirs");
 }
 
 TEST_F(FileRegistryTest, RefusesTextThatNoLineCanHold) {
   for (const StringView text : {StringView(u"a\rb"), StringView(u"a\nb"), StringView(u"a\0b", 3)}) {
     FileRegistry registry(file_);
-    EXPECT_FALSE(registry.RegWriteString(kRoot, kKey, u"x", text)) << ToUtf8(text);
-    EXPECT_FALSE(registry.RegWriteString(kRoot, kKey, text, u"x")) << ToUtf8(text);
+    EXPECT_FALSE(registry.RegWriteString(kRoot, kOptionsKey, u"x", text)) << ToUtf8(text);
+    EXPECT_FALSE(registry.RegWriteString(kRoot, kOptionsKey, text, u"x")) << ToUtf8(text);
     EXPECT_FALSE(registry.RegWriteString(kRoot, text, u"x", u"x")) << ToUtf8(text);
   }
   EXPECT_FALSE(std::filesystem::exists(file_));
