@@ -190,3 +190,4 @@ class FoldersTest : public MainFixture {
 
 QTEST_MAIN(quenmar::FoldersTest)
 #include "FoldersTest.moc"
+#include "moc_MainFixture.cpp"

@@ -212,3 +212,4 @@ class MainTest : public MainFixture {
 
 QTEST_MAIN(quenmar::MainTest)
 #include "MainTest.moc"
+#include "moc_MainFixture.cpp"

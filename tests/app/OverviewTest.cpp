@@ -208,3 +208,4 @@ class OverviewTest : public MainFixture {
 
 QTEST_MAIN(quenmar::OverviewTest)
 #include "OverviewTest.moc"
+#include "moc_MainFixture.cpp"

@@ -111,3 +111,4 @@ class TranslationTest : public MainFixture {
 
 QTEST_MAIN(quenmar::TranslationTest)
 #include "TranslationTest.moc"
+#include "moc_MainFixture.cpp"
