@@ -12,11 +12,14 @@ namespace quenmar {
 
 namespace {
 
+bool IsReadOtherwise(StringView value) {
+  // Long values need no copy: without these there is no entity form, no remark and no tab.
+  return value.find_first_of(u"&/\t") != StringView::npos && ReadBackValue(value) != Trim(value);
+}
+
 int CountOtherValues(const Fields& settings) {
   int count = 0;
-  for (const Field& field : settings) {
-    count += ReadBackValue(field.Value()) != Trim(field.Value()) ? 1 : 0;
-  }
+  for (const Field& field : settings) count += IsReadOtherwise(field.Value()) ? 1 : 0;
   return count;
 }
 
