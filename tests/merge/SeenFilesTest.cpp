@@ -25,9 +25,10 @@ using ::testing::StartsWith;
 class SeenFilesTest : public ::testing::Test {
  protected:
   SeenFilesTest() {
-    fs::create_directory(folder_ / "dist");
-    fs::create_directory(folder_ / "conf");
+    for (const char* name : {"dist", "conf"}) fs::create_directory(folder_ / name);
     WriteFile(server_, "a: 9\r\n");
+    EXPECT_EQ(Keep(seen_, "a: 1\r\n"), "");
+    entry_ = seen_.EntryOf(server_);
   }
 
   /// @return what the state folder has for a file, "none" for nothing.
@@ -47,7 +48,8 @@ class SeenFilesTest : public ::testing::Test {
 
   ScratchFolder folder_;
   Path state_ = folder_ / "state/seen";
-  Path server_ = folder_ / "conf/a.conf";
+  Path server_ = folder_ / "conf/a.conf", entry_;
+  SeenFiles seen_{state_};
 };
 
 TEST_F(SeenFilesTest, AFolderThatTakesNothingIsReportedOnceAndCostsNothingElse) {
@@ -71,31 +73,26 @@ TEST_F(SeenFilesTest, AFolderThatTakesNothingIsReportedOnceAndCostsNothingElse) 
 
 #ifndef _WIN32
 TEST_F(SeenFilesTest, AFullDiskOrAReadOnlyFolderLeavesTheOldEntryWhole) {
-  SeenFiles seen(state_), again(state_);
-  EXPECT_EQ(Keep(seen, "old\r\n"), "");
+  SeenFiles again(state_);
   const std::string large(5000, 'x');
-  EXPECT_THAT(OnFullDisk(1000, [&] { return Keep(seen, large); }), HasSubstr("seen: "));
+  EXPECT_THAT(OnFullDisk(1000, [&] { return Keep(seen_, large); }), HasSubstr("seen: "));
   EXPECT_EQ(EntryCount(), 1);
   const auto keepAnother = [&] { return again.Keep(folder_ / "conf/b.conf", {{}, "new"}); };
   EXPECT_THAT(ToUtf8(InLockedFolder(state_, keepAnother)), HasSubstr("seen: "));
-  EXPECT_EQ(Found(server_), "old\r\n");
+  EXPECT_EQ(Found(server_), "a: 1\r\n");
 }
 #endif
 
 TEST_F(SeenFilesTest, KeepsTheBytesUnderTheAbsolutePath) {
-  SeenFiles seen(state_);
   const std::string bytes("\xEF\xBB\xBF\n\npath: x\r\na: \xE9\0b", 20);
-  EXPECT_EQ(Found(server_), "none");
-  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
-  EXPECT_EQ(Keep(seen, bytes), "");
+  EXPECT_EQ(Keep(seen_, bytes), "");
   EXPECT_EQ(Found(server_), bytes);
   EXPECT_EQ(Found(folder_ / "conf/../conf/./a.conf"), bytes);
   EXPECT_EQ(Found(folder_ / "conf2/a.conf"), "none");
   EXPECT_EQ(EntryCount(), 1);
-  const Path entry = seen.EntryOf(server_);
-  EXPECT_THAT(entry.filename().string(), MatchesRegex("\\w+-a.conf.seen"));
-  EXPECT_THAT(ReadFile(entry), AllOf(StartsWith("quenmar seen file 1\npath: "),
-                                     HasSubstr("a.conf\ndate: 2"), EndsWith("\n\n" + bytes)));
+  EXPECT_THAT(entry_.filename().string(), MatchesRegex("\\w+-a.conf.seen"));
+  EXPECT_THAT(ReadFile(entry_), AllOf(StartsWith("quenmar seen file 1\npath: "),
+                                      HasSubstr("a.conf\ndate: 2"), EndsWith("\n\n" + bytes)));
   const Path here = fs::current_path();
   fs::current_path(folder_ / "conf");
   EXPECT_EQ(Found("a.conf"), bytes);
@@ -103,18 +100,15 @@ TEST_F(SeenFilesTest, KeepsTheBytesUnderTheAbsolutePath) {
 }
 
 TEST_F(SeenFilesTest, ADamagedEntryIsReportedAndReplaced) {
-  SeenFiles seen(state_);
-  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
-  const Path entry = seen.EntryOf(server_);
-  const std::string whole = ReadFile(entry);
+  const std::string whole = ReadFile(entry_);
   for (const std::string& bytes :
        {std::string(), whole.substr(0, 10), whole.substr(0, whole.find("date")), "x" + whole,
         whole.substr(0, whole.find("date")) + "date: 2026-13-01\n\n"}) {
-    WriteFile(entry, bytes);
-    const OldFile old = FindOldFile({}, &seen, server_);
-    EXPECT_TRUE(!old.file && old.path == entry && !old.trouble.empty()) << bytes;
+    WriteFile(entry_, bytes);
+    const OldFile old = FindOldFile({}, &seen_, server_);
+    EXPECT_TRUE(!old.file && old.path == entry_ && !old.trouble.empty()) << bytes;
   }
-  EXPECT_EQ(Keep(seen, "a: 2\r\n"), "");
+  EXPECT_EQ(Keep(seen_, "a: 2\r\n"), "");
   EXPECT_EQ(Found(server_), "a: 2\r\n");
 }
 
@@ -123,13 +117,12 @@ TEST_F(SeenFilesTest, ClearsAfterAYearWhatHasGone) {
       {folder_ / "conf/gone.conf", false, true, false},
       {folder_ / u8"conf/h\u00E9 %41%.conf", true, true, true},
       {folder_ / "conf/young.conf", false, false, true}};
-  SeenFiles seen(state_);
   for (const auto& [server, there, old, kept] : cases) {
     if (there) WriteFile(server, "");
-    EXPECT_EQ(seen.Keep(server, {folder_ / "dist/a.conf", "x: 1\r\n"}), u"");
-    std::string entry = ReadFile(seen.EntryOf(server));
+    EXPECT_EQ(seen_.Keep(server, {folder_ / "dist/a.conf", "x: 1\r\n"}), u"");
+    std::string entry = ReadFile(seen_.EntryOf(server));
     if (old) entry.replace(entry.find("\ndate: ") + 7, 4, "2020");
-    WriteFile(seen.EntryOf(server), entry);
+    WriteFile(seen_.EntryOf(server), entry);
   }
   WriteFile(state_ / "other.seen", "quenmar");
   SeenFiles later(state_);
@@ -142,8 +135,6 @@ TEST_F(SeenFilesTest, ClearsAfterAYearWhatHasGone) {
 
 #ifndef _WIN32
 TEST_F(SeenFilesTest, LinksLeadToTheEntryOfTheirTarget) {
-  SeenFiles seen(state_);
-  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
   fs::create_directories(folder_ / "far/below");
   fs::create_directory_symlink("conf", folder_ / "soft");
   fs::create_directory_symlink("../far/below", folder_ / "conf/link");
@@ -152,32 +143,25 @@ TEST_F(SeenFilesTest, LinksLeadToTheEntryOfTheirTarget) {
 }
 
 TEST_F(SeenFilesTest, WhatIsNoFileInAnEntrysPlaceIsNamedAndStays) {
-  SeenFiles seen(state_);
-  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
-  const Path entry = seen.EntryOf(server_);
-  fs::remove(entry);
+  fs::remove(entry_);
   for (const bool pipe : {true, false}) {
-    pipe ? (void)::mkfifo(entry.c_str(), 0600) : (void)fs::create_directory(entry);
-    const OldFile old = seen.Look(server_);
-    EXPECT_TRUE(old.path == entry && !old.trouble.empty());
-    EXPECT_THAT(Keep(seen = SeenFiles(state_), "a: 2\r\n"), StartsWith(entry.string() + ": "));
-    fs::remove(entry);
+    pipe ? (void)::mkfifo(entry_.c_str(), 0600) : (void)fs::create_directory(entry_);
+    const OldFile old = seen_.Look(server_);
+    EXPECT_TRUE(old.path == entry_ && !old.trouble.empty());
+    EXPECT_THAT(Keep(seen_ = SeenFiles(state_), "a: 2\r\n"), StartsWith(entry_.string() + ": "));
+    fs::remove(entry_);
   }
 }
 
 TEST_F(SeenFilesTest, AFolderThatCannotBeReadIsToldOnce) {
-  SeenFiles seen(state_);
-  EXPECT_EQ(Keep(seen, "a: 1\r\n"), "");
   for (const Path& above : {folder_.Folder(), state_.parent_path()}) {
     fs::permissions(above, fs::perms::all);
   }
   for (const fs::perms some : {fs::perms::none, fs::perms::others_read | fs::perms::owner_read}) {
     SeenFiles again(state_);
     fs::permissions(state_, some);
-    ASSERT_EQ(::seteuid(::getuid() == 0 ? 65534 : ::getuid()), 0);
-    const OldFile first = again.Look(server_);
-    const OldFile second = again.Look(server_);
-    ASSERT_EQ(::seteuid(::getuid()), 0);
+    const auto look = [&] { return again.Look(server_); };
+    const OldFile first = AsUser(look), second = AsUser(look);
     fs::permissions(state_, fs::perms::owner_all);
     EXPECT_TRUE(first.path == state_ && !first.trouble.empty() && second.trouble.empty());
   }

@@ -7,8 +7,9 @@ namespace {
 class SettingMarks : public MergeFixture {
  protected:
   SettingMarks()
-      : MergeFixture("// A\r\na: 1\r\n// B\r\nb: 2\r\n// &lt;C>\r\nc: 3\r\n",
-                     "// A\r\na: 1\r\n\r\n//b: 9\r\n// mine\r\nc: 4\r\n\r\nown: 5\r\nnote: 6\r\n") {
+      : MergeFixture(
+            "// A\r\na: 1\r\n// B\r\nb: 2\r\n// &lt;C>\r\nc: 3\r\n",
+            "// A\r\na: 1\r\n\r\n//b: 9\r\n// mine\r\nc: 4\r\n\r\nown: Ni\xF1o\r\nnote: 6\r\n") {
     Open(Purpose::kEdit);
   }
 
@@ -57,13 +58,22 @@ TEST_F(SettingMarks, KnowThatTheProgramsOwnFormActivates) {
 TEST_F(SettingMarks, AreWhatAFilterLooksAt) {
   EXPECT_EQ(merge_->DistributionComment(u"a"), u"");  // as on the server
   EXPECT_EQ(merge_->DistributionComment(u"c"), u"<C>");
-  const std::pair<SettingFilter, const char*> cases[] = {
-      {{u"mine", SettingFilter::Choice::kAll}, "2"},
-      {{u"<c>", SettingFilter::Choice::kAll}, "2"},
-      {{u"", SettingFilter::Choice::kChanged}, "12"},
-      {{u"", SettingFilter::Choice::kCommentedOut}, "1"},
-      {{u"", SettingFilter::Choice::kNotInDistribution}, "34"}};
-  for (const auto& [filter, rows] : cases) EXPECT_EQ(Rows(filter), rows);
+  using Choice = SettingFilter::Choice;
+  const std::tuple<StringView, Choice, const char*> cases[] = {
+      {u" ", Choice::kAll, "01234"},
+      {u"OWN", Choice::kAll, "3"},
+      {u" NI\u00D1O ", Choice::kAll, "3"},
+      {u"Mine", Choice::kAll, "2"},
+      {u"<c>", Choice::kAll, "2"},
+      {u"2", Choice::kAll, ""},  // only the distribution's value
+      {u" ", Choice::kChanged, "12"},
+      {u"", Choice::kNotInDistribution, "34"},
+      {u"", Choice::kCommentedOut, "1"},
+      {u"9", Choice::kCommentedOut, "1"},
+      {u"a", Choice::kCommentedOut, ""}};
+  for (const auto& [text, choice, rows] : cases) {
+    EXPECT_EQ(Rows({text, choice}), rows) << ToUtf8(text);
+  }
 }
 
 }  // namespace
