@@ -15,7 +15,6 @@
 #include "ScratchFolder.h"
 #include "Trees.h"
 #include "cli/Console.h"
-#include "files/FileError.h"
 #include "registry/Options.h"
 
 namespace quenmar {
@@ -50,15 +49,6 @@ class ConsoleTest : public ::testing::Test {
     return ToUtf8(PathText(Path(folder_ / name).make_preferred()));
   }
 
-  /// @return the system's words for a file that is not there.
-  std::string NoSuchFile() {
-    try {
-      return ReadBytes(folder_ / "no such file");
-    } catch (const FileError& error) {
-      return error.what();
-    }
-  }
-
   /// Runs the program with a registry file in the scratch folder.
   int Run(std::vector<std::string> arguments) {
     std::istringstream in(input_);
@@ -74,6 +64,18 @@ class ConsoleTest : public ::testing::Test {
   int Merge(std::vector<std::string> options, const char* file = "a.conf") {
     options.insert(options.begin(), {"merge", At("dist"), At("server"), file});
     return Run(std::move(options));
+  }
+
+  /// @return what a merge that is done prints.
+  std::string MergeOutput(std::vector<std::string> options, const char* file = "a.conf") {
+    EXPECT_EQ(Merge(std::move(options), file), kNothingToDo) << err_;
+    return out_;
+  }
+
+  /// @return what a merge that is not done says.
+  std::string MergeTrouble(std::vector<std::string> options, const char* file = "a.conf") {
+    EXPECT_EQ(Merge(std::move(options), file), kTrouble) << out_;
+    return err_;
   }
 
   int Check(std::vector<std::string> options = {}) {
