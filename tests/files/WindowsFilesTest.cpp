@@ -3,10 +3,9 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <functional>
 
 #include "ScratchFolder.h"
-#include "files/FileError.h"
+#include "files/ErrorOf.h"
 #include "files/Files.h"
 #include "files/Folder.h"
 
@@ -22,25 +21,9 @@ struct Busy {
   HANDLE handle;
 };
 
-/// @return the number of the failure, 0 for none; it comes with what the system says to it.
-DWORD ErrorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const FileError& error) {
-    const auto number = static_cast<DWORD>(error.Number());
-    std::wstring text(1000, L'\0');
-    ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, number, 0,
-                     text.data(), 1000, nullptr);
-    EXPECT_FALSE(error.Description().empty());
-    EXPECT_TRUE(String(text.begin(), text.end()).starts_with(error.Description()));
-    return number;
-  }
-  return 0;
-}
-
 /// @return the failure of writing to the file, be it in its place or by a new one.
-DWORD WriteError(const Path& file) {
-  const DWORD number = ErrorOf([&file] { WriteInPlace(file, "new"); });
+int WriteError(const Path& file) {
+  const int number = ErrorOf([&file] { WriteInPlace(file, "new"); });
   EXPECT_EQ(ErrorOf([&file] { ReplaceBytes(file, "new"); }), number);
   return number;
 }
@@ -60,8 +43,8 @@ TEST_F(WindowsFiles, AReadOnlyFileKeepsItsContent) {
     std::fclose(open);
     GTEST_SKIP() << "Wine lets root write to any file";
   }
-  EXPECT_EQ(WriteError(file_), DWORD{ERROR_ACCESS_DENIED});
-  EXPECT_EQ(ErrorOf([this] { CopyBeside(file_, "new", file_); }), DWORD{ERROR_ACCESS_DENIED});
+  EXPECT_EQ(WriteError(file_), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(ErrorOf([this] { CopyBeside(file_, "new", file_); }), ERROR_ACCESS_DENIED);
   EXPECT_EQ(ReadBytes(file_), "old");
   ::SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
@@ -69,15 +52,15 @@ TEST_F(WindowsFiles, AReadOnlyFileKeepsItsContent) {
 TEST_F(WindowsFiles, ABusyFileKeepsItsContentUnlessItIsShared) {
   for (const DWORD sharing : {DWORD{0}, DWORD{FILE_SHARE_READ}}) {
     const Busy reader(file_, sharing);
-    EXPECT_EQ(WriteError(file_), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_EQ(WriteError(file_), ERROR_SHARING_VIOLATION);
     EXPECT_EQ(ErrorOf([this] { (void)ReadBytes(file_); }),
-              sharing == 0 ? DWORD{ERROR_SHARING_VIOLATION} : DWORD{0});
+              sharing == 0 ? ERROR_SHARING_VIOLATION : 0);
   }
   EXPECT_EQ(ReadBytes(file_), "old");
   for (const std::string bytes : {"longer", "", "new"}) {
     {
       const Busy reader(file_, FILE_SHARE_READ | FILE_SHARE_WRITE);
-      EXPECT_EQ(ErrorOf([&] { ReplaceBytes(file_, bytes); }), 0U);
+      EXPECT_EQ(ErrorOf([&] { ReplaceBytes(file_, bytes); }), 0);
     }
     EXPECT_EQ(ReadBytes(file_), bytes);
   }
@@ -89,17 +72,17 @@ TEST_F(WindowsFiles, ACopyIsWholeOrNotMade) {
   ReplaceBytes(file_, "both");
   EXPECT_EQ(ReadBytes(copy_), "both");
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(copyError(), 0U);
+    EXPECT_EQ(copyError(), 0);
     EXPECT_EQ(ReadBytes(copy_), "copied");
     EXPECT_EQ(ReadBytes(file_), "both");
   }
   {
     const Busy reader(copy_, FILE_SHARE_READ);
-    EXPECT_NE(copyError(), 0U);
+    EXPECT_NE(copyError(), 0);
   }
   ::DeleteFileW(copy_.c_str());
   std::filesystem::create_directory(copy_);
-  EXPECT_NE(copyError(), 0U);
+  EXPECT_NE(copyError(), 0);
   EXPECT_EQ(KindOf(copy_), FileKind::kFolder);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Folder()), {}), 2);
 }
@@ -112,8 +95,8 @@ TEST_F(WindowsFiles, AMissingDriveIsReportedAndListsNothing) {
   String trouble;
   EXPECT_TRUE(EntriesEndingIn(u".conf", drive, trouble).empty());
   EXPECT_FALSE(trouble.empty());
-  EXPECT_NE(ErrorOf([&drive] { (void)ReadBytes(drive / "x.conf"); }), 0U);
-  EXPECT_NE(ErrorOf([&drive] { WriteInPlace(drive / "x.conf", "x"); }), 0U);
+  EXPECT_NE(ErrorOf([&drive] { (void)ReadBytes(drive / "x.conf"); }), 0);
+  EXPECT_NE(ErrorOf([&drive] { WriteInPlace(drive / "x.conf", "x"); }), 0);
 }
 
 TEST_F(WindowsFiles, PathsMayBeLong) {
