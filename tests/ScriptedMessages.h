@@ -32,10 +32,9 @@ class ScriptedMessages : public MessageBoxes {
   }
 
   Button ShowWithDetails(const String& text, int style, const String& details,
-                         const String& offer) override {
+                         const String& /*offer*/) override {
     shown.push_back({ToUtf8(text), style});
     if (!details.empty()) lastDetails = details;
-    lastOffer = offer;
     if ((style & message_style::kButtons) == message_style::kOk) return Button::kOk;
     if (answers_.empty()) {
       std::cerr << "unexpected question: " << shown.back().text << std::endl;
@@ -48,7 +47,6 @@ class ScriptedMessages : public MessageBoxes {
 
   std::vector<Shown> shown;
   String lastDetails;  // of the last box that had any
-  String lastOffer;    // of the last box
 
  private:
   std::deque<Button> answers_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <random>
 
+#include "ErrorOf.h"
 #include "docmodel/Document.h"
 #include "text/Charset.h"
 
@@ -19,16 +20,6 @@ int Add(Parameters& all, StringView name) { return all.AddParameter(name, u"v");
 bool Remove(Documents& all, const NameOrIndex& which) { return all.RemoveChild(which); }
 bool Remove(Fields& all, const NameOrIndex& which) { return all.RemoveField(which); }
 bool Remove(Parameters& all, const NameOrIndex& which) { return all.RemoveParameter(which); }
-
-template <class Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const DocError& error) {
-    return error.Number();
-  }
-  return 0;
-}
 
 template <class All>
 class Collections : public ::testing::Test {};

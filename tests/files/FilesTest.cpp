@@ -4,8 +4,8 @@
 
 #include <functional>
 
+#include "ErrorOf.h"
 #include "ScratchFolder.h"
-#include "files/ErrorOf.h"
 #include "files/Folder.h"
 
 namespace quenmar {

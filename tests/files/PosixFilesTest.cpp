@@ -15,8 +15,8 @@
 #include <tuple>
 
 #include "DiskTrouble.h"
+#include "ErrorOf.h"
 #include "ScratchFolder.h"
-#include "files/ErrorOf.h"
 #include "files/Files.h"
 
 namespace quenmar {

@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
+#include "ErrorOf.h"
 #include "ScratchFolder.h"
-#include "files/ErrorOf.h"
 #include "files/Files.h"
 #include "files/Folder.h"
 

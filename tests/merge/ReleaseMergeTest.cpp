@@ -112,8 +112,7 @@ TEST_F(ReleaseMergeTest, AStateFolderThatTakesNothingFailsNoSave) {
   merge_->SetValue(List::kActual, u"a", u"1");
   EXPECT_TRUE(Save());
   ASSERT_EQ(messages_.shown.size(), 2U);
-  EXPECT_EQ(messages_.shown[0].text, "Saved!");
-  EXPECT_THAT(messages_.shown[1].text,
+  EXPECT_THAT(messages_.shown.back().text,
               HasSubstr("The distribution's file could not be remembered: "));
 }
 

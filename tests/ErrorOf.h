@@ -8,11 +8,11 @@
 
 namespace quenmar {
 
-/// @return the system's number for the failure, below 0 when it damaged a file; 0 for success.
+/// @return the number of the failure, below 0 when it damaged a file; 0 for success.
 inline int ErrorOf(const std::function<void()>& action) {
   try {
     action();
-  } catch (const FileError& error) {
+  } catch (const RuntimeError& error) {
     const String words = error.Description();
     EXPECT_FALSE(words.empty() || words.starts_with(u"System error"));  // unknown to the system
     return dynamic_cast<const FileDamaged*>(&error) != nullptr ? -error.Number() : error.Number();
