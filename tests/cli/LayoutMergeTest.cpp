@@ -25,8 +25,6 @@ class LayoutMergeTest : public ConsoleTest {
 
 TEST_F(LayoutMergeTest, KeepsTheLinesOfTheChosenFile) {
   const std::pair<std::vector<std::string>, const char*> cases[] = {
-      {{"--layout", "server", "--restore-all", "--set", "rate=9"},
-       "# My head\n\nrate: 9   // mine\n//base: 2\nnote: 5\n\n// gone\nold: 3\n\n//npc: a.txt\n"},
       {{"--layout", "server", "--restore", "note", "--add", "fresh", "--set", "base=4"},
        "# My head\n\nrate: 150   // mine\nbase: 4\nnote: 5\n\n// needed now\nfresh: 7\n\n"
        "//npc: a.txt\n"},
