@@ -67,6 +67,7 @@ TEST_F(ReleaseTest, TakesTheNewDefaultsBeforeItSetsValues) {
   EXPECT_EQ(MergeOutput({"--take-defaults", "--set", "xp=120", "--dry-run"}),
             "changed        xp: 100 -> 120\n")
       << "the user's own value";
+  EXPECT_EQ(MergeOutput({"--take-defaults", "--set", "xp=100", "--dry-run"}), "no changes\n");
   EXPECT_EQ(Merge({"--take-defaults"}), kNothingToDo);
   EXPECT_EQ(Read("server/a.conf"), "xp: 150\r\ngold: 7\r\nslots: 9\r\nnpc: x\r\n");
   EXPECT_THAT(err_, Not(HasSubstr("left as")));

@@ -33,16 +33,14 @@ TEST(XmlExport, WritesTheTreeLineByLineAndEscapesFieldValuesOnly) {
   fields.AddField(u"a&b", u"<&>\"'\r\n\u4E2D");
   fields.AddField(u"empty", u"");
   fields.AddField(u"", u"&lt;");
-  for (int i = 0; i < 2; ++i) {
-    fields.Field(i)->Parameters().AddParameter(u"p", u"<&\">");
-    fields.Field(i)->Parameters().AddParameter(u"q", u"");
-  }
+  fields.Field(0)->Parameters().AddParameter(u"p", u"<&\">");
+  fields.Field(0)->Parameters().AddParameter(u"q", u"");
   root.SetVersion(u"2.0");
   root.SetEncoding(u"utf");
   EXPECT_EQ(root.XMLExport(),
             u"<?xml version=\"2.0\" encoding=\"utf\"?>\r\n"
             u"<xml>\r\n\t<a&b p=\"<&\">\" q=\"\">&lt;&amp;&gt;\"'\r\n\u4E2D</a&b>\r\n"
-            u"\t<empty p=\"<&\">\" q=\"\"/>\r\n\t<>&lt;</>\r\n"
+            u"\t<empty/>\r\n\t<>&lt;</>\r\n"
             u"\t<child r=\"a b\">\r\n\t\t<f>1</f>\r\n\t\t<leaf/>\r\n\t</child>\r\n"
             u"\t<xml/>\r\n</xml>\r\n");
   EXPECT_FALSE(root.Busy());
