@@ -5,7 +5,6 @@ namespace quenmar {
 namespace {
 
 using ::testing::HasSubstr;
-using Kind = DefaultChange::Kind;
 
 constexpr const char* kOld = "a: 1\r\nb: 1\r\n//c: 1\r\nd: 1\r\nf: 1\r\nnpc: x\r\n";
 constexpr const char* kNew = "a: 2\r\nb: 2\r\nc: 2\r\nd: 1\r\ne: 2\r\nf: 2\r\n";
@@ -23,7 +22,7 @@ class ReleaseMergeTest : public MergeFixture {
     EXPECT_FALSE(merge_->DefaultChangeOf(u"d") || merge_->DefaultChangeOf(u"f"));
     for (const DefaultChange& change : merge_->DefaultChanges()) {
       EXPECT_EQ(merge_->DefaultChangeOf(change.name).value().kind, change.kind);
-      text += ToUtf8(change.name) + (change.kind == Kind::kDefault ? " default;" : " both;");
+      text += ToUtf8(change.name) + (change.IsUntouched() ? " default;" : " both;");
     }
     for (const SeriesEntry& entry : merge_->WithdrawnEntries()) text += ToUtf8(entry.name) + ";";
     return text;
