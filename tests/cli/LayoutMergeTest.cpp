@@ -61,6 +61,24 @@ TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
   EXPECT_THAT(out_, AllOf(HasSubstr("save     2 removed\n"), Not(HasSubstr("reformatted"))));
 }
 
+TEST_F(LayoutMergeTest, OneValueOfManyChangesOneLine) {
+  std::string mine = "// My head\n";
+  std::string release = "// Their head\r\n";
+  std::string merged = release;
+  for (int i = 0; i < 300; ++i) {
+    const std::string name = "s" + std::to_string(i) + ": ";
+    const std::string theirs = "\r\n// new words\r\n" + name;
+    mine.append("\n// why\n" + name + "5 // because\n");
+    release.append(theirs + "1\r\n");
+    merged.append(theirs + (i == 7 ? "6\r\n" : "5\r\n"));
+  }
+  Write("dist/a.conf", release);
+  Write("server/a.conf", mine);
+  EXPECT_EQ(MergeOutput({"--layout", "distribution", "--set", "s7=6", "--output", "-"}), merged);
+  EXPECT_EQ(Merge({"--layout", "server", "--set", "s7=6"}), kNothingToDo);
+  EXPECT_EQ(Read("server/a.conf"), mine.replace(mine.find("s7: 5") + 4, 1, "6"));
+}
+
 TEST_F(LayoutMergeTest, TheOptionToSortExchangesNoLines) {
   SetOptions("\"Sort\"=\"1\"\r\n\"Layout\"=\"server\"\r\n");
   const std::string mine = "// mine\nx: 1\nmode: fast\n//mode: slow\nb: 1\na: 1\n";
