@@ -2,9 +2,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QTest>
 #include <QTimer>
-#include <functional>
 
 namespace quenmar {
 
@@ -15,8 +15,9 @@ inline void PressKeys(const QWidget& window, const QString& keys) {
   }
 }
 
-/// Chooses an entry, if any, of the menu that an action opens. @return the names of all entries.
-inline QStringList MenuOf(const std::function<void()>& open, const QString& chosen = {}) {
+/// Asks a control for its menu and chooses an entry, if any. @return the names of all entries.
+inline QStringList MenuOf(QWidget* control, const QString& chosen = {},
+                          QContextMenuEvent::Reason reason = QContextMenuEvent::Keyboard) {
   QStringList offered;
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, &poll, [&offered, &chosen] {
@@ -29,7 +30,8 @@ inline QStringList MenuOf(const std::function<void()>& open, const QString& chos
     menu->close();
   });
   poll.start(0);
-  open();
+  QContextMenuEvent event(reason, QPoint(2, 2), QPoint(2, 2));
+  QApplication::sendEvent(control, &event);
   return offered;
 }
 
