@@ -1,5 +1,6 @@
 #include "grid/xEditGrid.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -70,14 +71,9 @@ class xEditGridTest : public ::testing::Test {
 
 using Action = void (*)(xEditGrid&);
 
-/// @return the number of the error that the action raises, 0 for none.
-int Raised(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const RuntimeError& error) {
-    return error.Number();
-  }
-  return 0;
+/// Matches an action that raises an error of that number.
+auto Raises(int number) {
+  return ::testing::Throws<RuntimeError>(::testing::Property(&RuntimeError::Number, number));
 }
 
 TEST_F(xEditGridTest, OffersEveryChangeOfTheTextToTheOwner) {
@@ -149,16 +145,33 @@ TEST_F(xEditGridTest, KeepsListEntriesApartFromTheReadOnlySetting) {
   EXPECT_EQ(grid_.CellValue(1, 1), u"plain");
 }
 
-TEST_F(xEditGridTest, MovesTheEditWithTheArrowKeys) {
-  grid_.SetRows(4);
-  for (const auto& [from, key, to] :
-       {std::tuple(1, 38, 1), {2, 38, 1}, {3, 40, 3}, {2, 40, 3}, {2, 39, 2}}) {
-    grid_.ClickCell(from, 0);
-    (void)Seen();
+TEST_F(xEditGridTest, MovesTheEditPastHiddenRows) {
+  grid_.SetRows(7);
+  grid_.ClickCell(3, 1);
+  grid_.SetHiddenRows({true, false, true, false, true, true, false});
+  EXPECT_EQ(grid_.State(), EditState::kText);  // its row is visible
+  constexpr int kUp = xEditGrid::kKeyUp;
+  constexpr int kDown = xEditGrid::kKeyDown;
+  constexpr int kOther = 39;
+  for (const auto& [key, row] :
+       {std::pair(kOther, 3), {kDown, 6}, {kDown, 6}, {kUp, 3}, {kUp, 1}, {kUp, 1}}) {
     grid_.EditorKeyDown(key);
-    EXPECT_EQ(grid_.Row(), to) << from << " " << key;
-    EXPECT_EQ(Seen(), from == to ? "text  " : "text  RowColChange Click ") << from << " " << key;
+    EXPECT_EQ(grid_.Row(), row) << key;
+    EXPECT_EQ(grid_.State(), EditState::kText);
   }
+  for (const auto& [hidden, row] :
+       {std::pair(std::vector<bool>{false, true, true}, 3),
+        std::pair(std::vector<bool>{false, false, false, true, true, true, true}, 2)}) {
+    grid_.SetHiddenRows(hidden);
+    EXPECT_EQ(grid_.Row(), row);
+    EXPECT_EQ(grid_.State(), EditState::kIdle);
+  }
+  grid_.SetHiddenRows(std::vector<bool>(7, true));
+  EXPECT_FALSE(grid_.TakesText());
+  grid_.StartEdit();
+  EXPECT_EQ(grid_.State(), EditState::kIdle);
+  grid_.Clear();
+  EXPECT_FALSE(grid_.IsRowHidden(2));
 }
 
 TEST_F(xEditGridTest, HidesTheEditor) {
@@ -197,7 +210,7 @@ TEST_F(xEditGridTest, GrowsAtTheLastRowOnly) {
   grid_.SetAutoCrecimiento(1);
   grid_.SetRows(std::numeric_limits<int>::max());
   grid_.MoveTo(grid_.Rows(), 0);
-  EXPECT_EQ(Raised([&] { kKey(grid_); }), xEditGrid::kOverflow);
+  EXPECT_THAT([this] { kKey(grid_); }, Raises(xEditGrid::kOverflow));
 }
 
 TEST_F(xEditGridTest, KeepsCellsAndCurrentCellWhenResized) {
@@ -227,7 +240,7 @@ TEST_F(xEditGridTest, RefusesWhatLiesOutside) {
   for (const auto& action : std::initializer_list<std::function<void()>>{
            [&] { grid_.SetRows(0); }, [&] { grid_.SetCols(-1); },
            [&] { (void)grid_.CellValue(2, 0); }, [&] { grid_.SetCellValue(1, -1, u""); }}) {
-    EXPECT_EQ(Raised(action), xEditGrid::kSubscriptOutOfRange);
+    EXPECT_THAT(action, Raises(xEditGrid::kSubscriptOutOfRange));
   }
 }
 
