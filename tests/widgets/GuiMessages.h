@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "ScriptedMessages.h"
-#include "widgets/QtText.h"
 
 namespace quenmar {
 
@@ -19,9 +18,6 @@ class GuiMessages : public ScriptedMessages {
     busy_ = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
     return ScriptedMessages::ShowWithDetails(text, style, details, offer);
   }
-
-  /// @return the details that a message box had last.
-  [[nodiscard]] QString Details() const { return ToQString(lastDetails); }
 
   /// @return whether the application was busy when it showed the last message box.
   [[nodiscard]] bool Busy() const { return busy_; }
