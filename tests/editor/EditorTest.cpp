@@ -261,6 +261,7 @@ class EditorTest : public OpenEditor {
     QCOMPARE(view.model()->rowCount(), 2);
     auto* const list = view.findChild<QComboBox*>("C");
     QVERIFY(list->hasFocus());
+    QCOMPARE(list->geometry(), view.visualRect(view.currentIndex()));
     const auto shown = [&view] { return view.currentIndex().data().toString(); };
     // "no" is refused.
     for (const auto& [key, label] :
