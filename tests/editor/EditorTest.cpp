@@ -108,8 +108,8 @@ class EditorTest : public OpenEditor {
     QVERIFY(T()->hasFocus() && window_->isVisible());
     Keys("Ctrl+Z");
     QCOMPARE(Settings(), "a=5x b=6yz own=7");
-    messages_.Answer({Button::kNo, Button::kYes});
-    Keys("Esc");
+    messages_.Answer({Button::kNo, Button::kNo, Button::kYes});
+    Keys("Esc Return Esc");
     Press("Command4");
     QVERIFY(!window_->isVisible());
   }
