@@ -93,12 +93,6 @@ class FoldersTest : public MainFixture {
     QCOMPARE(Files()->count(), 2);
     QTest::keyClick(From(), Qt::Key_Return);
     QCOMPARE(Files()->count(), 3);
-    From()->setText(" " + Folder("missing") + " ");
-    for (int i = 0; i < 2; ++i) {
-      QTest::keyClick(From(), Qt::Key_Return);
-      QCOMPARE(messages_.Take(), kSelectDistribution);
-      QCOMPARE(From()->text(), Folder("missing"));
-    }
   }
 
   void ChoosingACompletionIsNotYetTheFolder() {
