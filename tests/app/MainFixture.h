@@ -9,15 +9,11 @@
 #include <memory>
 #include <optional>
 
-#include "ScratchFolder.h"
-#include "Trees.h"
 #include "app/MainWindow.h"
 #include "registry/FileRegistry.h"
 #include "widgets/FolderBox.h"
-#include "widgets/GuiMessages.h"
-#include "widgets/PrivateState.h"
 #include "widgets/StateFile.h"
-#include "widgets/WindowVerbs.h"
+#include "widgets/WindowTest.h"
 
 namespace quenmar {
 

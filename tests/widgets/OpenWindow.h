@@ -6,12 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "ScratchFolder.h"
-#include "Trees.h"
 #include "widgets/FileContext.h"
-#include "widgets/GuiMessages.h"
-#include "widgets/PrivateState.h"
-#include "widgets/WindowVerbs.h"
+#include "widgets/WindowTest.h"
 
 namespace quenmar {
 

@@ -7,12 +7,12 @@
 #include <functional>
 
 #include "widgets/MessageDialog.h"
-#include "widgets/PrivateState.h"
 #include "widgets/QtMessageBoxes.h"
 #include "widgets/QtText.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/ShownCursor.h"
 #include "widgets/WindowGeometry.h"
+#include "widgets/WindowTest.h"
 
 namespace quenmar {
 
