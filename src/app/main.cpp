@@ -37,8 +37,8 @@ int main(int argc, char** argv) {
   }
 
   const auto registry = quenmar::OpenRegistry(arguments.registry);
-  if (const quenmar::String trouble = registry->Trouble(); !trouble.empty()) {
-    quenmar::ShowStartFailure(quenmar::ToQString(trouble));
+  if (const quenmar::String reason = registry->ErrorText(); !reason.empty()) {
+    quenmar::ShowStartFailure(quenmar::ToQString(reason));
   }
   const auto language = quenmar::Language::LoadLanguage(*registry);
   quenmar::QtMessageBoxes messages(

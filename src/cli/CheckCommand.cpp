@@ -21,11 +21,11 @@ FileReport Examine(const Path& file, const CheckArguments& arguments,
                    const CommandContext& context) {
   try {
     (void)FileIn(arguments.server, file);
-  } catch (const CommandTrouble& trouble) {
+  } catch (const CommandError& error) {
     FileReport report;
     report.file = PathText(file);
     report.status = FileStatus::kFailed;
-    report.remarks.push_back(FromUtf8(trouble.what()));
+    report.remarks.push_back(FromUtf8(error.what()));
     return report;
   }
   return FileReport::Of(

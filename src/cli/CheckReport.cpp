@@ -132,7 +132,7 @@ ShownFinding Show(const ReportedFinding& reported) {
     case Kind::kDuplicate:
       return as("duplicate", u"the setting " + finding.text + u" has been set before");
     case Kind::kRejectedName:
-      return as("name", reported.trouble + u": " + finding.text);
+      return as("name", reported.reason + u": " + finding.text);
     case Kind::kUtf8:
       return as("charset", u"the file is UTF-8 text");
     case Kind::kNoText:
@@ -271,7 +271,7 @@ void CheckReport::Print(std::ostream& out) const {
 }
 
 ExitStatus CheckReport::Status() const {
-  if (failed_ > 0) return kTrouble;
+  if (failed_ > 0) return kFailure;
   return different_ + lacking_ > 0 ? kDifferences : kNothingToDo;
 }
 

@@ -41,7 +41,7 @@ struct CommandContext {
 inline constexpr const char* kDeclined = "declined, the file was not saved";
 
 /// Something the user asked for cannot be done; `what` is the sentence to show.
-class CommandTrouble : public std::runtime_error {
+class CommandError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
@@ -97,15 +97,15 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context);
                                 std::shared_ptr<Document>& series, const CommandContext& context,
                                 ConfReader::Comments comments, ConfNotes* notes = nullptr);
 
-/// @return the names of the distribution's files, sorted. Throws `CommandTrouble` when there are
+/// @return the names of the distribution's files, sorted. Throws `CommandError` when there are
 /// none.
 [[nodiscard]] std::vector<Path> DistributionFiles(const Path& distribution);
 
-/// @return the path of `file` in `folder`. Throws `CommandTrouble` when `file` is not a name
+/// @return the path of `file` in `folder`. Throws `CommandError` when `file` is not a name
 /// without a folder.
 [[nodiscard]] Path FileIn(const Path& folder, const Path& file);
 
-/// Throws `CommandTrouble` unless `folder` is one.
+/// Throws `CommandError` unless `folder` is one.
 void RequireFolder(const Path& folder);
 
 /// @return the path that an argument names.

@@ -12,7 +12,7 @@ int RunCompare(const CompareArguments& arguments, const CommandContext& context)
                     context, ConfReader::Comments::kLeftOut) ||
       !ReadConfFile(arguments.server, documents.server, documents.serverSeries, context,
                     ConfReader::Comments::kLeftOut)) {
-    return kTrouble;
+    return kFailure;
   }
   const auto comparison = std::make_shared<ChangeComparison>(std::move(documents), arguments.sort);
   comparison->FillResultTrees();

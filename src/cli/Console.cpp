@@ -154,7 +154,7 @@ std::unique_ptr<CLI::App> MakeParser(Arguments& arguments) {
       "that it\n"
       "replaces as FILE.bak, and the distribution's file in the folder QUENMAR_STATE, or in its "
       "usual\nplace.\n"
-      "Exit status: 0 done or nothing to do, 1 check found differences, 2 trouble.");
+      "Exit status: 0 done or nothing to do, 1 check found differences, 2 failed.");
   AddCheck(*app, arguments.check);
   AddCompare(*app, arguments.compare);
   AddMerge(*app, arguments.merge);
@@ -191,8 +191,8 @@ Answers AnswersOf(const Arguments& arguments, const ConsoleStreams& streams) {
 int RunCommand(const CLI::App& app, const Arguments& arguments, const ConsoleStreams& streams) {
   const auto registry = OpenRegistry(arguments.registry.empty() ? std::optional<Path>()
                                                                 : ArgumentPath(arguments.registry));
-  if (const String trouble = registry->Trouble(); !trouble.empty()) {
-    streams.err << "quenmarctl: " << ToUtf8(trouble) << '\n';
+  if (const String reason = registry->ErrorText(); !reason.empty()) {
+    streams.err << "quenmarctl: " << ToUtf8(reason) << '\n';
   }
   const Language language = Language::LoadLanguage(*registry);
   const Options options = ReadOptions(*registry);
@@ -228,19 +228,19 @@ bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
 }
 
 std::vector<Path> DistributionFiles(const Path& distribution) {
-  String trouble;
-  std::vector<Path> files = ListConfFiles(distribution, trouble);
-  if (files.empty() && trouble.empty()) trouble = u"no .conf file in it";
-  if (!trouble.empty()) throw CommandTrouble(ToUtf8(PathText(distribution) + u": " + trouble));
+  String reason;
+  std::vector<Path> files = ListConfFiles(distribution, reason);
+  if (files.empty() && reason.empty()) reason = u"no .conf file in it";
+  if (!reason.empty()) throw CommandError(ToUtf8(PathText(distribution) + u": " + reason));
   std::sort(files.begin(), files.end());
   return files;
 }
 
 Path FileIn(const Path& folder, const Path& file) {
   if (file.empty() || file != file.filename() || file == "." || file == "..") {
-    throw CommandTrouble(ToUtf8(PathText(file)) +
-                         ": FILE is a name without a folder; its folders are "
-                         "DIST_DIR and SERVER_DIR");
+    throw CommandError(ToUtf8(PathText(file)) +
+                       ": FILE is a name without a folder; its folders are "
+                       "DIST_DIR and SERVER_DIR");
   }
   return folder / file;
 }
@@ -248,8 +248,8 @@ Path FileIn(const Path& folder, const Path& file) {
 void RequireFolder(const Path& folder) {
   const FileKind kind = KindOf(folder);
   if (kind == FileKind::kFolder) return;
-  const String trouble = kind == FileKind::kFile ? u"this is not a folder" : FolderTrouble(folder);
-  throw CommandTrouble(ToUtf8(PathText(folder) + u": " + trouble));
+  const String reason = kind == FileKind::kFile ? u"this is not a folder" : FolderError(folder);
+  throw CommandError(ToUtf8(PathText(folder) + u": " + reason));
 }
 
 int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& streams) {
@@ -259,7 +259,7 @@ int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& 
     app->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // last one first
     RequireCommand(*app);
   } catch (const CLI::ParseError& error) {
-    return app->exit(error, streams.out, streams.err) == 0 ? kNothingToDo : kTrouble;
+    return app->exit(error, streams.out, streams.err) == 0 ? kNothingToDo : kFailure;
   }
   try {
     const int status = RunCommand(*app, parsed, streams);
@@ -271,7 +271,7 @@ int RunConsole(const std::vector<std::string>& arguments, const ConsoleStreams& 
   } catch (const std::exception& error) {
     streams.err << "quenmarctl: " << PrintableLines(FromUtf8(error.what())) << '\n';
   }
-  return kTrouble;
+  return kFailure;
 }
 
 }  // namespace quenmar

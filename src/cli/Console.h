@@ -21,7 +21,7 @@ struct ConsoleStreams {
 };
 
 /// Exit statuses, as `diff` has them.
-enum ExitStatus : int { kNothingToDo = 0, kDifferences = 1, kTrouble = 2 };
+enum ExitStatus : int { kNothingToDo = 0, kDifferences = 1, kFailure = 2 };
 
 /// Runs `quenmarctl` with the arguments behind the program's name, as UTF-8.
 /// @return the exit status.

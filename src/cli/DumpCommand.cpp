@@ -27,7 +27,7 @@ int RunDump(const DumpArguments& arguments, const CommandContext& context) {
   }
   context.Leave(settings);
   context.Leave(series);
-  return complete ? kNothingToDo : kTrouble;
+  return complete ? kNothingToDo : kFailure;
 }
 
 }  // namespace quenmar

@@ -32,22 +32,22 @@ class Merge {
         distributionFile_(FileIn(arguments.distribution, file)),
         serverFile_(FileIn(arguments.server, file)) {}
 
-  /// Throws `CommandTrouble` for what cannot be done.
+  /// Throws `CommandError` for what cannot be done.
   int Run(MergeRequests& requests) {
     if (IsMissing(distributionFile_)) {
-      throw CommandTrouble(ToUtf8(PathText(distributionFile_)) + ": no such file");
+      throw CommandError(ToUtf8(PathText(distributionFile_)) + ": no such file");
     }
     if (IsSame(distributionFile_, serverFile_)) {
-      throw CommandTrouble(ToUtf8(context_.language.Text(Message::kSameFolder)));
+      throw CommandError(ToUtf8(context_.language.Text(Message::kSameFolder)));
     }
     lacking_ = IsMissing(serverFile_);
     writesServerFile_ = !arguments_.dryRun && (!arguments_.output || OutputIsServerFile());
     if (lacking_ && writesServerFile_) AskToBegin();
     merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
-    if (!merge_) return kTrouble;
+    if (!merge_) return kFailure;
     requests.Apply(*merge_);
     taken_ = requests.Taken();
-    return Save() ? kNothingToDo : kTrouble;
+    return Save() ? kNothingToDo : kFailure;
   }
 
   /// @return whether the file is another one now, or would be.
@@ -64,12 +64,12 @@ class Merge {
     return arguments_.output != "-" && IsSame(ArgumentPath(*arguments_.output), serverFile_);
   }
 
-  /// Throws `CommandTrouble` when the user does not want a file that the server lacks.
+  /// Throws `CommandError` when the user does not want a file that the server lacks.
   void AskToBegin() const {
     const Button answer =
         ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
                     message_style::kYesNo | message_style::kQuestion, {PathText(file_)});
-    if (answer != Button::kYes) throw CommandTrouble(kDeclined);
+    if (answer != Button::kYes) throw CommandError(kDeclined);
   }
 
   [[nodiscard]] FileMerge::Request Request() const {
@@ -141,18 +141,18 @@ class Merge {
     try {
       return OpenedFile::FromDisk(output);
     } catch (const FileError& error) {
-      throw CommandTrouble(*arguments_.output + ": " + error.what());
+      throw CommandError(*arguments_.output + ": " + error.what());
     }
   }
 
-  /// Throws `CommandTrouble` where the character set lacks a character.
+  /// Throws `CommandError` where the character set lacks a character.
   [[nodiscard]] SavePlan MakePlan(const ConfFile& before) const {
     try {
       return merge_->PlanOver(before);
     } catch (const RuntimeError& error) {
       const String unchanged =
           FinishedText(context_.language.Text(Message::kFileUnchanged), {PathText(serverFile_)});
-      throw CommandTrouble(error.what() + ("\n" + ToUtf8(unchanged)));
+      throw CommandError(error.what() + ("\n" + ToUtf8(unchanged)));
     }
   }
 
@@ -166,7 +166,7 @@ class Merge {
 
   static void RefuseDistribution(bool isDistributions, const Path& target) {
     if (!isDistributions) return;
-    throw CommandTrouble(ToUtf8(PathText(target)) + ": this is inside the distribution's folder");
+    throw CommandError(ToUtf8(PathText(target)) + ": this is inside the distribution's folder");
   }
 
   const MergeArguments& arguments_;
@@ -200,7 +200,7 @@ class MergeAll {
     (arguments_.dryRun ? context_.streams.out : context_.streams.err)
         << "Sum of " << files_ << (files_ == 1 ? " file: " : " files: ") << changed_ << " changed, "
         << files_ - changed_ - failedFiles_ << " unchanged, " << failedFiles_ << " failed\n";
-    return failed_ > 0 ? kTrouble : kNothingToDo;
+    return failed_ > 0 ? kFailure : kNothingToDo;
   }
 
  private:
@@ -238,8 +238,8 @@ class MergeAll {
     failedFiles_ += failed ? 1 : 0;
   }
 
-  void Tell(const std::string& what, const std::string& trouble) const {
-    context_.streams.err << "quenmarctl: " << PrintableLines(FromUtf8(what + ": " + trouble))
+  void Tell(const std::string& what, const std::string& reason) const {
+    context_.streams.err << "quenmarctl: " << PrintableLines(FromUtf8(what + ": " + reason))
                          << '\n';
   }
 
@@ -253,7 +253,7 @@ class MergeAll {
   int failed_ = 0;  // files and requests
 };
 
-/// Throws `CommandTrouble` where the folder of the old release has nothing to take defaults by.
+/// Throws `CommandError` where the folder of the old release has nothing to take defaults by.
 void RequireOldRelease(const MergeArguments& arguments) {
   RequireFolder(*arguments.base);
   if (arguments.all) {
@@ -269,8 +269,8 @@ void RequireOldRelease(const MergeArguments& arguments) {
 int RunMerge(const MergeArguments& arguments, const CommandContext& context) {
   const Layout layout = arguments.layout.value_or(context.options.layout);
   if (context.fixLineEnds && layout != Layout::kSettings) {
-    throw CommandTrouble("--fix-line-ends: layout " + ToUtf8(NameOf(layout)) +
-                         " keeps the line ends");
+    throw CommandError("--fix-line-ends: layout " + ToUtf8(NameOf(layout)) +
+                       " keeps the line ends");
   }
   RequireFolder(arguments.distribution);
   RequireFolder(arguments.server);

@@ -22,8 +22,8 @@ std::vector<String> NamesIn(const Document& list) {
 
 String ValidText(const std::string& argument, const char* option) {
   if (IsUtf8(argument)) return FromUtf8(argument);
-  throw CommandTrouble(std::string(option) + " " + ToUtf8(FromUtf8(argument)) +
-                       ": this is not UTF-8 text");
+  throw CommandError(std::string(option) + " " + ToUtf8(FromUtf8(argument)) +
+                     ": this is not UTF-8 text");
 }
 
 }  // namespace
@@ -56,7 +56,7 @@ bool MergeRequests::Knows(const std::string& wanted, const String& name, const D
   const bool known = !list.Fields().Field(name)->Name().empty();
   if (known) matched_.insert(wanted);
   if (!known && !arguments_.all) {
-    throw CommandTrouble(ToUtf8(name) + " is not among the " + what + " settings");
+    throw CommandError(ToUtf8(name) + " is not among the " + what + " settings");
   }
   return known;
 }
@@ -90,7 +90,7 @@ void MergeRequests::Add(FileMerge& merge) {
 void MergeRequests::Remove(FileMerge& merge) {
   const Names leaving = Known(arguments_.remove, merge.Tree(List::kActual), "kept");
   const int left = merge.Remove(leaving);
-  if (left < static_cast<int>(leaving.size())) throw CommandTrouble(kDeclined);
+  if (left < static_cast<int>(leaving.size())) throw CommandError(kDeclined);
 }
 
 void MergeRequests::TakeDefaults(FileMerge& merge) {
@@ -102,12 +102,12 @@ void MergeRequests::TakeDefaults(FileMerge& merge) {
 
 void MergeRequests::SetValue(const std::string& request, FileMerge& merge) {
   const size_t equals = request.find('=');
-  if (equals == std::string::npos) throw CommandTrouble("--set " + request + ": no = in it");
+  if (equals == std::string::npos) throw CommandError("--set " + request + ": no = in it");
   (void)ValidText(request, "--set");
   const String name = FromUtf8(request.substr(0, equals));
   const String value = FromUtf8(request.substr(equals + 1));
   if (value.find_first_of(u"\r\n") != String::npos) {
-    throw CommandTrouble("--set " + ToUtf8(name) + ": a value is one line");
+    throw CommandError("--set " + ToUtf8(name) + ": a value is one line");
   }
   if (!Knows(request, name, merge.Tree(List::kActual), "kept")) return;
   merge.SetValue(List::kActual, name, value);
@@ -126,13 +126,13 @@ void MergeRequests::Switch(const std::string& wanted, bool on, FileMerge& merge)
   }
   const String name = ValidText(wanted, on ? "--switch-on" : "--switch-off");
   if (merge.SaveLayout() == Layout::kSettings) {
-    throw CommandTrouble(wanted +
-                         ": with layout settings every setting is active; only a series "
-                         "entry (TYPE:VALUE) can be switched");
+    throw CommandError(wanted +
+                       ": with layout settings every setting is active; only a series "
+                       "entry (TYPE:VALUE) can be switched");
   }
   if (!Knows(wanted, name, merge.Tree(List::kActual), "kept")) return;
   if (merge.SwitchSetting(name, on)) return;
-  throw CommandTrouble(
+  throw CommandError(
       ToUtf8(FinishedText(context_.language.Text(Message::kCannotSwitchOff), {name})));
 }
 
@@ -150,7 +150,7 @@ void MergeRequests::SwitchEntry(const std::string& wanted, bool on, FileMerge& m
       return;
     }
   }
-  if (!arguments_.all) throw CommandTrouble(wanted + ": there is no such series entry");
+  if (!arguments_.all) throw CommandError(wanted + ": there is no such series entry");
 }
 
 }  // namespace quenmar

@@ -16,7 +16,7 @@ class MergeRequests {
   MergeRequests(const MergeArguments& arguments, const CommandContext& context)
       : arguments_(arguments), context_(context) {}
 
-  /// Does it all. Throws `CommandTrouble` for what cannot be done and when the user declines. Of
+  /// Does it all. Throws `CommandError` for what cannot be done and when the user declines. Of
   /// many files, each does what concerns it.
   void Apply(FileMerge& merge);
 

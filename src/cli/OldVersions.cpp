@@ -18,7 +18,7 @@ std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file)
 void RequireOneOf(const std::vector<Path>& files, const Path& base) {
   const auto isMissing = [&base](const Path& file) { return IsMissing(base / file); };
   if (!std::all_of(files.begin(), files.end(), isMissing)) return;
-  throw CommandTrouble(
+  throw CommandError(
       ToUtf8(PathText(base) + (files.size() == 1 ? u" has no " + PathText(files.front())
                                                  : u" has none of the distribution's files")));
 }

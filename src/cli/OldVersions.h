@@ -15,10 +15,10 @@ inline constexpr const char* kOldUnknown =
     "what the release itself has changed can be told from the next save on, or with --base DIR";
 
 /// @return the path of `file` in the folder of the old distribution's files, where one was named.
-/// Throws `CommandTrouble` when that is not a folder.
+/// Throws `CommandError` when that is not a folder.
 [[nodiscard]] std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file);
 
-/// Throws `CommandTrouble` when the folder has none of the files, which are to be merged.
+/// Throws `CommandError` when the folder has none of the files, which are to be merged.
 void RequireOneOf(const std::vector<Path>& files, const Path& base);
 
 /// Prints one line about the files of the server whose old version is not known, if there are any.

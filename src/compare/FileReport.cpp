@@ -63,10 +63,10 @@ class Examination {
     ConfNotes& notes = version.notes;
     const bool complete = reader.LoadConfFile(path, version.settings, version.series, &notes);
     for (const Finding& finding : notes.findings) {
-      report_.findings.push_back({path, finding, notes.trouble});
+      report_.findings.push_back({path, finding, notes.reason});
     }
-    if (!complete && notes.troubleLine == 0) {
-      report_.findings.push_back({path, {0, Finding::Kind::kUnreadable, notes.trouble}, {}});
+    if (!complete && notes.errorLine == 0) {
+      report_.findings.push_back({path, {0, Finding::Kind::kUnreadable, notes.reason}, {}});
     }
     return complete;
   }
@@ -76,10 +76,10 @@ class Examination {
     ConfNotes notes;
     old_ = OldVersion::Read(found, options_, language_, notes);
     report_.oldKnown = old_.has_value();
-    if (notes.trouble.empty()) return true;
-    const Finding whole{0, Finding::Kind::kUnreadable, notes.trouble};
+    if (notes.reason.empty()) return true;
+    const Finding whole{0, Finding::Kind::kUnreadable, notes.reason};
     report_.findings.push_back(
-        {found.path, notes.troubleLine > 0 ? notes.findings.back() : whole, notes.trouble});
+        {found.path, notes.errorLine > 0 ? notes.findings.back() : whole, notes.reason});
     return !found.named;
   }
 
@@ -176,7 +176,7 @@ String Words(const ReportedFinding& reported, const Language& language) {
     case Finding::Kind::kNoText:
       return language.Text(Message::kRemarkBytes);
     case Finding::Kind::kRejectedName:
-      return reported.trouble + u": " + reported.finding.text;
+      return reported.reason + u": " + reported.finding.text;
     case Finding::Kind::kDuplicate:
     case Finding::Kind::kUnreadable:
       break;

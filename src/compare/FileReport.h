@@ -45,7 +45,7 @@ struct ServerSetting {
 struct ReportedFinding {
   Path path;  ///< of the version that it is about
   Finding finding;
-  String trouble;  ///< why a name was rejected, in words
+  String reason;  ///< why a name was rejected, in words
 };
 
 /// The report on one configuration file in its two versions, and in a third, older one where that

@@ -38,10 +38,10 @@ std::vector<SeriesEntry> WithdrawnEntries(const Document& old, const Document& n
 std::optional<OldVersion> OldVersion::Read(const OldFile& found, const Options& options,
                                            const Language& language, ConfNotes& notes) {
   notes = ConfNotes();
-  notes.trouble = found.trouble;
+  notes.reason = found.reason;
   if (!found.file) return std::nullopt;
   if (found.file->Encoding().utf16) {
-    notes.trouble = language.Text(Message::kUtf16Text);
+    notes.reason = language.Text(Message::kUtf16Text);
     return std::nullopt;
   }
   OldVersion version;

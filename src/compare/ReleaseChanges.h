@@ -53,7 +53,7 @@ struct VersionTrees {
 struct OldFile {
   std::optional<ConfFile> file = {};  ///< nothing where none is known, or where it cannot be read
   Path path = {};                     ///< where it was looked for
-  String trouble = {};                ///< why it cannot be read, in words for the user
+  String reason = {};                 ///< why it cannot be read, in words for the user
   bool named = false;                 ///< the user has named it, so it must be readable
 };
 
@@ -63,7 +63,7 @@ struct OldVersion {
   std::shared_ptr<Document> series = std::make_shared<Document>();
 
   /// Reads it, without a user.
-  /// @param notes receives why the file cannot be read to its end; without trouble, there is none
+  /// @param notes receives why the file cannot be read to its end; otherwise there is none
   /// @return nothing in both cases.
   [[nodiscard]] static std::optional<OldVersion> Read(const OldFile& found, const Options& options,
                                                       const Language& language, ConfNotes& notes);

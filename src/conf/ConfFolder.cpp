@@ -10,9 +10,9 @@ constexpr StringView kEnding = u".conf";
 
 }  // namespace
 
-std::vector<Path> ListConfFiles(const Path& folder, String& trouble) {
+std::vector<Path> ListConfFiles(const Path& folder, String& reason) {
   std::vector<Path> names;
-  for (const FolderEntry& entry : EntriesEndingIn(kEnding, folder, trouble)) {
+  for (const FolderEntry& entry : EntriesEndingIn(kEnding, folder, reason)) {
     if (entry.kind == FileKind::kFile) names.push_back(entry.name);
   }
   return names;

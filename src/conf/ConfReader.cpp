@@ -96,10 +96,10 @@ class Reading {
 
   /// Notes that a tree rejected the name in the current line.
   void Reject(const DocError& error) {
-    notes_.trouble = error.Description();
-    notes_.troubleLine = lines_.Number();
+    notes_.reason = error.Description();
+    notes_.errorLine = lines_.Number();
     notes_.findings.push_back(
-        {notes_.troubleLine, Finding::Kind::kRejectedName, Text(TrimBytes(line_.bytes))});
+        {notes_.errorLine, Finding::Kind::kRejectedName, Text(TrimBytes(line_.bytes))});
   }
 
  private:
@@ -176,9 +176,9 @@ class Reading {
     return true;
   }
 
-  void Stop(String trouble, int style) {
-    notes_.trouble = std::move(trouble);
-    context_.messages.Show(notes_.trouble, style);
+  void Stop(String reason, int style) {
+    notes_.reason = std::move(reason);
+    context_.messages.Show(notes_.reason, style);
   }
 
   /// @return false when the user declines to go on.
@@ -316,9 +316,8 @@ class Reading {
 /// as the file was read.
 void AddFindingsOfBytes(ConfNotes& notes) {
   std::vector<Finding> findings = notes.file.Findings();
-  if (notes.troubleLine > 0) {
-    std::erase_if(findings,
-                  [&](const Finding& finding) { return finding.line > notes.troubleLine; });
+  if (notes.errorLine > 0) {
+    std::erase_if(findings, [&](const Finding& finding) { return finding.line > notes.errorLine; });
   }
   findings.insert(findings.end(), notes.findings.begin(), notes.findings.end());
   std::stable_sort(findings.begin(), findings.end(),
@@ -350,10 +349,10 @@ bool ConfReader::LoadConfFile(const Path& path, std::shared_ptr<Document>& setti
     complete = reading.Run();
   } catch (const DocError& error) {
     reading.Reject(error);
-    ShowError(messages_, language_, told.trouble, PlaceOfTrouble(path, told, language_));
+    ShowError(messages_, language_, told.reason, PlaceOfError(path, told, language_));
   } catch (const std::exception& error) {
-    told.trouble = DescriptionOf(error);
-    ShowError(messages_, language_, told.trouble, PathText(path));
+    told.reason = DescriptionOf(error);
+    ShowError(messages_, language_, told.reason, PathText(path));
   }
   told.active.resize(static_cast<size_t>(settings->Fields().Count()));
   if (notes != nullptr) AddFindingsOfBytes(told);
@@ -379,10 +378,10 @@ bool ReadQuietly(const ConfFile& file, const Options& options, Document& setting
   return complete;
 }
 
-String PlaceOfTrouble(const Path& path, const ConfNotes& notes, const Language& language) {
-  if (notes.troubleLine == 0) return PathText(path);
+String PlaceOfError(const Path& path, const ConfNotes& notes, const Language& language) {
+  if (notes.errorLine == 0) return PathText(path);
   return FinishedText(language.Text(Message::kPlaceInFile),
-                      {PathText(path), ToText(notes.troubleLine), notes.findings.back().text});
+                      {PathText(path), ToText(notes.errorLine), notes.findings.back().text});
 }
 
 String RepairLineEnds(StringView text) { return ReplaceAll(text, u"\n", kLineEnd); }

@@ -20,8 +20,8 @@ namespace quenmar {
 struct ConfNotes {
   ConfFile file;                  ///< as it is on the disk, after a repair in the file
   std::vector<Finding> findings;  ///< in the order of the lines, as far as the file was read
-  String trouble;       ///< why reading stopped; empty when the user declined or it did not
-  int troubleLine = 0;  ///< the line at which it stopped; 0 where no line is the reason
+  String reason;      ///< why reading stopped; empty when the user declined or it did not
+  int errorLine = 0;  ///< the line at which it stopped; 0 where no line is the reason
 
   /// For each field of the settings tree, by its index: whether any line of that name is active.
   /// Only the first field of a name counts.
@@ -76,8 +76,8 @@ class ConfReader {
                                Document& series, ConfNotes* notes = nullptr);
 
 /// @return where reading stopped, for a message: the file and, if one is the reason, the line.
-[[nodiscard]] String PlaceOfTrouble(const Path& path, const ConfNotes& notes,
-                                    const Language& language);
+[[nodiscard]] String PlaceOfError(const Path& path, const ConfNotes& notes,
+                                  const Language& language);
 
 /// @return `text` with every LF replaced by CR LF; an LF that has its CR gets a second one.
 [[nodiscard]] String RepairLineEnds(StringView text);

@@ -25,12 +25,12 @@ struct FolderEntry {
 
 /// @return the entries of a folder whose names end in `ending`, without regard to case, in the
 /// order in which the file system enumerates them; none when the folder cannot be read.
-/// @param trouble receives the system's message when not everything could be read; else it is empty
+/// @param reason receives the system's message when not everything could be read; else it is empty
 [[nodiscard]] std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
-                                                       String& trouble);
+                                                       String& reason);
 
 /// @return the system's words for why the entries of a folder cannot be read; empty when they can.
-[[nodiscard]] String FolderTrouble(const Path& folder);
+[[nodiscard]] String FolderError(const Path& folder);
 
 /// @return whether both paths lead to one file or folder; false when that cannot be found out.
 [[nodiscard]] bool IsSame(const Path& one, const Path& other);

@@ -23,7 +23,7 @@ FileKind KindOf(const Path& path) {
   }
 }
 
-std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& trouble) {
+std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& reason) {
   std::vector<FolderEntry> entries;
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
@@ -35,11 +35,11 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, 
       entries.push_back({name, KindOf(entry->path())});
     }
   }
-  trouble = error ? FromUtf8(error.message()) : String();
+  reason = error ? FromUtf8(error.message()) : String();
   return entries;
 }
 
-String FolderTrouble(const Path& folder) {
+String FolderError(const Path& folder) {
   std::error_code error;
   const fs::directory_iterator names(folder, error);
   if (!error) (void)fs::status(folder / ".", error);  // names alone open no file

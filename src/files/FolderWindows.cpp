@@ -37,17 +37,17 @@ std::optional<Identity> IdentityOf(const Path& path) {
 }
 
 /// Finds the first entry of a folder whose name ends in `ending`.
-/// @param trouble receives the system's words for why that failed, else it is empty
+/// @param reason receives the system's words for why that failed, else it is empty
 /// @return INVALID_HANDLE_VALUE where there is none, else what `FindClose` takes.
-HANDLE FindFirst(StringView ending, const Path& folder, WIN32_FIND_DATAW& entry, String& trouble) {
-  trouble.clear();
+HANDLE FindFirst(StringView ending, const Path& folder, WIN32_FIND_DATAW& entry, String& reason) {
+  reason.clear();
   // The system itself compares the names, by the rules of their disk.
   const Path pattern = folder / PathFromText(u"*" + String(ending));
   const HANDLE search =
       folder.empty() ? INVALID_HANDLE_VALUE : ::FindFirstFileW(SystemPath(pattern).c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) {
     const DWORD number = folder.empty() ? ERROR_PATH_NOT_FOUND : ::GetLastError();
-    if (number != ERROR_FILE_NOT_FOUND) trouble = SystemMessage(number);
+    if (number != ERROR_FILE_NOT_FOUND) reason = SystemMessage(number);
   }
   return search;
 }
@@ -70,26 +70,26 @@ FileKind KindOf(const Path& path) {
   }
 }
 
-std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& trouble) {
+std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, String& reason) {
   std::vector<FolderEntry> entries;
   WIN32_FIND_DATAW entry;
-  const HANDLE search = FindFirst(ending, folder, entry, trouble);
+  const HANDLE search = FindFirst(ending, folder, entry, reason);
   if (search == INVALID_HANDLE_VALUE) return entries;
   do {
     entries.push_back({entry.cFileName, KindOf(entry.dwFileAttributes)});
   } while (::FindNextFileW(search, &entry) != 0);
   const DWORD last = ::GetLastError();
-  if (last != ERROR_NO_MORE_FILES) trouble = SystemMessage(last);  // such as a share that went away
+  if (last != ERROR_NO_MORE_FILES) reason = SystemMessage(last);  // such as a share that went away
   ::FindClose(search);
   return entries;
 }
 
-String FolderTrouble(const Path& folder) {
-  String trouble;
+String FolderError(const Path& folder) {
+  String reason;
   WIN32_FIND_DATAW entry;
-  const HANDLE search = FindFirst({}, folder, entry, trouble);
+  const HANDLE search = FindFirst({}, folder, entry, reason);
   if (search != INVALID_HANDLE_VALUE) ::FindClose(search);
-  return trouble;
+  return reason;
 }
 
 bool IsSame(const Path& one, const Path& other) {

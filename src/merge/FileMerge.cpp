@@ -90,9 +90,9 @@ bool FileMerge::ReadOldVersion() {
   const OldFile found = FindOldFile(request_.base, request_.seen, request_.server);
   ConfNotes notes;
   old_ = OldVersion::Read(found, context_.options, context_.language, notes);
-  if (notes.trouble.empty()) return true;
-  ShowError(context_.messages, context_.language, notes.trouble,
-            PlaceOfTrouble(found.path, notes, context_.language));
+  if (notes.reason.empty()) return true;
+  ShowError(context_.messages, context_.language, notes.reason,
+            PlaceOfError(found.path, notes, context_.language));
   return !found.named;
 }
 
@@ -485,10 +485,10 @@ void FileMerge::Close() {
 void FileMerge::KeepSeen() {
   if (request_.seen == nullptr || request_.purpose != Purpose::kCompare) return;
   kept_ = true;
-  const String trouble = request_.seen->Keep(request_.server, distributionNotes_.file);
-  if (trouble.empty()) return;
+  const String reason = request_.seen->Keep(request_.server, distributionNotes_.file);
+  if (reason.empty()) return;
   ShowMessage(context_.messages, context_.language.Text(Message::kNotRemembered),
-              message_style::kOk, {trouble});
+              message_style::kOk, {reason});
 }
 
 void FileMerge::TellFailure(const std::exception& error) const {

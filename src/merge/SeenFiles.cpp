@@ -170,18 +170,18 @@ OldFile SeenFiles::Look(const Path& server) {
   try {
     old.file = Find(server);
   } catch (const FileError& error) {
-    old.trouble = error.Description();
-    if (const String trouble = FolderTrouble(folder_); !trouble.empty()) {
+    old.reason = error.Description();
+    if (const String reason = FolderError(folder_); !reason.empty()) {
       old.path = folder_;
-      old.trouble = std::exchange(unreadableTold_, true) ? String() : trouble;
+      old.reason = std::exchange(unreadableTold_, true) ? String() : reason;
     }
   }
   return old;
 }
 
 String SeenFiles::Keep(const Path& server, const ConfFile& distribution) {
-  const String trouble = TryToKeep(server, distribution);
-  return trouble.empty() || std::exchange(unwritableTold_, true) ? String() : trouble;
+  const String reason = TryToKeep(server, distribution);
+  return reason.empty() || std::exchange(unwritableTold_, true) ? String() : reason;
 }
 
 String SeenFiles::TryToKeep(const Path& server, const ConfFile& distribution) {
@@ -195,8 +195,8 @@ String SeenFiles::TryToKeep(const Path& server, const ConfFile& distribution) {
   if (fs::create_directories(folder_, error)) {
     fs::permissions(folder_, fs::perms::owner_all, error);
   }
-  if (const String trouble = FolderTrouble(folder_); !trouble.empty()) {
-    return PathText(folder_) + u": " + trouble;
+  if (const String reason = FolderError(folder_); !reason.empty()) {
+    return PathText(folder_) + u": " + reason;
   }
   const Path entry = EntryOf(server);
   const FileKind kind = KindOf(entry);
@@ -235,7 +235,7 @@ OldFile FindOldFile(const std::optional<Path>& base, SeenFiles* seen, const Path
   try {
     if (!IsMissing(*base)) old.file = ConfFile::Read(*base);
   } catch (const FileError& error) {
-    old.trouble = error.Description();
+    old.reason = error.Description();
   }
   return old;
 }

@@ -46,7 +46,7 @@ bool FileRegistry::RegWriteString(RegistryRoot root, StringView subkey, StringVi
 }
 
 void FileRegistry::Load() {
-  trouble_.clear();
+  errorText_.clear();
   file_ = RegistryFile();
   if (path_.empty() || KindOf(path_) == FileKind::kMissing) return;
   String reason = u"it is no registry file";
@@ -56,7 +56,7 @@ void FileRegistry::Load() {
     file_.reset();
     reason = failure.Description();
   }
-  if (!file_) trouble_ = u"Cannot read the registry file " + PathText(path_) + u": " + reason;
+  if (!file_) errorText_ = u"Cannot read the registry file " + PathText(path_) + u": " + reason;
 }
 
 }  // namespace quenmar

@@ -12,7 +12,7 @@ namespace quenmar {
 class FileRegistry final : public Registry {
  public:
   /// Reads the file. A missing or an empty one is a registry without values. One that cannot be
-  /// read or is not a registry file gives `Trouble`, and is never overwritten.
+  /// read or is not a registry file gives an `ErrorText`, and is never overwritten.
   /// @param path the file; an empty path is a registry that keeps nothing
   explicit FileRegistry(Path path);
 
@@ -24,14 +24,14 @@ class FileRegistry final : public Registry {
   bool RegWriteString(RegistryRoot root, StringView subkey, StringView name,
                       StringView value) override;
 
-  [[nodiscard]] String Trouble() const override { return trouble_; }
+  [[nodiscard]] String ErrorText() const override { return errorText_; }
 
  private:
   void Load();
 
   Path path_;
   std::optional<RegistryFile> file_;  ///< none while the file cannot be used
-  String trouble_;
+  String errorText_;
 };
 
 }  // namespace quenmar

@@ -12,7 +12,7 @@ namespace quenmar {
 /// that the environment variable QUENMAR_REGISTRY names, else the system's own place. That is the
 /// registry on Windows; elsewhere it is `quenmar/registry.reg` in the folder XDG_CONFIG_HOME (if
 /// absolute), else in `.config` of the home folder.
-/// @return never null; `Registry::Trouble` says what is wrong with a file.
+/// @return never null; `Registry::ErrorText` says what is wrong with a file.
 [[nodiscard]] std::unique_ptr<Registry> OpenRegistry(const std::optional<Path>& file);
 
 }  // namespace quenmar

@@ -31,7 +31,7 @@ class Registry {
 
   /// @return one line for the user when the store as a whole could not be read, so that every read
   /// gives its default; empty otherwise.
-  [[nodiscard]] virtual String Trouble() const { return {}; }
+  [[nodiscard]] virtual String ErrorText() const { return {}; }
 };
 
 }  // namespace quenmar

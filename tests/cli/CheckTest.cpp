@@ -53,7 +53,7 @@ TEST_F(ConsoleTest, CheckShowsAProgramWhatDiffers) {
   Write("dist/bad.conf", "x y: 1\r\nnpc: a b\r\n");
   Write("dist/new.conf", "n: \xE9\r\n");
   SetOptions("\"Layout\"=\"server\"\r\n");
-  EXPECT_EQ(Check({"--json"}), kTrouble);
+  EXPECT_EQ(Check({"--json"}), kFailure);
   EXPECT_EQ(err_, "");
   Json expected = Json::parse(R"([
     {"file": "a.conf", "status": "different",
@@ -93,7 +93,7 @@ TEST_F(ConsoleTest, ReadingAsksNothingEndsAtNothingAndWritesNothing) {
   }
   std::filesystem::create_directory(folder_ / "dist/d.conf");
   for (const char* const answer : {"--yes", "--no"}) {
-    EXPECT_EQ(Check({answer, "a.conf", "b.conf", "c.conf", "dist/a.conf"}), kTrouble);
+    EXPECT_EQ(Check({answer, "a.conf", "b.conf", "c.conf", "dist/a.conf"}), kFailure);
     EXPECT_EQ(err_, "");
     EXPECT_EQ(ShortOut(), std::string(R"(a.conf: 0 new (0 mandatory), 2 changed, 0 obsolete
   changed  rate  4  (distribution: 1)
@@ -118,7 +118,7 @@ Sum of 4 files: 1 different, 0 new, 2 failed; settings: 0 new (0 mandatory), 2 c
 Old version not known (2 files)") +
                               kOldUnknownHint);
   }
-  EXPECT_EQ(Check({"no.conf"}), kTrouble);
+  EXPECT_EQ(Check({"no.conf"}), kFailure);
   EXPECT_THAT(ShortOut(), StartsWith("no.conf: could not be read\n  note     dist/no.conf: "));
   Check({"--json"});
   Run({"dump", At("dist/a.conf")});

@@ -73,8 +73,8 @@ class ConsoleTest : public ::testing::Test {
   }
 
   /// @return what a merge that is not done says.
-  std::string MergeTrouble(std::vector<std::string> options, const char* file = "a.conf") {
-    EXPECT_EQ(Merge(std::move(options), file), kTrouble) << out_;
+  std::string MergeFailure(std::vector<std::string> options, const char* file = "a.conf") {
+    EXPECT_EQ(Merge(std::move(options), file), kFailure) << out_;
     return err_;
   }
 

@@ -23,7 +23,7 @@ TEST_F(ConsoleTest, CompareAndDumpPrintTrees) {
             Json::parse(R"([{"name":"Type","value":"npc"},{"name":"Disabled","value":"1"}])"));
   EXPECT_EQ(trees["ActualSeries"].size(), 3U);
   EXPECT_EQ(trees["DeletedSeries"].size(), 1U);
-  EXPECT_EQ(Run({"compare", At("dist/a.conf"), At("missing")}), kTrouble);
+  EXPECT_EQ(Run({"compare", At("dist/a.conf"), At("missing")}), kFailure);
   EXPECT_EQ(out_, "");
 
   EXPECT_EQ(Run({"dump", At("server/a.conf")}), kNothingToDo);
@@ -31,9 +31,9 @@ TEST_F(ConsoleTest, CompareAndDumpPrintTrees) {
   EXPECT_EQ(Json::parse(out_)["series"].size(), 2U);
 
   Write("early.conf", "a: \xE9<\r\nnpc: x\r\nnpc: y z\r\n");
-  EXPECT_EQ(Run({"dump", At("early.conf")}), kTrouble);
+  EXPECT_EQ(Run({"dump", At("early.conf")}), kFailure);
   EXPECT_EQ(Json::parse(out_)["settings"].size(), 1U);
-  EXPECT_EQ(Run({"dump", "--xml", "settings", At("early.conf")}), kTrouble);
+  EXPECT_EQ(Run({"dump", "--xml", "settings", At("early.conf")}), kFailure);
   EXPECT_EQ(out_,
             "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\r\n<xml>\r\n"
             "\t<a Comments=\"\" Disabled=\"1\">\xE9&lt;</a>\r\n</xml>\r\n");
@@ -55,11 +55,11 @@ TEST_F(ConsoleTest, DumpEscapesTextAsJsonDoes) {
 
 TEST_F(ConsoleTest, ShowsWhatATerminalOrALaterReadingWouldChange) {
   Write("server/a.conf", "a\x1B[2J\x9D: 1\r\na\x1B[2J\x9D: 2\r\n");
-  EXPECT_THAT(MergeTrouble({}), HasSubstr("Parameter a?[2J? is duplicated"));
+  EXPECT_THAT(MergeFailure({}), HasSubstr("Parameter a?[2J? is duplicated"));
   Write("server/a.conf", "rate: 1\r\n");
   EXPECT_EQ(Merge({"--set", "rate= http://x &lt;", "--output", "-"}), kNothingToDo);
   EXPECT_EQ(err_, "quenmarctl: --set rate: the value will be read back as \"http:\"\n");
-  EXPECT_EQ(Run({"merge", At("dist"), At("dist"), "a.conf"}), kTrouble);
+  EXPECT_EQ(Run({"merge", At("dist"), At("dist"), "a.conf"}), kFailure);
   EXPECT_THAT(err_, HasSubstr("Please, don't select the same folder."));
   EXPECT_EQ(Read("dist/a.conf"), kDistribution);
 }

@@ -51,9 +51,9 @@ TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
   EXPECT_EQ(Merge({"--restore-all"}), kNothingToDo);
   EXPECT_THAT(err_, HasSubstr("Saved!"));
   EXPECT_FALSE(Exists("server/a.conf.bak"));
-  EXPECT_THAT(MergeTrouble({"--restore-all", "--switch-off", "note"}),
+  EXPECT_THAT(MergeFailure({"--restore-all", "--switch-off", "note"}),
               HasSubstr("it would be a comment"));
-  EXPECT_THAT(MergeTrouble({"--restore-all", "--restore", "none"}),
+  EXPECT_THAT(MergeFailure({"--restore-all", "--restore", "none"}),
               HasSubstr("none is not among the obsolete settings"));
   EXPECT_EQ(MergeOutput({"--restore", "note", "--dry-run"}),
             "removed        old: 3\ncomment lines lost: 1\n");
@@ -93,13 +93,13 @@ TEST_F(LayoutMergeTest, MergesAllFiles) {
   Write("dist/c.conf", "x: 1\r\ny<: 2\r\n");
   Write("server/c.conf", "x: 2\r\n");
   Write("dist/d.conf", "x: 1\r\n");
-  EXPECT_EQ(Merge({"--add-mandatory", "--set", "x=3", "--dry-run"}, "--all"), kTrouble);
+  EXPECT_EQ(Merge({"--add-mandatory", "--set", "x=3", "--dry-run"}, "--all"), kFailure);
   EXPECT_THAT(out_, AllOf(HasSubstr("b.conf:\nchanged        x: 2 -> 3\n"),
                           HasSubstr("added          fresh: 7\n"),
                           HasSubstr("d.conf:\nthe server has no such file"),
                           HasSubstr("Sum of 3 files: 2 changed, 0 unchanged, 1 failed\n")));
   std::filesystem::remove(folder_ / "dist/c.conf");
-  EXPECT_EQ(Merge({"--remove", "rate", "--restore", "nowhere"}, "--all"), kTrouble);
+  EXPECT_EQ(Merge({"--remove", "rate", "--restore", "nowhere"}, "--all"), kFailure);
   EXPECT_THAT(err_, AllOf(HasSubstr("nowhere: this concerns no file"),
                           HasSubstr("Sum of 2 files: 0 changed, 1 unchanged, 1 failed\n")))
       << "rate is mandatory, and the answer is No";

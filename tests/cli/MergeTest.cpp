@@ -82,7 +82,7 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
       {{"--layout", "server", "--fix-line-ends"}, "keeps the line ends"},
       {{"--switch-on", "npc:none"}, "there is no such series entry"}};
   for (const auto& [options, said] : cases) {
-    EXPECT_THAT(MergeTrouble(options), AllOf(Not(IsEmpty()), HasSubstr(said))) << options.back();
+    EXPECT_THAT(MergeFailure(options), AllOf(Not(IsEmpty()), HasSubstr(said))) << options.back();
     EXPECT_EQ(out_, "");
     EXPECT_EQ(Read("server/a.conf"), kServer);
   }
@@ -92,36 +92,36 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
   std::filesystem::create_hard_link(folder_ / "dist/b.conf", folder_ / "hard");
   std::filesystem::create_symlink(folder_ / "dist/new.conf", folder_ / "soft");
   for (const char* const name : {"hard", "soft"}) {
-    EXPECT_THAT(MergeTrouble({"--output", At(name)}), HasSubstr(kInside)) << name;
+    EXPECT_THAT(MergeFailure({"--output", At(name)}), HasSubstr(kInside)) << name;
   }
   EXPECT_EQ(Read("dist/b.conf"), "b: 1\r\n");
   EXPECT_FALSE(Exists("dist/new.conf"));
   const Path here = std::filesystem::current_path();
   std::filesystem::current_path(folder_ / "dist");
-  EXPECT_EQ(Run({"merge", ".", "../server", "a.conf", "--output", "new.conf"}), kTrouble);
+  EXPECT_EQ(Run({"merge", ".", "../server", "a.conf", "--output", "new.conf"}), kFailure);
   std::filesystem::current_path(here);
   std::filesystem::create_symlink("../dist/b.conf", folder_ / "server/b.conf");
-  EXPECT_EQ(Merge({"--remove", "b", "--yes"}, "b.conf"), kTrouble);
+  EXPECT_EQ(Merge({"--remove", "b", "--yes"}, "b.conf"), kFailure);
   std::filesystem::remove(folder_ / "server/b.conf");
 #endif
-  EXPECT_EQ(Merge({}, "none.conf"), kTrouble);
-  EXPECT_THAT(MergeTrouble({}, "../server/a.conf"), HasSubstr("FILE is a name without a folder"));
+  EXPECT_EQ(Merge({}, "none.conf"), kFailure);
+  EXPECT_THAT(MergeFailure({}, "../server/a.conf"), HasSubstr("FILE is a name without a folder"));
 }
 
 TEST_F(ConsoleTest, OtherCommandLinesEndAtOnce) {
   const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
-      {{"check", At("nowhere"), At("server")}, kTrouble, "nowhere"},
-      {{"check", At("server")}, kTrouble, "SERVER_DIR"},
-      {{"--yes", "--no", "check", At("dist"), At("server")}, kTrouble, "excludes"},
-      {{"check", At("dist"), At("server"), "--bogus"}, kTrouble, "--bogus"},
-      {{"bogus", "--json"}, kTrouble, "Unknown command: bogus\n"},
-      {{"--bogus", "--json"}, kTrouble, "Unknown option: "},
-      {{}, kTrouble, "A command is required\n"},
+      {{"check", At("nowhere"), At("server")}, kFailure, "nowhere"},
+      {{"check", At("server")}, kFailure, "SERVER_DIR"},
+      {{"--yes", "--no", "check", At("dist"), At("server")}, kFailure, "excludes"},
+      {{"check", At("dist"), At("server"), "--bogus"}, kFailure, "--bogus"},
+      {{"bogus", "--json"}, kFailure, "Unknown command: bogus\n"},
+      {{"--bogus", "--json"}, kFailure, "Unknown option: "},
+      {{}, kFailure, "A command is required\n"},
       {{"--help"}, kNothingToDo, "check"},
       {{"--version"}, kNothingToDo, "quenmarctl "}};
   for (const auto& [arguments, status, said] : cases) {
     EXPECT_EQ(Run(arguments), status) << said;
-    EXPECT_THAT(status == kTrouble ? err_ : out_, HasSubstr(said));
+    EXPECT_THAT(status == kFailure ? err_ : out_, HasSubstr(said));
   }
 }
 
@@ -144,14 +144,14 @@ TEST_F(ConsoleTest, MergeAsksAtTheTerminal) {
 
 TEST_F(ConsoleTest, AFileThatTheServerLacksComesOnlyWithASave) {
   Write("dist/b.conf", "b: 1\r\n//c: 2\r\n");
-  EXPECT_EQ(Merge({"--yes", "--add", "b"}, "b.conf"), kTrouble);
+  EXPECT_EQ(Merge({"--yes", "--add", "b"}, "b.conf"), kFailure);
   interactive_ = true;
   input_ = "\n";
-  EXPECT_THAT(MergeTrouble({}, "b.conf"),
+  EXPECT_THAT(MergeFailure({}, "b.conf"),
               StartsWith("The b.conf file is a new config file, copy in your project config "
                          "folder? [y/N] "));
   input_ = "y\nn\n";
-  EXPECT_THAT(MergeTrouble({"--remove", "b"}, "b.conf"),
+  EXPECT_THAT(MergeFailure({"--remove", "b"}, "b.conf"),
               HasSubstr("declined, the file was not saved"));
   EXPECT_FALSE(Exists("server/b.conf"));
   EXPECT_EQ(Merge({"--yes"}, "b.conf"), kNothingToDo);

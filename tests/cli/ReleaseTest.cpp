@@ -85,11 +85,11 @@ TEST_F(ReleaseTest, TheSamplesOldReleaseShowsWhatChanged) {
 }
 
 TEST_F(ReleaseTest, ABaseIsAFolderThatMayLackFiles) {
-  EXPECT_EQ(Check({"--base", At("nowhere")}), kTrouble);
-  EXPECT_EQ(Merge({"--base", At("server/a.conf")}), kTrouble);
+  EXPECT_EQ(Check({"--base", At("nowhere")}), kFailure);
+  EXPECT_EQ(Merge({"--base", At("server/a.conf")}), kFailure);
   std::filesystem::create_directory(folder_ / "base");
   const std::string lacking = "quenmarctl: " + At("base") + " has no a.conf\n";
-  EXPECT_EQ(MergeTrouble({"--take-defaults", "--base", At("base")}), lacking);
+  EXPECT_EQ(MergeFailure({"--take-defaults", "--base", At("base")}), lacking);
   EXPECT_FALSE(std::filesystem::exists(folder_ / "server/a.conf.bak"));
   Check({"--base", At("base")});
   EXPECT_EQ(err_, lacking);
@@ -105,13 +105,13 @@ TEST_F(ReleaseTest, ABaseIsAFolderThatMayLackFiles) {
     EXPECT_EQ(err_, said);
   }
   Write("base/a.conf", "\xFF\xFE");
-  EXPECT_EQ(Check({"--base", At("base")}), kTrouble);
+  EXPECT_EQ(Check({"--base", At("base")}), kFailure);
   EXPECT_THAT(out_, HasSubstr("a.conf: This is UTF-16 text."));
   EXPECT_THAT(out_, Not(HasSubstr("Old version")));
   Write("base/a.conf", "a: 1\r\nb<: 1\r\n");
-  EXPECT_EQ(Check({"--base", At("base")}), kTrouble);
+  EXPECT_EQ(Check({"--base", At("base")}), kFailure);
   EXPECT_THAT(out_, HasSubstr("a.conf, line 2: Illegal character in name: b<: 1"));
-  EXPECT_THAT(MergeTrouble({"--base", At("base")}), HasSubstr("a.conf, line 2: b<: 1"));
+  EXPECT_THAT(MergeFailure({"--base", At("base")}), HasSubstr("a.conf, line 2: b<: 1"));
 }
 
 TEST_F(ReleaseTest, OnlyTheLineWithTheNewDefaultIsMarked) {

@@ -65,7 +65,7 @@ TEST(ReleaseChangesTest, FoundByThreeVersions) {
     ConfNotes notes;
     const OldFile oldFile{ConfFile("old.conf", old)};
     const auto older = OldVersion::Read(oldFile, Options(), Language(), notes);
-    ASSERT_TRUE(older && notes.trouble.empty());
+    ASSERT_TRUE(older && notes.reason.empty());
     EXPECT_EQ(Shown(FindReleaseChanges(*older, {newer.settings, newer.series},
                                        {actual.settings, actual.series})),
               found)

@@ -239,8 +239,8 @@ TEST_F(ConfReaderTest, NotesWhatIsOdd) {
                        "a: 1\r\nb: \xE9\r\n"),
               ElementsAre("1U", "2X"));
   EXPECT_THAT(findings("//b: 1\r\na: 1\r\n x\"y: 2 \r\n"), ElementsAre("3Nx\"y: 2"));
-  EXPECT_EQ(notes_.troubleLine, 3);
-  EXPECT_EQ(notes_.trouble, u"Illegal character in name");
+  EXPECT_EQ(notes_.errorLine, 3);
+  EXPECT_EQ(notes_.reason, u"Illegal character in name");
   EXPECT_THAT(notes_.active, ElementsAre(false, true, true));
 }
 

@@ -13,7 +13,7 @@
 #include "conf/ConfReader.h"
 #include "conf/SeriesGroups.h"
 #ifndef _WIN32
-#include "DiskTrouble.h"
+#include "DiskFaults.h"
 #endif
 
 namespace quenmar {

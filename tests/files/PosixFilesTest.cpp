@@ -14,7 +14,7 @@
 #include <sstream>
 #include <tuple>
 
-#include "DiskTrouble.h"
+#include "DiskFaults.h"
 #include "ErrorOf.h"
 #include "ScratchFolder.h"
 #include "files/Files.h"

@@ -92,9 +92,9 @@ TEST_F(WindowsFiles, AMissingDriveIsReportedAndListsNothing) {
   while (::GetDriveTypeW(root.c_str()) != DRIVE_NO_ROOT_DIR) ASSERT_LE(++root.front(), L'Z');
   const Path drive = root;
   EXPECT_EQ(KindOf(drive / "x.conf"), FileKind::kMissing);
-  String trouble;
-  EXPECT_TRUE(EntriesEndingIn(u".conf", drive, trouble).empty());
-  EXPECT_FALSE(trouble.empty());
+  String reason;
+  EXPECT_TRUE(EntriesEndingIn(u".conf", drive, reason).empty());
+  EXPECT_FALSE(reason.empty());
   EXPECT_NE(ErrorOf([&drive] { (void)ReadBytes(drive / "x.conf"); }), 0);
   EXPECT_NE(ErrorOf([&drive] { WriteInPlace(drive / "x.conf", "x"); }), 0);
 }
@@ -116,9 +116,9 @@ TEST_F(WindowsFiles, PathsMayBeLong) {
   EXPECT_EQ(KindOf(folder), FileKind::kFolder);
   EXPECT_EQ(KindOf(file), FileKind::kFile);
   EXPECT_TRUE(IsMissing(folder / "b.conf"));
-  String trouble;
-  const auto entries = EntriesEndingIn(u".conf", folder, trouble);
-  EXPECT_TRUE(trouble.empty());
+  String reason;
+  const auto entries = EntriesEndingIn(u".conf", folder, reason);
+  EXPECT_TRUE(reason.empty());
   ASSERT_EQ(entries.size(), 1U);
   EXPECT_EQ(entries[0].name, "a.CONF");
   ::DeleteFileW((prefix + folder.native() + L"\\copy").c_str());

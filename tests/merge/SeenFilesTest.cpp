@@ -9,7 +9,7 @@
 #ifndef _WIN32
 #include <sys/stat.h>
 
-#include "DiskTrouble.h"
+#include "DiskFaults.h"
 #endif
 
 namespace quenmar {
@@ -37,7 +37,7 @@ class SeenFilesTest : public ::testing::Test {
     return file ? file->Bytes() : "none";
   }
 
-  /// Keeps some bytes for the server's file. @return the trouble.
+  /// Keeps some bytes for the server's file. @return the reason why it failed.
   std::string Keep(SeenFiles& seen, std::string bytes) {
     return ToUtf8(seen.Keep(server_, {folder_ / "dist/a.conf", std::move(bytes)}));
   }
@@ -61,10 +61,10 @@ TEST_F(SeenFilesTest, AFolderThatTakesNothingIsReportedOnceAndCostsNothingElse) 
       {folder_ / "conf", "conf" + inside}, {folder_ / "conf/below/new", "new" + inside},
       {folder_ / "dist", "dist" + inside}, {{}, "there is no folder for it"},
   };
-  for (const auto& [folder, trouble] : folders) {
+  for (const auto& [folder, reason] : folders) {
     SeenFiles seen(folder);
-    EXPECT_FALSE(seen.Find(server_)) << trouble;
-    EXPECT_THAT(Keep(seen, "a: 1\r\n"), HasSubstr(trouble));
+    EXPECT_FALSE(seen.Find(server_)) << reason;
+    EXPECT_THAT(Keep(seen, "a: 1\r\n"), HasSubstr(reason));
     EXPECT_EQ(Keep(seen, "a: 1\r\n"), "") << "reported again";
   }
   EXPECT_EQ(ReadFile(folder_ / "file"), "x");
@@ -106,7 +106,7 @@ TEST_F(SeenFilesTest, ADamagedEntryIsReportedAndReplaced) {
         whole.substr(0, whole.find("date")) + "date: 2026-13-01\n\n"}) {
     WriteFile(entry_, bytes);
     const OldFile old = FindOldFile({}, &seen_, server_);
-    EXPECT_TRUE(!old.file && old.path == entry_ && !old.trouble.empty()) << bytes;
+    EXPECT_TRUE(!old.file && old.path == entry_ && !old.reason.empty()) << bytes;
   }
   EXPECT_EQ(Keep(seen_, "a: 2\r\n"), "");
   EXPECT_EQ(Found(server_), "a: 2\r\n");
@@ -147,7 +147,7 @@ TEST_F(SeenFilesTest, WhatIsNoFileInAnEntrysPlaceIsNamedAndStays) {
   for (const bool pipe : {true, false}) {
     pipe ? (void)::mkfifo(entry_.c_str(), 0600) : (void)fs::create_directory(entry_);
     const OldFile old = seen_.Look(server_);
-    EXPECT_TRUE(old.path == entry_ && !old.trouble.empty());
+    EXPECT_TRUE(old.path == entry_ && !old.reason.empty());
     EXPECT_THAT(Keep(seen_ = SeenFiles(state_), "a: 2\r\n"), StartsWith(entry_.string() + ": "));
     fs::remove(entry_);
   }
@@ -163,7 +163,7 @@ TEST_F(SeenFilesTest, AFolderThatCannotBeReadIsToldOnce) {
     const auto look = [&] { return again.Look(server_); };
     const OldFile first = AsUser(look), second = AsUser(look);
     fs::permissions(state_, fs::perms::owner_all);
-    EXPECT_TRUE(first.path == state_ && !first.trouble.empty() && second.trouble.empty());
+    EXPECT_TRUE(first.path == state_ && !first.reason.empty() && second.reason.empty());
   }
 }
 #endif

@@ -108,7 +108,7 @@ TEST_F(FileRegistryTest, WhatIsNoRegistryFileIsReportedAndNeverOverwritten) {
        {std::string("\"x\"=\"a\"\r\n"), std::string("REGEDIT\r\n"), "\xEF\xBB\xBF" + kHead,
         "\n" + kHead, Utf16(u"REGEDIT4\r\n") + "x"}) {
     EXPECT_EQ(ReadFrom(content), u"default") << content;
-    EXPECT_TRUE(Contains(FileRegistry(file_).Trouble(), PathText(file_)));
+    EXPECT_TRUE(Contains(FileRegistry(file_).ErrorText(), PathText(file_)));
     EXPECT_TRUE(!Set(file_) && ReadBytes(file_) == content) << content;
   }
 }
@@ -119,8 +119,8 @@ TEST_F(FileRegistryTest, CreatesMissingFoldersWherePossible) {
                                                 {file_ / "registry.reg", false, false},
                                                 {folder_.Folder(), true, false},
                                                 {Path(), false, false}};
-  for (const auto& [path, trouble, stored] : cases) {
-    EXPECT_EQ(!FileRegistry(path).Trouble().empty(), trouble) << path;
+  for (const auto& [path, reason, stored] : cases) {
+    EXPECT_EQ(!FileRegistry(path).ErrorText().empty(), reason) << path;
     EXPECT_EQ(Set(path), stored) << path;
   }
 }

@@ -61,7 +61,7 @@ TYPED_TEST(RegistryTest, ValuesComeBackAsTheyWereWritten) {
     EXPECT_EQ(this->store_.Open()->RegReadString(kUser, kKey, u"Path", u"default"), text);
   }
   EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Sort", u"no such name"), u"no such name");
-  EXPECT_EQ(registry->Trouble(), u"");
+  EXPECT_EQ(registry->ErrorText(), u"");
 }
 
 TYPED_TEST(RegistryTest, NamesAreFoundInAnyCaseAndKeptApart) {
