@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ScratchFolder.h"
 #include "ScriptedMessages.h"
 #include "Trees.h"
 #include "conf/ConfReader.h"
@@ -17,18 +16,17 @@ class ChangeComparisonTest : public ::testing::Test {
  protected:
   /// Reads the two texts and runs the three fills.
   void Compare(std::string_view distribution, std::string_view server, bool sorted = false) {
-    const ConfReader reader(options_, language_, messages_);
-    const Path file = folder_ / "a.conf";
-    WriteFile(file, distribution);
-    ASSERT_TRUE(reader.LoadConfFile(file, documents_.distribution, documents_.distributionSeries));
-    WriteFile(file, server);
-    ASSERT_TRUE(reader.LoadConfFile(file, documents_.server, documents_.serverSeries));
+    const auto read = [](std::string_view text, auto& settings, auto& series) {
+      settings = std::make_shared<Document>();
+      series = std::make_shared<Document>();
+      ASSERT_TRUE(ReadQuietly({"a.conf", std::string(text)}, Options(), *settings, *series));
+    };
+    read(distribution, documents_.distribution, documents_.distributionSeries);
+    read(server, documents_.server, documents_.serverSeries);
     comparison_ = std::make_unique<ChangeComparison>(documents_, sorted);
     comparison_->FillResultTrees();
   }
 
-  ScratchFolder folder_;
-  Options options_;
   Language language_;
   ScriptedMessages messages_;
   ConfDocuments documents_;

@@ -10,6 +10,16 @@
 namespace quenmar {
 namespace {
 
+/// @param server `nullptr` where the server lacks the file
+FileReport ReportOf(const char* distribution, const char* server, const Options& options = {}) {
+  const ScratchFolder scratch;
+  for (const char* name : {"dist", "conf"}) std::filesystem::create_directory(scratch / name);
+  WriteFile(scratch / "dist/a.conf", distribution);
+  if (server != nullptr) WriteFile(scratch / "conf/a.conf", server);
+  return FileReport::Of(scratch / "dist", scratch / "conf", "a.conf", options, {},
+                        ConfReader::BareLineFeeds::kEndLines);
+}
+
 TEST(FileReportTest, SaysWhatAFileNeedsAndWhatIsOddInIt) {
   using enum FileStatus;
   const std::tuple<const char*, const char*, FileStatus, bool, const char*> cases[] = {
@@ -27,14 +37,12 @@ TEST(FileReportTest, SaysWhatAFileNeedsAndWhatIsOddInIt) {
        "text in UTF-8; bytes that are no text"},
       {"a: 1\r\nb: 1\r\n", "a: 1\r\nb: 1\r\nb: 1\r\na: 1\nb: 1\r\n", kSame, true,
        "line feeds; duplicates: b, a"},
+      {"a: 1\r\n", "\xFF\xFE", kFailed, true,
+       "This is UTF-16 text. Configuration files are UTF-8 or Windows-1252 text; please convert "
+       "it."},
   };
   for (const auto& [distribution, server, status, needsWork, expected] : cases) {
-    const ScratchFolder scratch;
-    for (const char* name : {"dist", "conf"}) std::filesystem::create_directory(scratch / name);
-    WriteFile(scratch / "dist/a.conf", distribution);
-    if (server != nullptr) WriteFile(scratch / "conf/a.conf", server);
-    const FileReport report = FileReport::Of(scratch / "dist", scratch / "conf", "a.conf", {}, {},
-                                             ConfReader::BareLineFeeds::kEndLines);
+    const FileReport report = ReportOf(distribution, server);
     std::string oddities;
     for (const String& oddity : report.Oddities({})) {
       oddities += (oddities.empty() ? "" : "; ") + ToUtf8(oddity);
@@ -46,30 +54,11 @@ TEST(FileReportTest, SaysWhatAFileNeedsAndWhatIsOddInIt) {
 }
 
 TEST(FileReportTest, NewEntriesAreNoWorkWhereASaveNeverAddsThem) {
-  const ScratchFolder scratch;
-  for (const char* name : {"dist", "conf"}) std::filesystem::create_directory(scratch / name);
-  WriteFile(scratch / "dist/a.conf", "a: 1\r\nnpc: x\r\n");
-  WriteFile(scratch / "conf/a.conf", "a: 1\r\n");
-  for (const bool added : {true, false}) {
-    Options options;
-    options.saveCommentedSeries = added;
-    const FileReport report = FileReport::Of(scratch / "dist", scratch / "conf", "a.conf", options,
-                                             {}, ConfReader::BareLineFeeds::kEndLines);
-    EXPECT_EQ(report.newSeries.size(), 1U);
-    EXPECT_EQ(report.NeedsWork(), added);
-  }
-}
-
-TEST(FileReportTest, AFileThatCannotBeReadSaysWhy) {
-  const ScratchFolder scratch;
-  WriteFile(scratch / "x.conf", "a: 1\r\n");
-  std::filesystem::create_directories(scratch / "conf/x.conf");
-  const FileReport report = FileReport::Of(scratch.Folder(), scratch / "conf", "x.conf", {}, {},
-                                           ConfReader::BareLineFeeds::kEndLines);
-  EXPECT_EQ(report.status, FileStatus::kFailed);
-  EXPECT_TRUE(report.NeedsWork());
-  ASSERT_EQ(report.Oddities({}).size(), 1U);
-  EXPECT_FALSE(report.Oddities({}).front().empty());
+  Options options;
+  options.saveCommentedSeries = false;
+  const FileReport report = ReportOf("a: 1\r\nnpc: x\r\n", "a: 1\r\n", options);
+  EXPECT_EQ(report.newSeries.size(), 1U);
+  EXPECT_FALSE(report.NeedsWork());
 }
 
 }  // namespace

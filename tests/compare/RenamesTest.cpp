@@ -3,22 +3,31 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "text/Charset.h"
 
 namespace quenmar {
 namespace {
 
+using Settings = std::vector<String>;
+
 /// Adds "name=value" pairs.
-void Fill(Document& tree, const std::vector<String>& settings) {
+void Fill(Document& tree, const Settings& settings) {
   for (const String& setting : settings) {
     const size_t sign = setting.find(u'=');
     tree.Fields().AddField(setting.substr(0, sign), setting.substr(sign + 1));
   }
 }
 
+std::map<String, String> RenamesOf(const Settings& newOnes, const Settings& oldOnes) {
+  Document fresh, obsolete;
+  Fill(fresh, newOnes);
+  Fill(obsolete, oldOnes);
+  return FindRenames(fresh, obsolete);
+}
+
 TEST(RenamesTest, PairsSettingsThatAreNearlyTheSame) {
-  using Settings = std::vector<String>;
   const std::tuple<const char*, Settings, Settings, std::map<String, String>> cases[] = {
       {"case, whatever the value", {u"net_Port=1"}, {u"Net_port=2"}, {{u"net_Port", u"Net_port"}}},
       {"letter replaced", {u"log_path=x"}, {u"log_pith=x"}, {{u"log_path", u"log_pith"}}},
@@ -36,26 +45,19 @@ TEST(RenamesTest, PairsSettingsThatAreNearlyTheSame) {
       {"doubled", {u"max_a=1", u"max_a=1"}, {u"max_c=1", u"max_c=1"}, {{u"max_a", u"max_c"}}},
   };
   for (const auto& [what, newOnes, oldOnes, pairs] : cases) {
-    Document fresh, obsolete;
-    Fill(fresh, newOnes);
-    Fill(obsolete, oldOnes);
-    EXPECT_EQ(FindRenames(fresh, obsolete), pairs) << what;
+    EXPECT_EQ(RenamesOf(newOnes, oldOnes), pairs) << what;
   }
 }
 
 // Names of the same letters in another order, which have to be compared.
 TEST(RenamesTest, IsFastWhereManySettingsHaveOneValue) {
-  Document fresh, obsolete;
-  constexpr int kMany = 2000;
-  const auto add = [](Document& tree, std::string_view prefix, int i) {
-    std::string name = std::string(prefix) + std::to_string(i * 7919 % 99991) + "_limit";
-    tree.Fields().AddField(String(name.begin(), name.end()), String(u"no"));
-  };
-  for (int i = 0; i < kMany; ++i) {
-    add(fresh, "shop_price_", i);
-    add(obsolete, "hops_priec_", i);
+  Settings newOnes, oldOnes;
+  for (int i = 0; i < 2000; ++i) {
+    const String rest = FromUtf8(std::to_string(i * 7919 % 99991)) + u"_limit=no";
+    newOnes.push_back(u"shop_price_" + rest);
+    oldOnes.push_back(u"hops_priec_" + rest);
   }
-  EXPECT_TRUE(FindRenames(fresh, obsolete).empty());
+  EXPECT_TRUE(RenamesOf(newOnes, oldOnes).empty());
 }
 
 }  // namespace
