@@ -7,7 +7,8 @@
 #include <sstream>
 
 #include "LayoutTrial.h"
-
+#include "conf/ConfWriter.h"
+#include "conf/SeriesGroups.h"
 #include "text/Charset.h"
 
 namespace quenmar {
@@ -56,56 +57,37 @@ void Expect(std::initializer_list<LayoutCase> cases) {
 
 TEST(LayoutTest, ChangesValuesAndStatesWithinTheirLines) {
   Expect({
-      {"nothing", "// c\r\n  a :1\n a:  1\t2 // r\r\rb:", "",
-       "a=1 b=", "// c\r\n  a :1\n a:  1\t2 // r\r\rb:"},
       {"value between its blanks and remark", "  a:   1   // r\n", "", "a=22",
        "  a:   22   // r\n"},
       {"value before a tab", "a:1\tx\n", "", "a=2", "a:2\tx\n"},
-      {"empty value, no blank", "a:\n", "", "a=1", "a: 1\n"},
-      {"empty value, blanks", "a:   \nb:  // r\n", "", "a=1 b=2", "a: 1  \nb: 2 // r\n"},
-      {"empty value, remark at once", "a:// r\nb: // r\n", "", "a=1 b=2/",
-       "a: 1// r\nb: 2/ // r\n"},
-      {"empty value, tab", "a:\tx\nb: \tx\n", "", "a=1 b=2", "a: 1\tx\nb: 2\tx\n"},
+      {"empty value", "a:\nb:   \nc:  // r\nd:// r\ne: // r\nf:\tx\ng: \tx\n", "",
+       "a=1 b=2 c=3 d=4 e=5/ f=6 g=7",
+       "a: 1\nb: 2  \nc: 3 // r\nd: 4// r\ne: 5/ // r\nf: 6\tx\ng: 7\tx\n"},
       {"slash before a remark", "a: 1//r\nb: 1 //r\n", "", "a=2/ b=2/", "a: 2/ //r\nb: 2/ //r\n"},
       {"value goes", "a: 1// r\nb: 2\n", "", "a= b=", "a: // r\nb: \n"},
       {"slashes come and go behind blanks", "  a: 1 // r\n //b: 2\n", "", "-a=1 b=2",
        "  //a: 1 // r\n b: 2\n"},
-      {"commented out with another value", "//a: 1\n", "", "-a=2", "//a: 2\n"},
-      {"entity form that is wanted as it is read", "a: &lt;\n", "", "a=<", "a: &lt;\n"},
       {"note stays active", "note: 1\n", "", "-note=2", "note: 2\n"},
   });
 }
 
 TEST(LayoutTest, ChangesEveryLineOfADoubledSetting) {
   Expect({
-      {"active lines get the value", "//a: 0\na: 1\na: 2\n", "", "a=3", "//a: 0\na: 3\na: 3\n"},
-      {"none active: the first line", "//a: 1\n//a: 2\n", "", "-a=3", "//a: 3\n//a: 2\n"},
       {"on: the first line", "//a: 1\n//a: 2\n", "", "a=1", "a: 1\n//a: 2\n"},
-      {"off: all active lines", "a: 1\n//a: 2\na: 3\n", "", "-a=1", "//a: 1\n//a: 2\n//a: 3\n"},
-      {"off with another value", "a: 1\n//a: 2\na: 3\n", "", "-a=4", "//a: 4\n//a: 2\n//a: 4\n"},
-      {"off: the value is then the first line's", "//a: 1\na: 2\n", "", "-a=2", "//a: 2\n//a: 2\n"},
-      {"behind an accepted duplicate the first line counts", "b: 1\nb: 2\n//a: 1\na: 2\n", "",
-       "a=2 b=1", "b: 1\nb: 2\n//a: 2\na: 2\n"},
-      {"the same, as it is", "b: 1\nb: 2\n//a: 1\na: 2\n", "", "a=1 b=1",
-       "b: 1\nb: 2\n//a: 1\na: 2\n"},
-      {"the duplicate goes", "b: 1\nb: 2\n//a: 1\na: 2\n", "", "a=1", "//a: 1\na: 1\n"},
-      {"the duplicate is switched off", "b: 1\nb: 2\n\n//a: 1\na: 2\n", "", "a=1 -b=1",
-       "//b: 1\n//b: 2\n\n//a: 1\na: 1\n"},
-      {"a duplicate comes", "//b: 1\nb: 2\nb: 3\n//a: 1\na: 2\n", "", "a=2 b=3",
-       "//b: 1\nb: 2\nb: 3\n//a: 1\na: 2\n"},
+      {"off with another value: all active lines get it", "a: 1\n//a: 2\na: 3\n", "", "-a=4",
+       "//a: 4\n//a: 2\n//a: 4\n"},
+      {"none active: the first line", "//a: 1\n//a: 2\n", "", "-a=3", "//a: 3\n//a: 2\n"},
   });
 }
 
 TEST(LayoutTest, RemovesWhatIsNotWanted) {
   Expect({
-      {"all lines", "a: 1\nb: 2\n//a: 3\n", "", "b=2", "b: 2\n"},
       {"comment block with its only setting", "// x\n\n// c\n//note: d\na: 1\n// e\nb: 2\n", "",
        "b=2", "// x\n\n// e\nb: 2\n"},
       {"comment block of two settings", "// c\na: 1\nb: 2\n", "", "b=2", "// c\nb: 2\n"},
       {"comment block of a series entry", "// c\na: 1\nnpc: x\n", "", "npc:x", "// c\nnpc: x\n"},
       {"both settings go", "// c\na: 1\nb: 2\n// d\n", "", "", "// d\n"},
       {"a blank line parts", "// c\n\na: 1\n", "", "", "// c\n\n"},
-      {"a line of tabs is a comment", "// c\n\t\na: 1\nb: 1\n", "", "b=1", "// c\n\t\nb: 1\n"},
       {"of two blank lines the lower one goes", "x: 1\n \na: 1\n\n\nb: 1\n", "", "x=1 b=1",
        "x: 1\n \n\nb: 1\n"},
       {"several that meet", "x: 1\n\na: 1\n\nb: 1\n\ny: 1\n", "", "x=1 y=1", "x: 1\n\ny: 1\n"},
@@ -167,7 +149,6 @@ TEST(LayoutTest, SwitchesAndAddsSeriesEntries) {
        "a=1 b=2 npc:x npc:y", "a: 1\nnpc: x\nnpc: y\n\n// t\nb: 2\n"},
       {"off is not added", "//npc: x\nnpc: y\n", "npc: z\n", "-npc:x -npc:y -npc:z",
        "//npc: x\n//npc: y\n", false},
-      {"without a value", "npc:\n", "//map:\n", "-npc: map:", "npc:\n"},
   });
 }
 
@@ -265,6 +246,24 @@ class FileMaker {
   int comments_ = 0;
 };
 
+/// A first reading may leave two fields of one name, which a second one joins; otherwise nothing
+/// may change once the settings layout has written the file.
+bool StaysOnceWritten(std::string bytes) {
+  int count = -1;
+  for (int pass = 0; pass < 3; ++pass) {
+    Document settings, series;
+    const ConfFile file({}, bytes);
+    if (!ReadQuietly(file, {}, settings, series)) return true;
+    const std::string written =
+        ConfFileBytes(settings, SeriesGroups(series), file.Charset(), {}, {});
+    const int fields = settings.Fields().Count();
+    const bool joined = fields != std::exchange(count, fields);
+    if (written != bytes && (pass == 2 || (pass == 1 && !joined))) return false;
+    bytes = written;
+  }
+  return true;
+}
+
 TEST(LayoutTest, KeepsItsPromisesForGeneratedFiles) {
   const char* const wanted = std::getenv("QUENMAR_LAYOUT_TRIALS");
   const unsigned trials = wanted == nullptr ? 4000 : static_cast<unsigned>(std::stoul(wanted));
@@ -277,6 +276,7 @@ TEST(LayoutTest, KeepsItsPromisesForGeneratedFiles) {
     ASSERT_EQ(LayoutTrial(base, other, pick).BrokenPromise(), "") << "seed " << seed << "\n"
                                                                   << base << "\n--- other\n"
                                                                   << other;
+    ASSERT_TRUE(StaysOnceWritten(base)) << base;
   }
 }
 
