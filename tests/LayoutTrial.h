@@ -108,9 +108,8 @@ class LayoutTrial {
       wishes.settings.push_back({String(field->Name()), String(field->Value()),
                                  notes.active.at(static_cast<size_t>(i)) != 0});
     }
-    for (int i = 0; i < series.Fields().Count(); ++i) {
-      const auto field = series.Fields().Field(i);
-      wishes.entries.push_back({String(TypeOf(*field)), String(field->Name()), IsActive(*field)});
+    for (const Field& entry : series.Fields()) {
+      wishes.entries.push_back({String(TypeOf(entry)), String(entry.Name()), IsActive(entry)});
     }
     return true;
   }

@@ -184,15 +184,6 @@ TEST_F(ConfReaderTest, RepairsBareLineFeeds) {
   EXPECT_EQ(notes_.file.Bytes(), ReadFile(path_));
 }
 
-TEST_F(ConfReaderTest, TakesBareLineFeedsForLineEnds) {
-  bareLineFeeds_ = ConfReader::BareLineFeeds::kEndLines;
-  const std::string content = " a: 1\n// x\r\nb: 2\r c: 3\n\nd: 4\r\n\n\re: 5";
-  EXPECT_TRUE(Load(content));
-  EXPECT_EQ(Brief(*settings_), "a=1{|on} b=2{x|on} c=3{x|on} d=4{|on} e=5{|on} ");
-  EXPECT_EQ(ReadFile(path_), content);
-  EXPECT_THAT(messages_.shown, IsEmpty());
-}
-
 TEST_F(ConfReaderTest, KnowsTheCharacterSet) {
   const auto value = [this](std::string_view content) {
     EXPECT_TRUE(Load(content));

@@ -19,7 +19,6 @@ namespace quenmar {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using Shown = ScriptedMessages::Shown;
 

@@ -20,7 +20,7 @@ SaveChanges ChangesOf(std::string_view before, std::string_view after,
 }
 
 /// @return each change as "kind name old>new", with "//" before the name of a commented-out line;
-/// then the number of lost comment lines and a word for each change of the whole file.
+/// then the number of lost comment lines and what changes in the whole file.
 std::string Words(const SaveChanges& changes) {
   const char* const kKinds[] = {"added", "removed", "changed", "activated", "on", "off"};
   std::vector<std::string> words;
@@ -30,13 +30,7 @@ std::string Words(const SaveChanges& changes) {
                     ToUtf8(change.oldValue) + ">" + ToUtf8(change.newValue));
   }
   if (changes.lostCommentLines > 0) words.push_back(std::to_string(changes.lostCommentLines));
-  if (changes.reordered) words.emplace_back("order");
-  if (changes.reformatted) words.emplace_back("form");
-  if (changes.otherLineEnds) words.emplace_back("ends");
-  if (changes.lineFeeds) words.emplace_back("feeds");
-  if (changes.markGoes) words.emplace_back("mark");
-  if (changes.markComes) words.emplace_back("new mark");
-  if (changes.newCharset) words.emplace_back("charset");
+  for (const String& effect : WholeFileEffects(changes, {})) words.push_back(ToUtf8(effect));
   EXPECT_EQ(changes.Empty(), words.empty());
   std::string text;
   for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
@@ -62,17 +56,17 @@ TEST(SaveChanges, NoticesWhatEveryByteMeans) {
       {"npc: a\r\n//npc: a\r\n", "//npc: a\r\n", "off //npc a>a, 1"},
       // Entries without a value stay apart: each line continues one of its own state.
       {"//npc: \r\nnpc: \r\n", "//npc: \r\nnpc: \r\n", ""},
-      {"npc: \r\nnpc: \r\n", "//npc: \r\nnpc: \r\n", "off //npc >, order"},
+      {"npc: \r\nnpc: \r\n", "//npc: \r\nnpc: \r\n", "off //npc >, order of lines changes"},
       // The whole file.
-      {"a: 1\r\nb: 2\r\n", "b: 2\r\na: 1\r\n", "order"},
-      {"a:1\r\n  b: 2\r\n", "a: 1\r\nb: 2\r\n", "form"},
-      {"a: 1\r\n\r\nb: 2\r\n", "a: 1\r\nb: 2\r\n", "form"},
-      {"a: 1\nb: 2\n", "a: 1\r\nb: 2\r\n", "ends"},
-      {"a: 1\rb: 2\r", "a: 1\r\nb: 2\r\n", "ends"},
-      {"a: 1\r\nb: 2", "a: 1\r\nb: 2\r\n", "ends"},
-      {"\xEF\xBB\xBF//\r\n", "//\r\n", "mark"},
-      {"a: \xE9\r\n", "a: \xC3\xA9\r\n", "form"},  // character set
-      {"a: 1\nb: 2\n", "a: 1\r\nb: 3\r\n", "changed b 2>3, ends"}};
+      {"a: 1\r\nb: 2\r\n", "b: 2\r\na: 1\r\n", "order of lines changes"},
+      {"a:1\r\n  b: 2\r\n", "a: 1\r\nb: 2\r\n", "lines are reformatted"},
+      {"a: 1\r\n\r\nb: 2\r\n", "a: 1\r\nb: 2\r\n", "lines are reformatted"},
+      {"a: 1\nb: 2\n", "a: 1\r\nb: 2\r\n", "line ends become CR LF"},
+      {"a: 1\rb: 2\r", "a: 1\r\nb: 2\r\n", "line ends become CR LF"},
+      {"a: 1\r\nb: 2", "a: 1\r\nb: 2\r\n", "line ends become CR LF"},
+      {"\xEF\xBB\xBF//\r\n", "//\r\n", "the byte order mark goes"},
+      {"a: \xE9\r\n", "a: \xC3\xA9\r\n", "lines are reformatted"},  // character set
+      {"a: 1\nb: 2\n", "a: 1\r\nb: 3\r\n", "changed b 2>3, line ends become CR LF"}};
   for (const auto& [before, after, changes] : cases) {
     EXPECT_EQ(Words(ChangesOf(before, after)), changes) << before;
   }
@@ -80,11 +74,12 @@ TEST(SaveChanges, NoticesWhatEveryByteMeans) {
 
 TEST(SaveChanges, OfALayoutThatKeepsLines) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
-      {"a: 1\r\n\r\nb:2\r\n", "a: 1\n", "removed b 2>, feeds"},
-      {"a: 1\n", "a: 1\r\n\r\nb: 2\r\n", "added b >2, ends"},
-      {"a: 1\n", "\xEF\xBB\xBF//\na: 1\n", "new mark"},
-      {"//\xE9\na: \xE9\n", "//\xC3\xA9\na:  \xC3\xA9\n", "form, charset"},
-      {"a: 1\n\n\n", "a: 1\n\n", "form"},
+      {"a: 1\r\n\r\nb:2\r\n", "a: 1\n", "removed b 2>, line ends become LF"},
+      {"a: 1\n", "a: 1\r\n\r\nb: 2\r\n", "added b >2, line ends become CR LF"},
+      {"a: 1\n", "\xEF\xBB\xBF//\na: 1\n", "a byte order mark comes"},
+      {"//\xE9\na: \xE9\n", "//\xC3\xA9\na:  \xC3\xA9\n",
+       "lines are reformatted, the character set becomes UTF-8"},
+      {"a: 1\n\n\n", "a: 1\n\n", "lines are reformatted"},
       {"", "\xEF\xBB\xBF//\na: \xC3\xA9\n", "added a >\xC3\xA9"}};
   for (const auto& [before, after, changes] : cases) {
     const SaveChanges found = ChangesOf(before, after, ConfCharset::kUtf8, Layout::kServer);
