@@ -115,12 +115,11 @@ class LayoutTrial {
   }
 
   String AnyValue() {
-    static const std::vector<String> kValues = {
-        u"",     u"x",   u"1",        u"y/",
-        u"/",    u"a b", u"two // r", u"t\tr",
-        u"&lt;", u"<&>", u"\u00E9",   u"//",
-        u"x",    u"2",   u"\u2192",   u"a longer value than before"};
-    return kValues[pick_(static_cast<unsigned>(kValues.size()))];
+    static const auto kValues = Split(
+        u"|x|1|y/|/|a b| a b |two // r|t\tr|a\tb // c|http://x|1 /&gt;/ 2|&lt;&amp;lt; /|&lt;|<&>|"
+        u"\u00E9|//|x|2|\u2192|a longer value than before",
+        u'|');
+    return String(kValues[pick_(static_cast<unsigned>(kValues.size()))]);
   }
 
   void ChangeSettings(Wishes& wishes, const Wishes& offered) {

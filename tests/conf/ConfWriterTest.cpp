@@ -8,7 +8,6 @@
 #include "ScratchFolder.h"
 #include "ScriptedMessages.h"
 #include "Trees.h"
-#include "conf/ConfLine.h"
 #include "conf/ConfReader.h"
 #include "conf/SeriesGroups.h"
 #ifndef _WIN32
@@ -189,25 +188,6 @@ TEST_F(ConfWriterTest, ReportsWhatTheDiskRefuses) {
             (Shown{"Error: No space left on device\r\nThe file /dev/full is unchanged.", 0}));
 #endif
   for (const Shown& shown : messages_.shown) EXPECT_THAT(shown.text, StartsWith("Error: "));
-}
-
-TEST_F(ConfWriterTest, KnowsBeforehandHowAValueWillBeReadBack) {
-  const std::pair<StringView, StringView> rows[] = {{u" a b ", u"a b"},
-                                                    {u"http://x", u"http:"},
-                                                    {u"a\tb // c", u"a"},
-                                                    {u"// a", u""},
-                                                    {u"&lt;&amp;lt; /", u"<&amp;lt; /"},
-                                                    {u"1 /&gt;/ 2", u"1 />/ 2"},
-                                                    {u"a & b: c", u"a & b: c"}};
-  for (const auto& [value, expected] : rows) {
-    EXPECT_EQ(ReadBackValue(value), expected);
-    settings_.Fields().RemoveField(0);
-    settings_.Fields().AddField(u"a", value);
-    ASSERT_TRUE(Save());
-    Document settings, series;
-    ASSERT_TRUE(ReadQuietly({path_, ReadFile(path_)}, options_, settings, series));
-    EXPECT_EQ(settings.Fields().Field(u"a")->Value(), expected);
-  }
 }
 
 }  // namespace

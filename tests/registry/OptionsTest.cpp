@@ -7,15 +7,14 @@
 
 #include "ScratchFolder.h"
 #include "registry/FileRegistry.h"
-#include "registry/Language.h"
 #include "text/Charset.h"
 
 namespace quenmar {
 namespace {
 
-/// @return a registry file with values under a key of the program, from "name=text|name=text".
-std::string File(const String& key, StringView values) {
-  String lines = u"REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\" + key + u"]\r\n";
+/// @return a registry file with the values of the options, from "name=text|name=text".
+std::string File(StringView values) {
+  String lines = u"REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Options]\r\n";
   for (const StringView value : Split(values, u'|')) {
     lines += u"\"" + ReplaceAll(value, u"=", u"\"=\"") + u"\"\r\n";
   }
@@ -40,10 +39,10 @@ TEST(OptionsTest, SwitchesThatAreMissingOrEmptyAreStored) {
   const ScratchFolder folder;
   const Path file = folder / "registry.reg";
   for (const auto& [stored, after, options] : cases) {
-    ReplaceBytes(file, File(u"Options", stored));
+    ReplaceBytes(file, File(stored));
     FileRegistry registry(file);
     EXPECT_EQ(Shown(LoadOptions(registry)), options);
-    EXPECT_EQ(ReadBytes(file), File(u"Options", after.empty() ? stored : after));
+    EXPECT_EQ(ReadBytes(file), File(after.empty() ? stored : after));
   }
 }
 
@@ -58,17 +57,6 @@ TEST(OptionsTest, WhatTheUserChangesIsThereTheNextTime) {
   EXPECT_FALSE(options.IsSorted(Layout::kServer)) << "the lines keep their order";
   EXPECT_EQ(Shown(options),
             u"\\\\host\\share\\conf-dist D:\\conf 1 {map}{npc}{addon}{import} save");
-}
-
-TEST(LanguageTest, StoredTextsReplaceBuiltInOnes) {
-  const ScratchFolder folder;
-  const Path file = folder / "registry.reg";
-  ReplaceBytes(file, File(u"Language", u"LNG1=Editor de .conf|LNG8=|LNG48=Opcional"));
-  const Language language = Language::LoadLanguage(FileRegistry(file));
-  EXPECT_EQ(language.Text(Message::kWindowTitle), u"Editor de .conf");
-  EXPECT_EQ(language.Text(Message::kEdit), u"");
-  EXPECT_EQ(language.Text(Message::kPath), u"Path");
-  EXPECT_EQ(language.Text(Message::kOptional), u"Opcional");
 }
 
 }  // namespace
