@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -17,6 +16,7 @@
 #include "conf/LineDiff.h"
 #include "text/Charset.h"
 #include "text/RuntimeError.h"
+#include "text/String.h"
 
 namespace quenmar {
 

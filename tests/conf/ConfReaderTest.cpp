@@ -72,7 +72,6 @@ TEST_F(ConfReaderTest, TurnsLinesIntoSettings) {
        "my key: 1\r\n1abc: 2\r\n_x: 3\r\nk: 4\r\n", "k=4{my key: 1~1abc: 2~_x: 3|on} "},
       {"value keeps further colons", "url: a:b\r\n", "url=a:b{|on} "},
       {"empty value", "a:\r\nb: //x\r\n", "a={|on} b={b:  x|on} "},
-      {"commented-out setting", "//a: 1\r\n", "a=1{|off} "},
       {"space behind the slashes makes a comment", "// a: 1\r\nb: 2\r\n", "b=2{a: 1|on} "},
       {"remark", "// x\r\na: 1 // remark\r\n", "a=1{x~a: 1   remark|on} "},
       {"tab", "a: 1\t2\r\n", "a=1{a: 1 2|on} "},

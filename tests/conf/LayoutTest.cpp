@@ -102,10 +102,6 @@ TEST(LayoutTest, BringsInWhatTheBaseLacks) {
   Expect({
       {"directly behind", "a: 1\nc: 3\n", "a: 0\n  //b: 2 // r\nc: 0\n", "a=1 c=3 b=5",
        "a: 1\n  b: 5 // r\nc: 3\n"},
-      {"several without comments", "a: 1\nd: 4\n", "a: 0\nb: 2\nc: 3\n", "a=1 b=2 -c=3 d=4",
-       "a: 1\nb: 2\n//c: 3\nd: 4\n"},
-      {"as a paragraph", "a: 1\nx: 0\n\nc: 3\n", "a: 0\n// t\n// u\nb: 2\n", "a=1 x=0 b=2 c=3",
-       "a: 1\nx: 0\n\n// t\n// u\nb: 2\n\nc: 3\n"},
       {"in the other text's order behind one paragraph", "a: 1\nc: 3\n",
        "a: 0\n// t\nb: 2\nc: 0\n// u\nd: 4\ne: 5\n", "a=1 b=2 c=3 d=4 e=5",
        "a: 1\nc: 3\n\n// t\nb: 2\n\n// u\nd: 4\ne: 5\n"},
@@ -128,8 +124,8 @@ TEST(LayoutTest, BringsInWhatTheBaseLacks) {
        "// t\n//b: 1\na: 1\nb: 2\n//b: 4\nd: 5\n", "a=1 b=2 c=3 d=5", "a: 1\nb: 2\nd: 5\nc: 3\n"},
       {"only the block directly above", "a: 1\n", "// t\na: 1\nb: 2\n// u\n\nc: 3\n", "a=1 b=2 c=3",
        "a: 1\nb: 2\nc: 3\n"},
-      {"beside what goes", "a: 1\n\nz: 0\n\nc: 3\n", "a: 1\n// t\nb: 2\n", "a=1 b=2 c=3",
-       "a: 1\n\n// t\nb: 2\n\nc: 3\n"},
+      {"beside what goes", "a: 1\n\nz: 0\n\nc: 3\n", "a: 1\n// t\n// u\nb: 2\n", "a=1 b=2 c=3",
+       "a: 1\n\n// t\n// u\nb: 2\n\nc: 3\n"},
       {"in neither text", "a: 1\n", "", "a=1 -b=2", "//b: 2\n\na: 1\n"},
   });
 }
