@@ -15,6 +15,7 @@ inline int ErrorOf(const std::function<void()>& action) {
   } catch (const RuntimeError& error) {
     const String words = error.Description();
     EXPECT_FALSE(words.empty() || words.starts_with(u"System error"));  // unknown to the system
+    EXPECT_GT(words.empty() ? u'x' : words.back(), u' ') << "a line end";
     return dynamic_cast<const FileDamaged*>(&error) != nullptr ? -error.Number() : error.Number();
   }
   return 0;

@@ -248,7 +248,7 @@ Path FileIn(const Path& folder, const Path& file) {
 void RequireFolder(const Path& folder) {
   const FileKind kind = KindOf(folder);
   if (kind == FileKind::kFolder) return;
-  const String reason = kind == FileKind::kFile ? u"this is not a folder" : FolderError(folder);
+  const String reason = kind == FileKind::kFile ? u"this is not a folder" : FolderErrorText(folder);
   throw CommandError(ToUtf8(PathText(folder) + u": " + reason));
 }
 

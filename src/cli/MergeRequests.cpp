@@ -101,11 +101,11 @@ void MergeRequests::TakeDefaults(FileMerge& merge) {
 }
 
 void MergeRequests::SetValue(const std::string& request, FileMerge& merge) {
-  const size_t equals = request.find('=');
-  if (equals == std::string::npos) throw CommandError("--set " + request + ": no = in it");
-  (void)ValidText(request, "--set");
-  const String name = FromUtf8(request.substr(0, equals));
-  const String value = FromUtf8(request.substr(equals + 1));
+  const String text = ValidText(request, "--set");
+  const size_t equals = text.find(u'=');
+  if (equals == String::npos) throw CommandError("--set " + request + ": no = in it");
+  const String name = text.substr(0, equals);
+  const String value = text.substr(equals + 1);
   if (value.find_first_of(u"\r\n") != String::npos) {
     throw CommandError("--set " + ToUtf8(name) + ": a value is one line");
   }

@@ -16,8 +16,8 @@ class MergeRequests {
   MergeRequests(const MergeArguments& arguments, const CommandContext& context)
       : arguments_(arguments), context_(context) {}
 
-  /// Does it all. Throws `CommandError` for what cannot be done and when the user declines. Of
-  /// many files, each does what concerns it.
+  /// Applies all requests. Throws `CommandError` for what cannot be done and when the user
+  /// declines. Of many files, each does what concerns it.
   void Apply(FileMerge& merge);
 
   /// @return the settings of the merge that `Apply` was called for last that have taken the new

@@ -16,8 +16,7 @@ namespace quenmar {
 [[nodiscard]] bool StandardOutputShowsColours();
 
 /// Prepares the standard streams for their lifetime: bytes pass unchanged, and a console reads them
-/// as UTF-8. Restores the console when destroyed, and
-/// when the user breaks the program off.
+/// as UTF-8. Restores the console when destroyed and when the user breaks the program off.
 class TerminalEncoding {
  public:
   TerminalEncoding();

@@ -10,8 +10,7 @@ namespace quenmar {
 enum class Answers { kAsk, kYes, kNo };
 
 /// Message boxes as lines on standard error, each beginning with the file that it is about, unless
-/// the text names it anyway.
-/// Questions are answered at the terminal, or all alike.
+/// the text names it anyway. Questions are answered at the terminal, or all alike.
 class TerminalMessages : public MessageBoxes {
  public:
   /// `streams` outlives the object.

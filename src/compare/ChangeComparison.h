@@ -81,7 +81,7 @@ class ChangeComparison {
   /// @return false when there is no such field.
   bool SetActualValue(StringView name, StringView value);
 
-  /// The same for many names at once: each of them reads the whole tree otherwise.
+  /// The same for many names, reading the tree once.
   void SetActualValues(const std::map<StringView, SharedText>& values);
 
   /// The names and values of a tree.

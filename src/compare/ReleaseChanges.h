@@ -63,7 +63,8 @@ struct OldVersion {
   std::shared_ptr<Document> series = std::make_shared<Document>();
 
   /// Reads it, without a user.
-  /// @param notes receives why the file cannot be read to its end; otherwise there is none
+  /// @param notes receives why the file cannot be read to its end; empty where no old version is
+  /// known
   /// @return nothing in both cases.
   [[nodiscard]] static std::optional<OldVersion> Read(const OldFile& found, const Options& options,
                                                       const Language& language, ConfNotes& notes);

@@ -54,8 +54,8 @@ class NearNames {
     std::sort(rests_.begin(), rests_.end());
   }
 
-  /// Takes the first name that is at most so many letters apart and not taken; names without a
-  /// letter in common do not count. @return it, or nothing.
+  /// Takes the first free name that is at most `apart` letters away and has a letter in common.
+  /// @return it, or nothing.
   StringView Take(StringView name, size_t apart) {
     if (!IsSearched(name)) return {};
     size_t best = names_.size();

@@ -57,14 +57,14 @@ bool ConfWriter::SaveConfFile(const Path& path, const Document& settings,
 }
 
 bool ConfWriter::SaveBytes(OpenedFile& file, const std::string& bytes) const {
-  String copyError;
+  String copyErrorText;
   try {
     const std::optional<std::string> onDisk = ContentOf(file.path);
     if (onDisk != bytes) {
       if (!MayReplace(file, onDisk)) return false;
       // Only a save that gets this far may replace the copy of an earlier one.
       ReplaceBytes(file.path, bytes, [&] {
-        if (onDisk && !file.copied) copyError = KeepCopy(file, *onDisk);
+        if (onDisk && !file.copied) copyErrorText = KeepCopy(file, *onDisk);
       });
       file.copied = true;
     }
@@ -74,9 +74,9 @@ bool ConfWriter::SaveBytes(OpenedFile& file, const std::string& bytes) const {
     return false;
   }
   ShowMessage(messages_, language_.Text(Message::kSaved), message_style::kInformation);
-  if (!copyError.empty()) {
+  if (!copyErrorText.empty()) {
     ShowMessage(messages_, language_.Text(Message::kNoCopy), message_style::kOk,
-                {PathText(CopyOf(file.path)), copyError});
+                {PathText(CopyOf(file.path)), copyErrorText});
   }
   return true;
 }

@@ -28,14 +28,12 @@ using CheckList = std::vector<CheckItem>;
 [[nodiscard]] bool WriteTextFile(const Path& path, StringView text);
 
 /// @return a text of the message table as it is shown: every backslash followed by "n" is a line
-/// break, and "%1" and "%2" are the placeholders. Text from a placeholder is searched neither for
-/// breaks nor for placeholders.
+/// break, and "%1", "%2" and "%3" are the placeholders. Text from a placeholder is searched neither
+/// for breaks nor for placeholders.
 [[nodiscard]] String FinishedText(StringView text,
                                   std::initializer_list<StringView> placeholders = {});
 
-/// Shows a message. Every backslash followed by "n" in `text` becomes a line break; then "%1" and
-/// "%2" become the placeholders, which are not searched for breaks or for each other (a path may
-/// contain a backslash before an "n", or "%2").
+/// Shows the message that `FinishedText` makes of `text` and the placeholders.
 /// @param buttons a sum of `message_style` numbers
 /// @param details what the user may look up before the answer; empty for none
 /// @param offer see `MessageBoxes::ShowWithDetails`

@@ -56,7 +56,7 @@ SavePlan SavePlan::Of(const SaveRequest& request, const ConfFile& before, const 
   if (request.layout == Layout::kSettings) {
     plan.diff = DiffText(plan.changes, language);
   } else {
-    plan.warnings.activated = 0;  // the user has wanted it
+    plan.warnings.activated = 0;  // the user asked for it
     plan.diff = UnifiedDiff(before, after);
     for (const String& effect : WholeFileEffects(plan.changes, language)) {
       plan.diff += effect + String(kLineEnd);

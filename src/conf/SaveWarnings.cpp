@@ -13,8 +13,8 @@ namespace quenmar {
 namespace {
 
 bool IsReadOtherwise(StringView value) {
-  // Long values need no copy: without these there is no entity form, no remark and no tab.
-  return value.find_first_of(u"&/\t") != StringView::npos && ReadBackValue(value) != Trim(value);
+  // Long values need no copy: without these there is no remark and no tab. Entity forms are folded.
+  return value.find_first_of(u"/\t") != StringView::npos && ReadBackValue(value) != Trim(value);
 }
 
 int CountOtherValues(const Fields& settings) {

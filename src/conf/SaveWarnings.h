@@ -10,7 +10,7 @@
 
 namespace quenmar {
 
-/// What the user should know before a save: how much of each is in it.
+/// What the user should know before a save, as counts.
 struct SaveWarnings {
   int otherValues = 0;  ///< settings whose values will be read back otherwise
   int lostCommentLines = 0;

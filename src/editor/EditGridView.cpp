@@ -60,7 +60,7 @@ class CellDelegate : public QStyledItemDelegate {
   }
 };
 
-/// @return whether an editor that loses the focus so goes on having it within its window.
+/// @return whether the focus comes back to the editor after such a loss.
 bool KeepsFocusInWindow(const QFocusEvent& event) {
   return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason;
 }
@@ -194,8 +194,7 @@ int EditGridView::FullWidth() const {
          2 * frameWidth();
 }
 
-/// Ctrl+Home and Ctrl+End go to another row, which alone is meant by what follows: the toolkit
-/// would leave the rows selected that were so before.
+/// Ctrl+Home and Ctrl+End clear the selection, which the toolkit would keep.
 QItemSelectionModel::SelectionFlags EditGridView::selectionCommand(const QModelIndex& index,
                                                                    const QEvent* event) const {
   if (event != nullptr && event->type() == QEvent::KeyPress) {
@@ -327,8 +326,8 @@ void EditGridView::keyPressEvent(QKeyEvent* event) {
   QTableView::keyPressEvent(event);
 }
 
-/// Of an input method counts what is complete; until then it shows what was typed itself, since
-/// turning to an editor would break it off.
+/// Only complete text of an input method opens the editor: opening it earlier would cancel the
+/// composition.
 void EditGridView::inputMethodEvent(QInputMethodEvent* event) {
   if (!grid_.TakesText()) {
     QTableView::inputMethodEvent(event);

@@ -5,7 +5,7 @@
 namespace quenmar {
 
 /// A failure of a file operation. `Number` is the system's own error number (`errno` or
-/// `GetLastError`), `Source` the operation, `Description` the system's words for it.
+/// `GetLastError`), `Source` the operation, `Description` the system's message.
 class FileError : public RuntimeError {
  public:
   using RuntimeError::RuntimeError;

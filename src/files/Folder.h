@@ -29,8 +29,8 @@ struct FolderEntry {
 [[nodiscard]] std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder,
                                                        String& reason);
 
-/// @return the system's words for why the entries of a folder cannot be read; empty when they can.
-[[nodiscard]] String FolderError(const Path& folder);
+/// @return the system's message when the entries of a folder cannot be read; otherwise empty.
+[[nodiscard]] String FolderErrorText(const Path& folder);
 
 /// @return whether both paths lead to one file or folder; false when that cannot be found out.
 [[nodiscard]] bool IsSame(const Path& one, const Path& other);

@@ -39,7 +39,7 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, 
   return entries;
 }
 
-String FolderError(const Path& folder) {
+String FolderErrorText(const Path& folder) {
   std::error_code error;
   const fs::directory_iterator names(folder, error);
   if (!error) (void)fs::status(folder / ".", error);  // names alone open no file

@@ -37,7 +37,7 @@ std::optional<Identity> IdentityOf(const Path& path) {
 }
 
 /// Finds the first entry of a folder whose name ends in `ending`.
-/// @param reason receives the system's words for why that failed, else it is empty
+/// @param reason receives the system's message when that failed; else it is empty
 /// @return INVALID_HANDLE_VALUE where there is none, else what `FindClose` takes.
 HANDLE FindFirst(StringView ending, const Path& folder, WIN32_FIND_DATAW& entry, String& reason) {
   reason.clear();
@@ -84,7 +84,7 @@ std::vector<FolderEntry> EntriesEndingIn(StringView ending, const Path& folder, 
   return entries;
 }
 
-String FolderError(const Path& folder) {
+String FolderErrorText(const Path& folder) {
   String reason;
   WIN32_FIND_DATAW entry;
   const HANDLE search = FindFirst({}, folder, entry, reason);

@@ -171,7 +171,7 @@ OldFile SeenFiles::Look(const Path& server) {
     old.file = Find(server);
   } catch (const FileError& error) {
     old.reason = error.Description();
-    if (const String reason = FolderError(folder_); !reason.empty()) {
+    if (const String reason = FolderErrorText(folder_); !reason.empty()) {
       old.path = folder_;
       old.reason = std::exchange(unreadableTold_, true) ? String() : reason;
     }
@@ -195,7 +195,7 @@ String SeenFiles::TryToKeep(const Path& server, const ConfFile& distribution) {
   if (fs::create_directories(folder_, error)) {
     fs::permissions(folder_, fs::perms::owner_all, error);
   }
-  if (const String reason = FolderError(folder_); !reason.empty()) {
+  if (const String reason = FolderErrorText(folder_); !reason.empty()) {
     return PathText(folder_) + u": " + reason;
   }
   const Path entry = EntryOf(server);

@@ -8,6 +8,7 @@ namespace {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::StartsWith;
 using Json = nlohmann::json;
 
@@ -62,6 +63,15 @@ TEST_F(ConsoleTest, ShowsWhatATerminalOrALaterReadingWouldChange) {
   EXPECT_EQ(Run({"merge", At("dist"), At("dist"), "a.conf"}), kFailure);
   EXPECT_THAT(err_, HasSubstr("Please, don't select the same folder."));
   EXPECT_EQ(Read("dist/a.conf"), kDistribution);
+}
+
+TEST_F(ConsoleTest, TextsComeFromTheRegistry) {
+  Write("options.reg",
+        "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quenmar\\Language]\r\n"
+        "\"LNG41\"=\"Guardado\"\r\n\"LNG50\"=\"\"\r\n");
+  EXPECT_THAT(MergeFailure({"--set", "rate=\xD0\x96"}), Not(HasSubstr("unchanged")));
+  EXPECT_EQ(Merge({}), kNothingToDo);
+  EXPECT_THAT(err_, HasSubstr(": Guardado\n"));
 }
 
 TEST_F(ConsoleTest, ADamagedRegistryFileCostsOneLine) {

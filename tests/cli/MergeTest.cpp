@@ -68,7 +68,7 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
       {{"--set", "rate=a\nb"}, "a value is one line"},
       {{"--set", "rate=\xE9"}, "this is not UTF-8 text"},
       {{"--remove", "rate"}, "declined"},
-      {{"--set", "rate=\xD0\x96"}, "lacks"},
+      {{"--set", "rate=\xD0\x96"}, " lacks.\nThe file "},
       {{"--dry-run", "--set", "rate=\xD0\x96"}, "lacks"},
       {{"--output", At("dist/new.conf")}, kInside},
       {{"--output", At("dist/x/../b")}, kInside},

@@ -101,7 +101,7 @@ TEST(SaveChanges, ReadAsADifferenceOfTexts) {
 TEST(SaveWarnings, CountWhatTheUserShouldKnow) {
   Document distribution, settings, series;
   ASSERT_TRUE(ReadQuietly({{}, "a: 1\r\n//b: 2\r\nc: 3\r\n//c: 4\r\n"}, {}, distribution, series));
-  for (const StringView value : {u"1", u"x//y", u"&lt;", u" z"}) {
+  for (const StringView value : {u"1", u"x//y", u"a\tb", u"&lt;", u" z"}) {
     settings.Fields().AddField(u"a", value);
   }
   const std::string bytes = "a: \xC3\xA9\r\n";
@@ -112,7 +112,7 @@ TEST(SaveWarnings, CountWhatTheUserShouldKnow) {
                 ListSaveWarnings(settings, distribution, changes,
                                  CharsetWarning(bytes, ConfCharset::kWindows1252, language)),
                 language)),
-            "Values that will be read back otherwise: 1\r\n"
+            "Values that will be read back otherwise: 2\r\n"
             "Comment lines that will be lost: 2\r\n"
             "Commented-out settings that become active: 1\r\n"
             "Mandatory settings that are still missing: 1\r\n"

@@ -46,7 +46,7 @@ class Control:
         return [Control(node) for node in nodes if node is not None]
 
     def showing(self):
-        """Yields this control and all in it that stand on the screen."""
+        """Yields this control and all in it that are on the screen."""
         yield self
         for child in self.children():
             if child.has("SHOWING"):
@@ -110,7 +110,7 @@ class Program:
         """Waits for a context menu and returns its X window; the accessibility bus has none of it."""
 
         def find():
-            # No other window of a program that stands on the screen is without a name.
+            # No other window of a program that is on the screen is without a name.
             pid = self.process.pid
             words = ("--all", "--onlyvisible", "--pid", pid, "--name", "^$")
             return xdotool("search", *words, check=False)

@@ -37,7 +37,7 @@ class SeenFilesTest : public ::testing::Test {
     return file ? file->Bytes() : "none";
   }
 
-  /// Keeps some bytes for the server's file. @return the reason why it failed.
+  /// Keeps some bytes for the server's file. @return why it failed, if it did.
   std::string Keep(SeenFiles& seen, std::string bytes) {
     return ToUtf8(seen.Keep(server_, {folder_ / "dist/a.conf", std::move(bytes)}));
   }

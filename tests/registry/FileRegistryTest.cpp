@@ -118,8 +118,8 @@ TEST_F(FileRegistryTest, CreatesMissingFoldersWherePossible) {
                                                 {file_ / "registry.reg", false, false},
                                                 {folder_.Folder(), true, false},
                                                 {Path(), false, false}};
-  for (const auto& [path, reason, stored] : cases) {
-    EXPECT_EQ(!FileRegistry(path).ErrorText().empty(), reason) << path;
+  for (const auto& [path, reported, stored] : cases) {
+    EXPECT_EQ(!FileRegistry(path).ErrorText().empty(), reported) << path;
     EXPECT_EQ(Set(path), stored) << path;
   }
 }

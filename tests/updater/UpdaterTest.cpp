@@ -105,6 +105,9 @@ class UpdaterTest : public OpenUpdater {
     const QString apply = "[36] Apply Changes?\r\n\r\nComment lines that will be lost: 1";
     QCOMPARE(messages_.Take(), (QStringList{apply, apply, "[64] Saved!"}));
 
+    merge_->SetValue(FileMerge::List::kActual, u"a", u"\u4E2D");
+    QCOMPARE(Applied(), "a: 3\r\n");
+    QVERIFY(messages_.Take().last().contains(" lacks."));
     Type("txtActualValue", "4");
     std::filesystem::remove_all(folder_->Folder());
     messages_.Answer({Button::kYes});  // to save over what has changed on the disk

@@ -40,6 +40,7 @@ class OpenWindow : public QObject {
   void OpenAgain() {
     window_.reset();
     merge_ = FileMerge::Open(request_, with_);
+    if (!merge_) qFatal("the files cannot be read");
     window_ = std::make_unique<Window>(
         FileContext{*merge_, with_, PathText(folder_->Folder()), u"a.conf"}, nullptr);
     Fill();
