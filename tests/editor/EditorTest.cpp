@@ -243,6 +243,7 @@ class EditorTest : public OpenEditor {
   }
 
   void choosesAndGrowsAndRefuses() {
+    window_.reset();  // it is modal
     Events events;
     EditGridView view(events, nullptr);
     const QAbstractItemModelTester tester(view.model());
