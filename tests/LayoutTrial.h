@@ -129,7 +129,7 @@ class LayoutTrial {
       const unsigned what = pick_(4 * calm);
       if (what == 0) continue;
       if (what == 1 || what == 2) setting.value = AnyValue();
-      if (what == 2 || what == 3) setting.active = !setting.active || IsRemarkName(setting.name);
+      if (what == 2 || what == 3) setting.active = !setting.active || IsNoteName(setting.name);
       kept.push_back(setting);
     }
     for (const Wishes::Setting& setting : offered.settings) {

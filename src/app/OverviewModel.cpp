@@ -188,7 +188,7 @@ QVariant OverviewModel::headerData(int section, Qt::Orientation orientation, int
 
 QString OverviewModel::TextOf(const FileReport& report, int column) const {
   if (column == kState) return StateOf(report.status);
-  if (column == kRemarks) return OdditiesOf(report).join(", ");
+  if (column == kRemarks) return RemarksOf(report).join(", ");
   if (column == kDefaults) return DefaultsText(report);
   if (column == kSeries) return SeriesText(report);
   const size_t count = CountOf(report, column);
@@ -218,7 +218,7 @@ QStringList OverviewModel::DetailsOf(const FileReport& report, int column) const
     case kSeries:
       return SeriesNames(report);
     case kRemarks:
-      return OdditiesOf(report);
+      return RemarksOf(report);
     default:
       return {};
   }
@@ -238,10 +238,10 @@ QString OverviewModel::StateOf(FileStatus status) const {
   return Text(Message::kStateUnreadable);
 }
 
-QStringList OverviewModel::OdditiesOf(const FileReport& report) const {
-  QStringList oddities;
-  for (const String& oddity : report.Oddities(language_)) oddities << ToQString(oddity);
-  return oddities;
+QStringList OverviewModel::RemarksOf(const FileReport& report) const {
+  QStringList remarks;
+  for (const String& remark : report.Remarks(language_)) remarks << ToQString(remark);
+  return remarks;
 }
 
 QString OverviewModel::Text(Message key) const { return ToQString(language_.Text(key)); }

@@ -60,7 +60,7 @@ class OverviewModel : public QAbstractTableModel {
   /// @return the names behind a number, or the whole of a text.
   [[nodiscard]] QStringList DetailsOf(const FileReport& report, int column) const;
   [[nodiscard]] QString StateOf(FileStatus status) const;
-  [[nodiscard]] QStringList OdditiesOf(const FileReport& report) const;
+  [[nodiscard]] QStringList RemarksOf(const FileReport& report) const;
   [[nodiscard]] QString Text(Message key) const;
 
   const Language& language_;

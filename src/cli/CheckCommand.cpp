@@ -20,18 +20,17 @@ std::vector<Path> FilesToCheck(const CheckArguments& arguments) {
 FileReport Examine(const Path& file, const CheckArguments& arguments,
                    const CommandContext& context) {
   try {
-    (void)FileIn(arguments.server, file);
+    const Path serverFile = FileIn(arguments.server, file);
+    return FileReport::Of(arguments.distribution, arguments.server, file, context.options,
+                          context.language, context.BareLineFeeds(),
+                          FindOldFile(OldFileIn(arguments.base, file), &context.seen, serverFile));
   } catch (const CommandError& error) {
     FileReport report;
     report.file = PathText(file);
     report.status = FileStatus::kFailed;
-    report.remarks.push_back(FromUtf8(error.what()));
+    report.warnings.push_back(FromUtf8(error.what()));
     return report;
   }
-  return FileReport::Of(
-      arguments.distribution, arguments.server, file, context.options, context.language,
-      context.BareLineFeeds(),
-      FindOldFile(OldFileIn(arguments.base, file), &context.seen, arguments.server / file));
 }
 
 bool LacksOldVersion(const FileReport& report) {

@@ -151,7 +151,7 @@ std::vector<ShownFinding> ShownFindings(const FileReport& report, const Language
     shown.push_back({"save", {}, 0, FromUtf8(effect)});
   }
   const char* const kind = report.status == FileStatus::kFailed ? "error" : "save";
-  for (const String& remark : report.remarks) shown.push_back({kind, {}, 0, remark});
+  for (const String& warning : report.warnings) shown.push_back({kind, {}, 0, warning});
   return shown;
 }
 

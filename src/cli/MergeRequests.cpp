@@ -29,7 +29,7 @@ String ValidText(const std::string& argument, const char* option) {
 }  // namespace
 
 void MergeRequests::Apply(FileMerge& merge) {
-  const Document& obsolete = merge.Tree(List::kDeleted);
+  const Document& obsolete = merge.Tree(List::kObsolete);
   const Names chosen = Known(arguments_.restore, obsolete, "obsolete");
   merge.Restore(arguments_.restoreAll ? NamesIn(obsolete) : chosen);
   Add(merge);
@@ -88,7 +88,7 @@ void MergeRequests::Add(FileMerge& merge) {
 }
 
 void MergeRequests::Remove(FileMerge& merge) {
-  const Names leaving = Known(arguments_.remove, merge.Tree(List::kActual), "kept");
+  const Names leaving = Known(arguments_.remove, merge.Tree(List::kKept), "kept");
   const int left = merge.Remove(leaving);
   if (left < static_cast<int>(leaving.size())) throw CommandError(kDeclined);
 }
@@ -109,8 +109,8 @@ void MergeRequests::SetValue(const std::string& request, FileMerge& merge) {
   if (value.find_first_of(u"\r\n") != String::npos) {
     throw CommandError("--set " + ToUtf8(name) + ": a value is one line");
   }
-  if (!Knows(request, name, merge.Tree(List::kActual), "kept")) return;
-  merge.SetValue(List::kActual, name, value);
+  if (!Knows(request, name, merge.Tree(List::kKept), "kept")) return;
+  merge.SetValue(List::kKept, name, value);
   taken_.erase(name);
   const String readBack = ReadBackValue(value);
   if (readBack != value) {
@@ -130,7 +130,7 @@ void MergeRequests::Switch(const std::string& wanted, bool on, FileMerge& merge)
                        ": with layout settings every setting is active; only a series "
                        "entry (TYPE:VALUE) can be switched");
   }
-  if (!Knows(wanted, name, merge.Tree(List::kActual), "kept")) return;
+  if (!Knows(wanted, name, merge.Tree(List::kKept), "kept")) return;
   if (merge.SwitchSetting(name, on)) return;
   throw CommandError(
       ToUtf8(FinishedText(context_.language.Text(Message::kCannotSwitchOff), {name})));

@@ -12,7 +12,7 @@ namespace quenmar {
 
 /// What to do where the old version of a file is not known.
 inline constexpr const char* kOldUnknown =
-    "what the release itself has changed can be told from the next save on, or with --base DIR";
+    "what the release itself has changed is known after the next save, or with --base DIR";
 
 /// @return the path of `file` in the folder of the old distribution's files, where one was named.
 /// Throws `CommandError` when that is not a folder.

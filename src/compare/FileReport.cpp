@@ -129,7 +129,7 @@ class Examination {
     AddMissingSeries(*distribution_.series, *server_.series);
     const SeriesGroups groups(*server_.series);
     if (groups.GroupCount() > SeriesGroups::kMostGroups) {
-      report_.remarks.push_back(language_.Text(Message::kTooManySeries));
+      report_.warnings.push_back(language_.Text(Message::kTooManySeries));
       return;
     }
     try {
@@ -139,9 +139,9 @@ class Examination {
                         [this](StringView name) { return IsActiveOnServer(name); }},
                        server_.notes.file, options_, language_);
       report_.save = plan.changes;
-      if (!plan.warnings.charset.empty()) report_.remarks.push_back(plan.warnings.charset);
+      if (!plan.warnings.charset.empty()) report_.warnings.push_back(plan.warnings.charset);
     } catch (const RuntimeError& error) {
-      report_.remarks.push_back(error.Description());
+      report_.warnings.push_back(error.Description());
     }
   }
 
@@ -215,19 +215,19 @@ bool FileReport::NeedsWork() const {
          !obsolete.empty() || !inactive.empty() || newSeriesWait || !release.Empty();
 }
 
-std::vector<String> FileReport::Oddities(const Language& language) const {
-  std::vector<String> oddities;
+std::vector<String> FileReport::Remarks(const Language& language) const {
+  std::vector<String> remarks;
   std::vector<String> duplicates;
   for (const ReportedFinding& reported : findings) {
     const bool duplicate = reported.finding.kind == Finding::Kind::kDuplicate;
-    AddOnce(duplicate ? duplicates : oddities, Words(reported, language));
+    AddOnce(duplicate ? duplicates : remarks, Words(reported, language));
   }
   if (!duplicates.empty()) {
-    oddities.push_back(
+    remarks.push_back(
         FinishedText(language.Text(Message::kRemarkDuplicates), {Joined(duplicates)}));
   }
-  for (const String& remark : remarks) AddOnce(oddities, remark);
-  return oddities;
+  for (const String& warning : warnings) AddOnce(remarks, warning);
+  return remarks;
 }
 
 size_t FileReport::DefaultCount(DefaultChange::Kind kind) const {

@@ -69,7 +69,7 @@ struct FileReport {
 
   std::vector<ReportedFinding> findings;
   SaveChanges save;  ///< what a merge without any option would change in the server's file
-  std::vector<String> remarks;  ///< what else to know about such a merge
+  std::vector<String> warnings;  ///< what else to know about such a merge, or why there is none
 
   /// Compares two files.
   /// @param name of the file in both folders
@@ -92,8 +92,8 @@ struct FileReport {
   /// entries, line feeds and character sets do not count.
   [[nodiscard]] bool NeedsWork() const;
 
-  /// @return the findings about both versions, each in a few words and once, then `remarks`.
-  [[nodiscard]] std::vector<String> Oddities(const Language& language) const;
+  /// @return the findings about both versions, each in a few words and once, then `warnings`.
+  [[nodiscard]] std::vector<String> Remarks(const Language& language) const;
 
   /// @return how many of the defaults that the release has changed are of a kind.
   [[nodiscard]] size_t DefaultCount(DefaultChange::Kind kind) const;

@@ -84,8 +84,8 @@ ConfLine ConfGrammar::Parse(std::string_view line) const {
 
   if (Repeats(name)) {
     parsed.kind = ConfLine::Kind::kSeriesEntry;
-  } else if (slashes && IsRemarkName(DecodeConfText(name, charset_))) {
-    parsed.kind = ConfLine::Kind::kRemark;
+  } else if (slashes && IsNoteName(DecodeConfText(name, charset_))) {
+    parsed.kind = ConfLine::Kind::kNote;
   } else {
     parsed.kind = ConfLine::Kind::kSetting;
   }
@@ -108,7 +108,7 @@ String ReadBackValue(StringView value) {
   return String(CutBefore(CutBefore(Trim(written), u"//"), u"\t"));
 }
 
-bool IsRemarkName(StringView name) {
+bool IsNoteName(StringView name) {
   return EqualIgnoringCase(name, u"note") || EqualIgnoringCase(name, u"example");
 }
 

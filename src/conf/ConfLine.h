@@ -22,7 +22,7 @@ struct ConfLine {
   enum class Kind : std::uint8_t {
     kBlank,
     kComment,
-    kRemark,       ///< a commented-out "note" or "example": comment text by convention
+    kNote,         ///< a commented-out "note" or "example": comment text by convention
     kSetting,      ///< active or commented out
     kSeriesEntry,  ///< a line of a repeatable setting, active or commented out
   };
@@ -73,7 +73,7 @@ class ConfGrammar {
 
 /// @return whether a commented-out line of that name is comment text by convention: "note" and
 /// "example" in any case.
-[[nodiscard]] bool IsRemarkName(StringView name);
+[[nodiscard]] bool IsNoteName(StringView name);
 
 /// @return whether the setting `name` may occur in a file many times: its small form in braces
 /// is part of `series` (such as "{map}{npc}"), which is therefore in small letters.

@@ -196,7 +196,7 @@ class Reading {
         AddCutLines();
         TakeSeriesEntry();
         return true;
-      case ConfLine::Kind::kRemark:
+      case ConfLine::Kind::kNote:
       case ConfLine::Kind::kSetting:
         AddCutLines();
         return TakeSetting(file_->Shared(line_.name), file_->Shared(line_.value));
@@ -221,7 +221,7 @@ class Reading {
     const int first = index < 0 ? fields.Count() : index;
     if (!line_.commented) NoteActiveLine(static_cast<size_t>(first), name);
     if (index < 0) {
-      AddUnlessRemark(name, value, first);
+      AddUnlessNote(name, value, first);
       return true;
     }
     const Ref<Field> known = fields.Field(index);
@@ -233,7 +233,7 @@ class Reading {
     if (IsCommentedOut(*known)) {
       Merge(value, *known);
     } else {
-      AddUnlessRemark(name, value, first);
+      AddUnlessNote(name, value, first);
     }
     return true;
   }
@@ -258,8 +258,8 @@ class Reading {
   /// a second field of that name, while its parameters go to the first: what looks fields up by
   /// name must not see it.
   /// @param first where the first field of that name is, or will be
-  void AddUnlessRemark(const SharedText& name, const SharedText& value, int first) {
-    if (line_.kind == ConfLine::Kind::kRemark) {
+  void AddUnlessNote(const SharedText& name, const SharedText& value, int first) {
+    if (line_.kind == ConfLine::Kind::kNote) {
       if (comment_.Empty()) comment_.Begin(carriedComment_);
       AddToComment(line_.text);
       return;

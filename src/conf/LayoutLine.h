@@ -11,7 +11,7 @@ namespace quenmar {
 
 /// @return whether it is one of the lines that a comment block is made of.
 [[nodiscard]] inline bool IsCommentLine(const ConfLine& line) {
-  return line.kind == ConfLine::Kind::kComment || line.kind == ConfLine::Kind::kRemark;
+  return line.kind == ConfLine::Kind::kComment || line.kind == ConfLine::Kind::kNote;
 }
 
 /// Changes nothing in the line but what is wanted. An empty old value gets the new one behind the

@@ -39,7 +39,7 @@ LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Opti
   for (const Wishes::Setting& wish : wishes.settings) {
     // A commented-out "note" or "example" is comment text, so these two are always active.
     settings.push_back({encoded(wish.name, wish.name), encoded(wish.value, wish.name), wish.value,
-                        wish.name, wish.active || IsRemarkName(wish.name)});
+                        wish.name, wish.active || IsNoteName(wish.name)});
     if (names.Number(settings.back().name) + 1 != settings.size()) settings.pop_back();
   }
   entries.reserve(wishes.entries.size());

@@ -134,7 +134,7 @@ void FileMerge::RememberSaved() {
 }
 
 const Document& FileMerge::Tree(List list) const {
-  if (list == List::kActual) return comparison_->ActualFields();
+  if (list == List::kKept) return comparison_->ActualFields();
   return list == List::kNew ? comparison_->NewFields() : comparison_->DeletedFields();
 }
 
@@ -400,7 +400,7 @@ std::vector<String> FileMerge::SwitchSettings(const std::vector<String>& names, 
   (void)Do(Step::kState, {}, [&] {
     int switched = 0;
     for (const String& name : names) {
-      if (!active && IsRemarkName(name)) {
+      if (!active && IsNoteName(name)) {
         refused.push_back(name);
       } else if (request_.layout != Layout::kSettings && IsWantedActive(name) != active) {
         switched_[name] = active;

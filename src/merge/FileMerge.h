@@ -64,7 +64,7 @@ class FileMerge {
   enum class Step : std::int16_t { kNewValue = 0, kMove = 1, kValue = 2, kSeries = 4, kState = 8 };
 
   /// The lists of the comparison.
-  enum class List { kNew, kActual, kDeleted };
+  enum class List { kNew, kKept, kObsolete };
 
   /// What a save makes of a setting's line.
   enum class SettingState { kActive, kCommentedOut, kBecomesActive };

@@ -83,9 +83,9 @@ void frmUpdaterX::ConnectControls() {
 }
 
 void frmUpdaterX::ConnectLists() {
-  for (const int k : {kNew, kActual, kDeleted}) {
+  for (const int k : {kNew, kKept, kObsolete}) {
     connect(lists_[k], &ParameterList::Chosen, this, [this, k] {
-      if (k != kActual) changesList_ = k;
+      if (k != kKept) changesList_ = k;
       ShowSelected();
     });
     connect(lists_[k], &QWidget::customContextMenuRequested, this,
@@ -93,18 +93,18 @@ void frmUpdaterX::ConnectLists() {
     connect(moves_[k], &QPushButton::clicked, this, [this, k] { Move(k); });
   }
   connect(lists_[kNew], &ParameterList::ItemTicked, this, &frmUpdaterX::UndoTick);
-  connect(lists_[kActual], &QListWidget::itemSelectionChanged, this, &frmUpdaterX::UpdateButtons);
-  for (const int k : {kActual, kDeleted}) {
+  connect(lists_[kKept], &QListWidget::itemSelectionChanged, this, &frmUpdaterX::UpdateButtons);
+  for (const int k : {kKept, kObsolete}) {
     connect(lists_[k], &ParameterList::ItemTicked, this, &frmUpdaterX::UpdateButtons);
   }
-  for (const int k : {kNew, kDeleted}) {
+  for (const int k : {kNew, kObsolete}) {
     connect(selectAlls_[k], &QPushButton::clicked, this, [this, k] { SelectAll(k); });
   }
 }
 
 void frmUpdaterX::ConnectEditors() {
   for (const auto& [editor, list] :
-       {std::pair(originalValue_, kNew), std::pair(actualValue_, kActual)}) {
+       {std::pair(originalValue_, kNew), std::pair(actualValue_, kKept)}) {
     editor->SetWarning(TheLanguage().Text(Message::kReadBackAs));
     connect(editor, &ValueEdit::TypingEnded, this, [this] { Merge().EndTyping(); });
     connect(editor, &QLineEdit::textChanged, this, [this, list = list](const QString& text) {
@@ -134,7 +134,7 @@ void frmUpdaterX::FillSeries() {
 
 void frmUpdaterX::ShowSelected() {
   LoadEditor(originalValue_, *lists_[kNew], CurrentValue(kNew));
-  LoadEditor(actualValue_, *lists_[kActual], CurrentValue(kActual));
+  LoadEditor(actualValue_, *lists_[kKept], CurrentValue(kKept));
   LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
   ShowHints();
   ShowLead();
@@ -148,7 +148,7 @@ void frmUpdaterX::ShowSelected() {
 }
 
 void frmUpdaterX::ShowHints() {
-  const std::array<int, 2> selected{changesList_, kActual};
+  const std::array<int, 2> selected{changesList_, kKept};
   for (size_t page = 0; page < hints_.size(); ++page) {
     const auto name = lists_[selected[page]]->CurrentName();
     const Language& language = TheLanguage();
@@ -164,13 +164,13 @@ void frmUpdaterX::ShowHints() {
 
 /// A button can be pressed exactly while there is something that it would do.
 void frmUpdaterX::UpdateButtons() {
-  for (const int k : {kNew, kDeleted}) selectAlls_[k]->setEnabled(lists_[k]->ShownCount() > 0);
+  for (const int k : {kNew, kObsolete}) selectAlls_[k]->setEnabled(lists_[k]->ShownCount() > 0);
   const auto fresh = lists_[kNew]->CurrentName();
   moves_[kNew]->setEnabled(fresh.has_value());
-  for (const int k : {kActual, kDeleted}) {
+  for (const int k : {kKept, kObsolete}) {
     moves_[k]->setEnabled(!lists_[k]->TickedNames(true).empty());
   }
-  const bool onChanges = ShownList() != kActual;
+  const bool onChanges = ShownList() != kKept;
   addMandatory_->setEnabled(onChanges && mandatoryMissing_);
   takeOldValue_->setEnabled(onChanges && fresh && Merge().RenamedFrom(*fresh));
   // Saved as settings only, every setting is active.
@@ -180,9 +180,9 @@ void frmUpdaterX::UpdateButtons() {
 }
 
 void frmUpdaterX::UpdateDefaultActions() {
-  const bool onCurrent = ShownList() == kActual;
+  const bool onCurrent = ShownList() == kKept;
   const std::vector<DefaultChange> changes = Merge().DefaultChanges();
-  const std::vector<String> names = lists_[kActual]->HighlightedNames();
+  const std::vector<String> names = lists_[kKept]->HighlightedNames();
   const auto isChanged = [this](const String& name) {
     return Merge().DefaultChangeOf(name).has_value();
   };
@@ -213,10 +213,10 @@ void frmUpdaterX::Move(int index) {
   int moved = 0;
   if (index == kNew) {
     moved = Merge().Add(lists_[kNew]->HighlightedNames());
-  } else if (index == kActual) {
-    moved = Merge().Remove(lists_[kActual]->TickedNames(true));
+  } else if (index == kKept) {
+    moved = Merge().Remove(lists_[kKept]->TickedNames(true));
   } else {
-    moved = Merge().Restore(lists_[kDeleted]->TickedNames(true));
+    moved = Merge().Restore(lists_[kObsolete]->TickedNames(true));
   }
   if (moved == 0) return;
   ShowChanged();
@@ -249,7 +249,7 @@ void frmUpdaterX::Switch() {
 }
 
 void frmUpdaterX::TakeNewDefault() {
-  if (Merge().TakeDefaults(lists_[kActual]->HighlightedNames()) == 0) return;
+  if (Merge().TakeDefaults(lists_[kKept]->HighlightedNames()) == 0) return;
   ShowChanged();
   FillAgain({});
 }
@@ -287,7 +287,7 @@ void frmUpdaterX::ShowListMenu(int list, QPoint place) {
     menu.addActions({takeOldValue_, addMandatory_});
   } else {
     menu.addAction(switch_);
-    if (list == kActual) menu.addActions({takeNewDefault_, takeAllDefaults_});
+    if (list == kKept) menu.addActions({takeNewDefault_, takeAllDefaults_});
   }
   menu.addSeparator();
   menu.addAction(find_->Action());
@@ -300,7 +300,7 @@ void frmUpdaterX::ShowMerge() {
 }
 
 int frmUpdaterX::ShownList() const {
-  return tabLists_->currentIndex() == kCurrentPage ? kActual : changesList_;
+  return tabLists_->currentIndex() == kCurrentPage ? kKept : changesList_;
 }
 
 const Document& frmUpdaterX::Tree(int list) const {

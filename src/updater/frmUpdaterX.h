@@ -46,8 +46,8 @@ class frmUpdaterX : public FileWindow {
  private:
   // The lists, and the pages that they are on.
   static constexpr int kNew = 0;
-  static constexpr int kActual = 1;
-  static constexpr int kDeleted = 2;
+  static constexpr int kKept = 1;
+  static constexpr int kObsolete = 2;
   static constexpr int kChangesPage = 0;
   static constexpr int kCurrentPage = 1;
 

@@ -77,12 +77,12 @@ void frmUpdaterX::MakeControls() {
     list = new ParameterList;
     list->setContextMenuPolicy(Qt::CustomContextMenu);
   }
-  for (const int k : {kNew, kActual}) {
+  for (const int k : {kNew, kKept}) {
     lists_[k]->setSelectionMode(QAbstractItemView::ExtendedSelection);
   }
-  lists_[kActual]->ShowBothValues({WithoutColon(Text(Message::kParameters)),
-                                   WithoutColon(Text(Message::kActualValue)),
-                                   WithoutColon(Text(Message::kOriginalValue))});
+  lists_[kKept]->ShowBothValues({WithoutColon(Text(Message::kParameters)),
+                                 WithoutColon(Text(Message::kActualValue)),
+                                 WithoutColon(Text(Message::kOriginalValue))});
   moves_ = {button(Message::kAdd), button(Message::kRemove), button(Message::kRestore)};
   selectAlls_ = {button(Message::kSelectAll), nullptr, button(Message::kSelectAll)};
   helps_ = {button(Message::kHelp), button(Message::kHelp)};
@@ -221,11 +221,11 @@ void frmUpdaterX::BuildChangesPage() {
       MakeRow({MakeLabel(Caption(Message::kOriginalValue), originalValue_), originalValue_}));
   original->layout()->setContentsMargins({});
   splitter->addWidget(MakeFrame(kNew, Message::kNewSettings, helps_[0], {original}));
-  splitter->addWidget(MakeFrame(kDeleted, Message::kObsoleteSettings, helps_[1], {}));
+  splitter->addWidget(MakeFrame(kObsolete, Message::kObsoleteSettings, helps_[1], {}));
 
   // Both frames' buttons are as wide as each other.
-  const QList<QPushButton*> buttons = {moves_[kNew],      selectAlls_[kNew],     helps_[0],
-                                       moves_[kDeleted],  selectAlls_[kDeleted], helps_[1],
+  const QList<QPushButton*> buttons = {moves_[kNew],      selectAlls_[kNew],      helps_[0],
+                                       moves_[kObsolete], selectAlls_[kObsolete], helps_[1],
                                        actionButtons_[0], actionButtons_[1]};
   int width = 0;
   for (const QPushButton* const button : buttons)
@@ -246,10 +246,10 @@ void frmUpdaterX::BuildCurrentPage() {
   auto* const page = new QWidget;
   page->setObjectName("pageCurrent");
   auto* const row = new QHBoxLayout;
-  row->addWidget(lists_[kActual], 1);
-  row->addLayout(MakeButtonColumn({moves_[kActual], defaultButtons_[0], defaultButtons_[1]}));
+  row->addWidget(lists_[kKept], 1);
+  row->addLayout(MakeButtonColumn({moves_[kKept], defaultButtons_[0], defaultButtons_[1]}));
   auto* const column = new QVBoxLayout(page);
-  column->addWidget(MakeLabel(Caption(Message::kParameters), lists_[kActual]));
+  column->addWidget(MakeLabel(Caption(Message::kParameters), lists_[kKept]));
   column->addLayout(row, 1);
   column->addLayout(MakeRow({MakeLabel(Caption(Message::kActualValue), actualValue_), actualValue_,
                              hints_[kCurrentPage]}));
@@ -303,13 +303,13 @@ void frmUpdaterX::OrderTabs() {
                                  selectAlls_[kNew],
                                  helps_[0],
                                  originalValue_,
-                                 lists_[kDeleted],
-                                 moves_[kDeleted],
-                                 selectAlls_[kDeleted],
+                                 lists_[kObsolete],
+                                 moves_[kObsolete],
+                                 selectAlls_[kObsolete],
                                  helps_[1],
                                  value_,
-                                 lists_[kActual],
-                                 moves_[kActual],
+                                 lists_[kKept],
+                                 moves_[kKept],
                                  defaultButtons_[0],
                                  defaultButtons_[1],
                                  actualValue_,

@@ -24,7 +24,7 @@ String Joined(const String& first, const String& second) {
 void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& ticked) {
   const QWidget* const focused = focusWidget();
   std::array<bool, 2> haveRemarks{};  // by page
-  for (const int k : {kNew, kActual, kDeleted}) {
+  for (const int k : {kNew, kKept, kObsolete}) {
     std::vector<SettingRow> rows;
     std::multiset<StringView> unticked(ticked[k].begin(), ticked[k].end());
     for (const Field& field : Tree(k).Fields()) {
@@ -34,7 +34,7 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
         unticked.erase(tick);
         row.ticked = true;
       }
-      haveRemarks[k == kActual ? kCurrentPage : kChangesPage] |= !row.remark.empty();
+      haveRemarks[k == kKept ? kCurrentPage : kChangesPage] |= !row.remark.empty();
       rows.push_back(std::move(row));
     }
     lists_[k]->Fill(rows);
@@ -44,7 +44,7 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
   }
   mandatoryMissing_ = !Merge().MissingMandatory().empty();
   if (lists_[changesList_]->count() == 0) {
-    changesList_ = lists_[kNew]->count() > 0 ? kNew : kDeleted;
+    changesList_ = lists_[kNew]->count() > 0 ? kNew : kObsolete;
   }
   ShowSelected();
   UpdateChangesPage();
@@ -55,7 +55,7 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
 
 void frmUpdaterX::FillAgain(std::optional<int> unticked) {
   std::array<std::vector<String>, 3> ticked;
-  for (const int k : {kNew, kActual, kDeleted}) {
+  for (const int k : {kNew, kKept, kObsolete}) {
     ticked[k] = k == unticked ? lists_[k]->TickedNames(false) : lists_[k]->TickedNames();
   }
   FillListsTicking(ticked);
@@ -86,12 +86,12 @@ bool frmUpdaterX::IsShown(const SettingRow& row, int list) const {
   const SettingFilter filter = find_->Filter();
   if (filter.ShowsAll()) return true;
   const String comment = Merge().Comment(row.name);
-  return filter.Shows({row.name, row.value, row.originalValue, comment, list != kDeleted,
+  return filter.Shows({row.name, row.value, row.originalValue, comment, list != kObsolete,
                        row.commentedOut, row.newDefault});
 }
 
 std::optional<DefaultChange> frmUpdaterX::DefaultChangeIn(int list, StringView name) const {
-  return list == kActual ? Merge().DefaultChangeOf(name) : std::nullopt;
+  return list == kKept ? Merge().DefaultChangeOf(name) : std::nullopt;
 }
 
 String frmUpdaterX::RemarkOf(int list, StringView name) const {
@@ -117,7 +117,7 @@ String frmUpdaterX::StateRemark(int list, StringView name) const {
 }
 
 void frmUpdaterX::RefreshRows(int list, StringView name) {
-  const int page = list == kActual ? kCurrentPage : kChangesPage;
+  const int page = list == kKept ? kCurrentPage : kChangesPage;
   int index = 0;
   for (const Field& field : Tree(list).Fields()) {
     if (field.Name() == name) {
@@ -134,8 +134,8 @@ void frmUpdaterX::RefreshRows(int list, StringView name) {
 void frmUpdaterX::ShowCount() {
   int shown = 0;
   int all = 0;
-  for (const int k : {kNew, kActual, kDeleted}) {
-    if ((k == kActual) != (ShownList() == kActual)) continue;
+  for (const int k : {kNew, kKept, kObsolete}) {
+    if ((k == kKept) != (ShownList() == kKept)) continue;
     shown += lists_[k]->ShownCount();
     all += lists_[k]->count();
   }
@@ -144,7 +144,7 @@ void frmUpdaterX::ShowCount() {
 
 /// The list that comment and value belong to keeps its highlight.
 void frmUpdaterX::ShowLead() {
-  for (const int k : {kNew, kActual, kDeleted}) {
+  for (const int k : {kNew, kKept, kObsolete}) {
     ListDelegate::SetPale(lists_[k], k != ShownList());
   }
 }

@@ -25,7 +25,7 @@ inline constexpr const char* kServer =
     "// Mine\r\nrate: 150 // high\r\n//base: 2\r\nold: 3\r\nnpc: own.txt\r\n//npc: a.txt\r\n";
 /// What `check` says where no old version is known, behind the number of files.
 inline constexpr const char* kOldUnknownHint =
-    "): what the release itself has changed can be told from the next save on, or with --base "
+    "): what the release itself has changed is known after the next save, or with --base "
     "DIR\n";
 inline constexpr const char* kMerged =
     "base: 2\r\nrate: 150\r\nnpc: own.txt\r\n//npc: a.txt\r\n//npc: new.txt\r\n";

@@ -43,13 +43,13 @@ TEST(FileReportTest, SaysWhatAFileNeedsAndWhatIsOddInIt) {
   };
   for (const auto& [distribution, server, status, needsWork, expected] : cases) {
     const FileReport report = ReportOf(distribution, server);
-    std::string oddities;
-    for (const String& oddity : report.Oddities({})) {
-      oddities += (oddities.empty() ? "" : "; ") + ToUtf8(oddity);
+    std::string remarks;
+    for (const String& remark : report.Remarks({})) {
+      remarks += (remarks.empty() ? "" : "; ") + ToUtf8(remark);
     }
     EXPECT_EQ(report.status, status) << distribution << (server != nullptr ? server : "");
     EXPECT_EQ(report.NeedsWork(), needsWork);
-    EXPECT_EQ(oddities, expected);
+    EXPECT_EQ(remarks, expected);
   }
 }
 

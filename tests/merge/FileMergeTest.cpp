@@ -36,8 +36,8 @@ class FileMergeTest : public MergeFixture {
       if (act == 'd') merge_->Remove({u"off"});
       if (act == 'b') merge_->Restore({u"off", u"own"});
       if (act == 'n') merge_->SetValue(List::kNew, u"need", u"x");
-      if (act == '5') merge_->SetValue(List::kActual, u"off", u"5");
-      if (act == '6') merge_->SetValue(List::kActual, u"off", u"6");
+      if (act == '5') merge_->SetValue(List::kKept, u"off", u"5");
+      if (act == '6') merge_->SetValue(List::kKept, u"off", u"6");
       if (act == '7') merge_->SetServerValue(2, u"7");
       if (act == '8') merge_->SetServerValue(2, u"8");
       if (act == 'o') merge_->ResetServerValues({0, 1, 2});
@@ -84,7 +84,7 @@ TEST_F(FileMergeTest, WhatChangesNothingIsNoStep) {
   Open();
   messages_.Answer({Button::kNo});
   EXPECT_EQ(merge_->Add({u"keep"}) + merge_->Remove({u"keep"}) + merge_->Restore({}), 0);
-  EXPECT_FALSE(merge_->SetValue(List::kActual, u"own", u"1"));
+  EXPECT_FALSE(merge_->SetValue(List::kKept, u"own", u"1"));
   EXPECT_FALSE(merge_->SwitchSetting(u"NOTE", false));
   merge_->SetEntry(0, 0, true);
   Do("-");
@@ -100,7 +100,7 @@ TEST_F(FileMergeTest, TypingIsOneStepUntilSomethingElseHappens) {
   const std::string opened = Shown();
   for (const char* const script : {"656.5u", "656s5u", "656eu5u", "656n5uu"}) {
     Do(script);
-    EXPECT_EQ(Values(merge_->Tree(List::kActual)), "keep=30 off=6") << script;
+    EXPECT_EQ(Values(merge_->Tree(List::kKept)), "keep=30 off=6") << script;
     Do("u");
     EXPECT_EQ(Shown(), opened) << script;
   }
@@ -131,7 +131,7 @@ TEST_F(FileMergeTest, ForgetsTheOldestSteps) {
   for (int i = 0; i < 500; ++i) Do("e");
   for (int i = 0; i < 500; ++i) Do("u");
   EXPECT_TRUE(!merge_->CanUndo() && merge_->IsModified());
-  EXPECT_EQ(Values(merge_->Tree(List::kActual)), "keep=30 off=6");
+  EXPECT_EQ(Values(merge_->Tree(List::kKept)), "keep=30 off=6");
 }
 
 TEST_F(FileMergeTest, BeginsMissingFilesWithTheDistributions) {

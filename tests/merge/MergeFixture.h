@@ -40,7 +40,7 @@ class MergeFixture : public ::testing::Test {
   /// @return the new, the actual and the obsolete settings.
   [[nodiscard]] std::string Lists() const {
     const auto list = [this](List which) { return Values(merge_->Tree(which)); };
-    return list(List::kNew) + " | " + list(List::kActual) + " | " + list(List::kDeleted);
+    return list(List::kNew) + " | " + list(List::kKept) + " | " + list(List::kObsolete);
   }
 
   /// @return the numbers of the server's settings that the filter shows.

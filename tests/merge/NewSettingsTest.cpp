@@ -47,7 +47,7 @@ TEST_F(NewSettingsTest, OldValuesAreTakenOverInOneStep) {
 TEST_F(NewSettingsTest, TypedValuesAreKnownUntilTheyAreAdded) {
   EXPECT_THAT(merge_->TypedNotAdded(), IsEmpty());
   for (const StringView name : {u"may", u"net_port"}) merge_->SetValue(List::kNew, name, u"x");
-  merge_->SetValue(List::kActual, u"keep", u"x");
+  merge_->SetValue(List::kKept, u"keep", u"x");
   EXPECT_THAT(merge_->TypedNotAdded(), ElementsAre(u"net_port", u"may"));
   merge_->Add({u"may", u"twice"});
   merge_->SetValue(List::kNew, u"net_port", u"1");

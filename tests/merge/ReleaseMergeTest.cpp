@@ -47,9 +47,9 @@ TEST_F(ReleaseMergeTest, TakesNewDefaultsInOneStepAndLeavesTheStates) {
 
 TEST_F(ReleaseMergeTest, FollowsWhatTheUserDoes) {
   Open();
-  for (const StringView name : {u"a", u"c"}) merge_->SetValue(List::kActual, name, u"7");
+  for (const StringView name : {u"a", u"c"}) merge_->SetValue(List::kKept, name, u"7");
   merge_->Add({u"f"});
-  merge_->SetValue(List::kActual, u"f", u"1");
+  merge_->SetValue(List::kKept, u"f", u"1");
   messages_.Answer({Button::kYes});
   merge_->Remove({u"b"});
   merge_->SetEntry(0, 0, false);
@@ -102,7 +102,7 @@ TEST_F(ReleaseMergeTest, AStateFolderThatTakesNothingFailsNoSave) {
   WriteFile(folder_ / "file", "");
   seen_ = SeenFiles(folder_ / "file");
   Open();
-  merge_->SetValue(List::kActual, u"a", u"1");
+  merge_->SetValue(List::kKept, u"a", u"1");
   EXPECT_TRUE(Save());
   ASSERT_EQ(messages_.shown.size(), 2U);
   EXPECT_THAT(messages_.shown.back().text,

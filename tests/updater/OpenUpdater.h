@@ -14,7 +14,7 @@ namespace quenmar {
 /// An updater window on two texts.
 class OpenUpdater : public OpenWindow<frmUpdaterX> {
  protected:
-  enum List : int { kNew, kActual, kDeleted };
+  enum List : int { kNew, kKept, kObsolete };
 
   OpenUpdater() : OpenWindow(FileMerge::Purpose::kCompare, "cmdApply") {}
 
@@ -59,7 +59,7 @@ class OpenUpdater : public OpenWindow<frmUpdaterX> {
   QString Items(int list) { return Items(List(list)); }
 
   /// @return the items of the three lists.
-  QString Lists() { return Items(kNew) + " | " + Items(kActual) + " | " + Items(kDeleted); }
+  QString Lists() { return Items(kNew) + " | " + Items(kKept) + " | " + Items(kObsolete); }
 };
 
 }  // namespace quenmar

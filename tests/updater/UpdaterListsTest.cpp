@@ -26,7 +26,7 @@ class UpdaterListsTest : public OpenUpdater {
     return rows.join('|');
   }
   QString Remark() { return Label("lblRemark"); }
-  bool IsBold(int row) { return List(kActual)->item(row)->font().bold(); }
+  bool IsBold(int row) { return List(kKept)->item(row)->font().bold(); }
   void Filter(const QString& text) {
     Keys("Ctrl+F");
     Find<QLineEdit>("txtFind")->setText(text);
@@ -40,9 +40,9 @@ class UpdaterListsTest : public OpenUpdater {
       OpenOwn(layout);
       QCOMPARE(Remark(), "perhaps renamed from Net_Port");
       QCOMPARE(Said(kNew), "1; perhaps renamed from Net_Port|2|3");
-      QCOMPARE(Said(kActual), "4|50; Original Value: 5|6; " + state + "|7");
-      QCOMPARE(Said(kDeleted), "10|8; " + state);
-      QCOMPARE(List(kDeleted)->item(1)->toolTip(), "old: 8\n" + state);
+      QCOMPARE(Said(kKept), "4|50; Original Value: 5|6; " + state + "|7");
+      QCOMPARE(Said(kObsolete), "10|8; " + state);
+      QCOMPARE(List(kObsolete)->item(1)->toolTip(), "old: 8\n" + state);
       QVERIFY(!IsBold(0) && IsBold(1) && !IsBold(2));
     }
   }
@@ -52,10 +52,10 @@ class UpdaterListsTest : public OpenUpdater {
     Type("txtOriginalValue", "1000");
     QCOMPARE(Said(kNew), "1000; perhaps renamed from Net_Port|2|3");
     Pages()->setCurrentIndex(1);
-    Click(kActual, 2);
+    Click(kKept, 2);
     QCOMPARE(Remark(), "commented out");
     Type("txtActualValue", "60");
-    QCOMPARE(Said(kActual),
+    QCOMPARE(Said(kKept),
              "4|50; Original Value: 5|60; Original Value: 6; commented out, becomes active when "
              "saved|7");
     QVERIFY(IsBold(2));
@@ -66,18 +66,18 @@ class UpdaterListsTest : public OpenUpdater {
     const auto* const action = Find<QAction>("Switch");
     QVERIFY(!action->isEnabled());  // a new setting is added or not
     Pages()->setCurrentIndex(1);
-    List(kActual)->setFocus();
+    List(kKept)->setFocus();
     Keys("Ctrl+T");
-    QVERIFY(Said(kActual).startsWith("4; commented out|"));
+    QVERIFY(Said(kKept).startsWith("4; commented out|"));
     QCOMPARE(window_->Changed(), 8);
-    Click(kActual, 3);
+    Click(kKept, 3);
     Keys("Ctrl+T");
     QCOMPARE(messages_.Take(),
              {"[64] The setting note cannot be commented out: it would be a comment."});
-    Click(kActual, 2);
+    Click(kKept, 2);
     Keys("Ctrl+T");
     QVERIFY(Applied().starts_with("//same: 4\r\nmine: 50\r\nquiet: 6\r\nnote: 7\r\n"));
-    QCOMPARE(Said(kActual), "4; commented out|50; Original Value: 5|6|7");
+    QCOMPARE(Said(kKept), "4; commented out|50; Original Value: 5|6|7");
     OpenOwn(Layout::kSettings);
     Pages()->setCurrentIndex(1);
     QVERIFY(!Find<QAction>("Switch")->isEnabled());
@@ -98,7 +98,7 @@ class UpdaterListsTest : public OpenUpdater {
     Keys("Ctrl+Z");
     Press("cmdSelectAll0");
     Press("cmdMove0");
-    QCOMPARE(Items(kActual), "same mine quiet note net_port need may");
+    QCOMPARE(Items(kKept), "same mine quiet note net_port need may");
   }
 
   void RenamedSettingsTakeTheOldValueOver() {
@@ -110,7 +110,7 @@ class UpdaterListsTest : public OpenUpdater {
     Click(kNew, 0);
     Press("cmdTakeOldValue");
     QCOMPARE(Items(kNew), "+need may");
-    QVERIFY(Said(kActual).endsWith("|10; Original Value: 1"));
+    QVERIFY(Said(kKept).endsWith("|10; Original Value: 1"));
     Keys("Ctrl+Z");
     QVERIFY(Said(kNew).startsWith("1; perhaps renamed from Net_Port|"));
   }
@@ -120,7 +120,7 @@ class UpdaterListsTest : public OpenUpdater {
       OpenOwn();
       if (taken) messages_.Answer({Button::kOffer});
       QVERIFY(Applied() != kOwn);
-      QCOMPARE(Items(kActual), QString("same mine quiet note") + (taken ? " net_port need" : ""));
+      QCOMPARE(Items(kKept), QString("same mine quiet note") + (taken ? " net_port need" : ""));
       QCOMPARE(messages_.Take().size(), taken ? 3 : 2);
     }
   }
@@ -143,14 +143,14 @@ class UpdaterListsTest : public OpenUpdater {
     OpenOwn();
     Press("cmdSelectAll2");
     Filter("OLD");
-    QCOMPARE(Items(kDeleted), "+old");
+    QCOMPARE(Items(kObsolete), "+old");
     QCOMPARE(Items(kNew), "");
     QCOMPARE(Find<QLabel>("lblFind")->text(), "1 of 5");
     QVERIFY(!IsEnabled("cmdMove0") && !IsEnabled("txtOriginalValue"));
     Press("cmdMove2");
     Filter("net");
     Keys("Return");
-    QVERIFY(List(kNew)->hasFocus() || List(kDeleted)->hasFocus());
+    QVERIFY(List(kNew)->hasFocus() || List(kObsolete)->hasFocus());
     Keys("Esc");
     QVERIFY(window_->isVisible());
     QCOMPARE(Lists(), "+net_port +need may | same mine quiet note old | +Net_Port");
@@ -165,8 +165,8 @@ class UpdaterListsTest : public OpenUpdater {
     QCOMPARE(choices->count(), shown.size());
     for (int choice = 0; choice < choices->count(); ++choice) {
       choices->setCurrentIndex(choice);
-      QCOMPARE(Items(kActual), shown[choice]);
-      QVERIFY(!List(kActual)->currentItem()->isHidden());
+      QCOMPARE(Items(kKept), shown[choice]);
+      QVERIFY(!List(kKept)->currentItem()->isHidden());
     }
   }
 
@@ -179,8 +179,8 @@ class UpdaterListsTest : public OpenUpdater {
         "you and the release have both changed this; Old default: 3; New default: 5";
     const QString untouched =
         "the release has changed this default; Old default: 1; New default: 2";
-    QCOMPARE(Said(kActual), "4|50; Original Value: 5; " + both + "|1; Original Value: 2; " +
-                                untouched + "; commented out|1; Original Value: 2; " + untouched);
+    QCOMPARE(Said(kKept), "4|50; Original Value: 5; " + both + "|1; Original Value: 2; " +
+                              untouched + "; commented out|1; Original Value: 2; " + untouched);
     QVERIFY(!IsEnabled("cmdTakeNewDefault"));
     Filter("");
     Find<QComboBox>("cmbFind")->setCurrentIndex(2);
@@ -192,10 +192,10 @@ class UpdaterListsTest : public OpenUpdater {
         {[this] { Keys("Ctrl+A Ctrl+D"); }, ""},
         {[this] { Keys("Ctrl+Shift+D"); }, "mine"}};
     for (const auto& [take, left] : ways) {
-      QCOMPARE(Items(kActual), "mine rate fast");
-      List(kActual)->setFocus();
+      QCOMPARE(Items(kKept), "mine rate fast");
+      List(kKept)->setFocus();
       take();
-      QCOMPARE(Items(kActual), left);
+      QCOMPARE(Items(kKept), left);
       Keys("Ctrl+Z");
       QCOMPARE(window_->Changed(), 0);
     }
@@ -215,10 +215,10 @@ class UpdaterListsTest : public OpenUpdater {
     OpenOwn();
     const std::initializer_list<std::pair<int, const char*>> menus = {
         {kNew, "TakeOldValue AddMandatory  Find"},
-        {kDeleted, "Switch  Find"},
-        {kActual, "Switch TakeNewDefault TakeAllDefaults  Find"}};
+        {kObsolete, "Switch  Find"},
+        {kKept, "Switch TakeNewDefault TakeAllDefaults  Find"}};
     for (const auto& [list, offered] : menus) {
-      Pages()->setCurrentIndex(list == kActual ? 1 : 0);
+      Pages()->setCurrentIndex(list == kKept ? 1 : 0);
       QCOMPARE(MenuOf(List(list)).join(' '), offered);
     }
   }

@@ -35,14 +35,14 @@ class UpdaterTest : public OpenUpdater {
     QCOMPARE(shown("txtOriginalValue"), "The first. [Mandatory] 1");
     Click(kNew, 1);
     QCOMPARE(shown("txtOriginalValue"), "** n/a ** [Optional] 2");
-    Click(kDeleted, 0);
+    Click(kObsolete, 0);
     QCOMPARE(shown("txtValue"), "Mine. [Optional] 9");
     Click(kNew, 1);
     Type("txtOriginalValue", "two");
     QCOMPARE(Text("txtValue"), "two");
     Pages()->setCurrentIndex(1);
     QCOMPARE(shown("txtActualValue"), "Both know me. [Mandatory] 30");
-    Click(kActual, 1);
+    Click(kKept, 1);
     QCOMPARE(shown("txtActualValue"), "** n/a ** [Optional] 40");
     QCOMPARE(window_->Changed(), 0);
   }
@@ -63,12 +63,12 @@ class UpdaterTest : public OpenUpdater {
     OpenSample();
     Pages()->setCurrentIndex(1);
     QVERIFY(!IsEnabled("cmdMove1"));
-    for (const int row : {0, 1, 2}) Click(kActual, row, true);
+    for (const int row : {0, 1, 2}) Click(kKept, row, true);
     messages_.Answer({Button::kCancel, Button::kNo, Button::kYes});
     for (const char* const left : {"+keep +free +must", "keep"}) {
       Press("cmdMove1");
       QCOMPARE(messages_.Take().first(), "[291] The keep parameter is mandatory, delete anyway?");
-      QCOMPARE(Items(kActual), left);
+      QCOMPARE(Items(kKept), left);
     }
   }
 
@@ -105,7 +105,7 @@ class UpdaterTest : public OpenUpdater {
     const QString apply = "[36] Apply Changes?\r\n\r\nComment lines that will be lost: 1";
     QCOMPARE(messages_.Take(), (QStringList{apply, apply, "[64] Saved!"}));
 
-    merge_->SetValue(FileMerge::List::kActual, u"a", u"\u4E2D");
+    merge_->SetValue(FileMerge::List::kKept, u"a", u"\u4E2D");
     QCOMPARE(Applied(), "a: 3\r\n");
     QVERIFY(messages_.Take().last().contains(" lacks."));
     Type("txtActualValue", "4");
@@ -131,8 +131,8 @@ class UpdaterTest : public OpenUpdater {
       both += "b" + std::to_string(i) + ": 1\r\n";
     }
     Open(dist + both, both + "o1: 1\r\no2: 2\r\no3: 3\r\no4: 4\r\n");
-    Click(kDeleted, 3, true);
-    Click(kDeleted, 1);
+    Click(kObsolete, 3, true);
+    Click(kObsolete, 1);
     Click(kNew, 60);
     Press("cmdMove0");
     QCOMPARE(List(kNew)->currentItem()->text(), "n71");
@@ -141,17 +141,17 @@ class UpdaterTest : public OpenUpdater {
     Click(kNew, 68);  // the last one
     Press("cmdMove0");
     Pages()->setCurrentIndex(1);
-    Click(kActual, 0, true);
+    Click(kKept, 0, true);
     Pages()->setCurrentIndex(0);
     Press("cmdMove2");
-    QCOMPARE(List(kActual)->item(0)->checkState(), Qt::Checked);
-    QCOMPARE(Items(kDeleted), "o1 o2 o3");
-    QCOMPARE(List(kDeleted)->currentRow(), 1);
+    QCOMPARE(List(kKept)->item(0)->checkState(), Qt::Checked);
+    QCOMPARE(Items(kObsolete), "o1 o2 o3");
+    QCOMPARE(List(kObsolete)->currentRow(), 1);
     QCOMPARE(List(kNew)->currentRow(), 67);
 
     List(kNew)->verticalScrollBar()->setValue(List(kNew)->verticalScrollBar()->maximum() / 2);
     const QString top = List(kNew)->itemAt(5, 5)->text();
-    Click(kDeleted, 1, true);
+    Click(kObsolete, 1, true);
     Press("cmdMove2");
     QCOMPARE(List(kNew)->itemAt(5, 5)->text(), top);
   }
@@ -196,7 +196,7 @@ class UpdaterTest : public OpenUpdater {
         [maps] { QTest::keyClick(maps, Qt::Key_Space); }};
     const auto state = [&] {
       const std::string values = Values(merge_->Tree(FileMerge::List::kNew)) +
-                                 Values(merge_->Tree(FileMerge::List::kActual));
+                                 Values(merge_->Tree(FileMerge::List::kKept));
       return Lists().remove('+') + Items(maps) + Text("txtActualValue") +
              QString::fromStdString(values);
     };
@@ -226,11 +226,11 @@ class UpdaterTest : public OpenUpdater {
 
   void UndoKeepsTicksAndFocusAndLeavesAnEmptyPage() {
     Open("a: 1\r\nb: 2\r\nc: 3\r\n//d: 4\r\n", "a: 1\r\nb: 2\r\nc: 3\r\nd: 4\r\n");
-    QVERIFY(List(kActual)->hasFocus());
-    Click(kActual, 3, true);
+    QVERIFY(List(kKept)->hasFocus());
+    Click(kKept, 3, true);
     Press("cmdMove1");
-    Click(kActual, 0, true);
-    Click(kActual, 2);
+    Click(kKept, 0, true);
+    Click(kKept, 2);
     for (const char* const focused : {"lstParameters2", "txtValue", "txtComments"}) {
       Pages()->setCurrentIndex(0);
       auto* const control = Find<QWidget>(focused);
@@ -238,11 +238,11 @@ class UpdaterTest : public OpenUpdater {
       QVERIFY(Pages()->isTabEnabled(0));
       Keys("Ctrl+Z");  // which leaves that page without settings
       QVERIFY(Pages()->currentIndex() == 1 && !Pages()->isTabEnabled(0));
-      QCOMPARE(Items(kActual), "+a b c d");
-      QCOMPARE(List(kActual)->currentRow(), 2);
-      QCOMPARE(window_->focusWidget(), control->isVisible() ? control : List(kActual));
+      QCOMPARE(Items(kKept), "+a b c d");
+      QCOMPARE(List(kKept)->currentRow(), 2);
+      QCOMPARE(window_->focusWidget(), control->isVisible() ? control : List(kKept));
       Keys("Ctrl+Y");
-      QCOMPARE(Items(kDeleted), "d");
+      QCOMPARE(Items(kObsolete), "d");
     }
   }
 
@@ -251,13 +251,13 @@ class UpdaterTest : public OpenUpdater {
     Keys("Down Tab");
     QCOMPARE(window_->focusWidget()->objectName(), "cmdMove0");
     Keys("Return");
-    QCOMPARE(Items(kActual), "keep free must may");
+    QCOMPARE(Items(kKept), "keep free must may");
     Keys("Space");
     QVERIFY(!List(kNew)->isEnabled());
-    QCOMPARE(window_->focusWidget(), List(kDeleted));  // and not whatever comes next
+    QCOMPARE(window_->focusWidget(), List(kObsolete));  // and not whatever comes next
     QCOMPARE(Comment(), "Mine.");
     Keys("Space");
-    QCOMPARE(Items(kDeleted), "+own old");
+    QCOMPARE(Items(kObsolete), "+own old");
     QTest::keyClick(Find<QLineEdit>("txtActualValue"), Qt::Key_Return);
     QCOMPARE(messages_.Take(), {});
   }
