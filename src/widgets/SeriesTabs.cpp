@@ -2,6 +2,7 @@
 
 #include <QBoxLayout>
 #include <QListWidget>
+#include <QSignalBlocker>
 #include <algorithm>
 
 #include "widgets/ListDelegate.h"
@@ -35,12 +36,10 @@ void SeriesTabs::AddList(int index) {
   addTab(page, QString());
   setTabVisible(index, false);
   connect(list, &QListWidget::itemChanged, this, [this, index, list](QListWidgetItem* item) {
-    if (loading_) return;
-    const bool checked = item->checkState() == Qt::Checked;
-    emit ItemChecked(index, list->row(item), checked);
+    emit ItemChecked(index, list->row(item), item->checkState() == Qt::Checked);
   });
   connect(list, &QListWidget::currentRowChanged, this, [this, index](int row) {
-    if (!loading_ && row >= 0) emit ItemSelected(index, row);
+    if (row >= 0) emit ItemSelected(index, row);
   });
 }
 
@@ -49,10 +48,10 @@ void SeriesTabs::SetListSize(QSize size) {
 }
 
 void SeriesTabs::Load(const SeriesGroups& groups) {
-  loading_ = true;
   usedTabs_ = groups.GroupCount();
   for (int index = 0; index < static_cast<int>(lists_.size()); ++index) {
     QListWidget* const list = lists_[index];
+    const QSignalBlocker blocker(list);
     list->clear();
     const bool used = index < groups.GroupCount();
     setTabVisible(index, used);
@@ -68,23 +67,21 @@ void SeriesTabs::Load(const SeriesGroups& groups) {
     }
     if (used) list->setCurrentRow(0);
   }
-  loading_ = false;
 }
 
 void SeriesTabs::ShowChecks(const SeriesGroups& groups) {
-  loading_ = true;
   for (int group = 0; group < usedTabs_; ++group) {
+    const QSignalBlocker blocker(lists_[group]);
     for (int item = 0; item < groups.ItemCount(group); ++item) {
       lists_[group]->item(item)->setCheckState(groups.Selected(group, item) ? Qt::Checked
                                                                             : Qt::Unchecked);
     }
   }
-  loading_ = false;
 }
 
 void SeriesTabs::Mark(const std::vector<String>& names, StringView sign, const QString& remark) {
-  loading_ = true;
   for (QListWidget* const list : lists_) {
+    const QSignalBlocker blocker(list);
     for (int row = 0; row < list->count(); ++row) {
       QListWidgetItem* const entry = list->item(row);
       const QString name = entry->data(kName).toString();
@@ -95,7 +92,6 @@ void SeriesTabs::Mark(const std::vector<String>& names, StringView sign, const Q
       entry->setData(Qt::AccessibleDescriptionRole, remark);
     }
   }
-  loading_ = false;
 }
 
 String SeriesTabs::Item(int group, int item) const {

@@ -26,7 +26,7 @@ class SeriesTabs : public QTabWidget {
 
   [[nodiscard]] const QList<QListWidget*>& Lists() const { return lists_; }
 
-  /// Shows a sign behind these entries, and a remark in their tool tips.
+  /// Shows a sign behind these entries, and a remark in their tool tips. Nothing is signalled.
   void Mark(const std::vector<String>& names, StringView sign, const QString& remark);
 
   /// @return the entry of an item, without a sign.
@@ -50,7 +50,6 @@ class SeriesTabs : public QTabWidget {
 
   int usedTabs_ = 0;
   QList<QListWidget*> lists_;
-  bool loading_ = false;
 };
 
 }  // namespace quenmar

@@ -164,6 +164,11 @@ class OverviewTest : public MainFixture {
     const auto* const reason = Get<QLabel>("lblNoFiles");
     QVERIFY(reason->isVisible());
     QCOMPARE(reason->text(), "Choose both folders to see what their files need.");
+    QPalette dark;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    window_->setPalette(dark);
+    QVERIFY(reason->palette().color(QPalette::WindowText).lightness() > 128);
     From()->SetFolder(Folder("dist"));
     To()->SetFolder(Folder("empty"));
     QVERIFY(messages_.Take().last().endsWith(reason->text()));
