@@ -112,10 +112,10 @@ void ChangeComparison::FillResultTrees() {
 }
 
 SeriesGroups ChangeComparison::FillSeries(MessageBoxes& messages, const Language& language) {
-  AddMissingSeries(*documents_.distributionSeries, *documents_.serverSeries);
   documents_.server->Fields().Sort(true);
-  SeriesGroups groups(*documents_.serverSeries);
-  if (groups.GroupCount() > SeriesGroups::kMostGroups) {
+  SeriesGroups groups =
+      SeriesGroups::OfBoth(*documents_.distributionSeries, *documents_.serverSeries);
+  if (groups.TooMany()) {
     ShowMessage(messages, language.Text(Message::kTooManySeries), message_style::kCritical);
     throw EndApplication();
   }

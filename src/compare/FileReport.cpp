@@ -112,7 +112,7 @@ class Examination {
       if (field.Value() != original->Value()) {
         report_.changed.push_back({String(name), String(field.Value()), String(original->Value())});
       }
-      if (!seen.insert(name).second || !quenmar::IsActive(*original)) continue;
+      if (!seen.insert(name).second || !comparison_->IsMandatory(name)) continue;
       if (!IsActiveOnServer(name)) {
         report_.inactive.push_back({String(name), String(field.Value())});
       }
@@ -126,9 +126,8 @@ class Examination {
 
   /// What a merge without any option would change in the server's file.
   void ListWhatASaveChanges() {
-    AddMissingSeries(*distribution_.series, *server_.series);
-    const SeriesGroups groups(*server_.series);
-    if (groups.GroupCount() > SeriesGroups::kMostGroups) {
+    const SeriesGroups groups = SeriesGroups::OfBoth(*distribution_.series, *server_.series);
+    if (groups.TooMany()) {
       report_.warnings.push_back(language_.Text(Message::kTooManySeries));
       return;
     }

@@ -17,6 +17,9 @@ namespace {
 
 using BareLineFeeds = ConfReader::BareLineFeeds;
 
+/// @return `text` with every LF replaced by CR LF; an LF that has its CR gets a second one.
+String RepairLineEnds(StringView text) { return ReplaceAll(text, u"\n", kLineEnd); }
+
 /// The comment lines since the last blank line or setting. Their text is made only when a setting
 /// needs it, so that a file of comments is not copied.
 class CommentBlock {
@@ -383,7 +386,5 @@ String PlaceOfError(const Path& path, const ConfNotes& notes, const Language& la
   return FinishedText(language.Text(Message::kPlaceInFile),
                       {PathText(path), ToText(notes.errorLine), notes.findings.back().text});
 }
-
-String RepairLineEnds(StringView text) { return ReplaceAll(text, u"\n", kLineEnd); }
 
 }  // namespace quenmar

@@ -79,7 +79,4 @@ class ConfReader {
 [[nodiscard]] String PlaceOfError(const Path& path, const ConfNotes& notes,
                                   const Language& language);
 
-/// @return `text` with every LF replaced by CR LF; an LF that has its CR gets a second one.
-[[nodiscard]] String RepairLineEnds(StringView text);
-
 }  // namespace quenmar

@@ -1,6 +1,8 @@
 #include "conf/ConfText.h"
 
+#include "conf/Functions.h"
 #include "text/Charset.h"
+#include "text/RuntimeError.h"
 
 namespace quenmar {
 
@@ -39,6 +41,15 @@ String DecodeConfText(std::string_view bytes, ConfCharset charset) {
 
 std::optional<std::string> EncodeConfText(StringView text, ConfCharset charset) {
   return charset == ConfCharset::kUtf8 ? ToUtf8KeepingBytes(text) : ToWindows1252(text);
+}
+
+std::string EncodeForSaving(StringView text, StringView about, ConfCharset charset,
+                            const Language& language) {
+  std::optional<std::string> bytes = EncodeConfText(text, charset);
+  if (bytes) return *std::move(bytes);
+  throw RuntimeError(
+      0, u"ConfText",
+      FinishedText(language.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
 }
 
 }  // namespace quenmar

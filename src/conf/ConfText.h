@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "registry/Language.h"
 #include "text/String.h"
 
 namespace quenmar {
@@ -36,5 +37,10 @@ struct ConfEncoding {
 
 /// @return the bytes, without a mark; nothing when the character set lacks a character.
 [[nodiscard]] std::optional<std::string> EncodeConfText(StringView text, ConfCharset charset);
+
+/// @param about what the text belongs to, for the message
+/// @return the bytes. Throws `RuntimeError` when the character set lacks a character.
+[[nodiscard]] std::string EncodeForSaving(StringView text, StringView about, ConfCharset charset,
+                                          const Language& language);
 
 }  // namespace quenmar

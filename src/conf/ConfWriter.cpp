@@ -36,11 +36,7 @@ String KeepCopy(OpenedFile& file, const std::string& onDisk) {
 
 }  // namespace
 
-OpenedFile OpenedFile::FromDisk(const Path& path) {
-  OpenedFile file{path, ContentOf(path)};
-  file.charset = EncodingOf(file.bytes.value_or(std::string())).charset;
-  return file;
-}
+OpenedFile OpenedFile::FromDisk(const Path& path) { return {path, ContentOf(path)}; }
 
 ConfWriter::ConfWriter(const Options& options, const Language& language, MessageBoxes& messages)
     : options_(options), language_(language), messages_(messages) {}
@@ -49,7 +45,8 @@ bool ConfWriter::SaveConfFile(const Path& path, const Document& settings,
                               const SeriesView& window) const {
   try {
     OpenedFile file = OpenedFile::FromDisk(path);
-    return SaveBytes(file, ConfFileBytes(settings, window, file.charset, options_, language_));
+    const ConfCharset charset = EncodingOf(file.bytes.value_or(std::string())).charset;
+    return SaveBytes(file, ConfFileBytes(settings, window, charset, options_, language_));
   } catch (const std::exception& error) {
     TellFailure(path, error);
     return false;
@@ -101,13 +98,7 @@ std::string ConfFileBytes(const Document& settings, const SeriesView& window, Co
   std::string bytes;
   const auto add = [&](std::initializer_list<StringView> parts, StringView about) {
     for (const StringView part : parts) {
-      const auto encoded = EncodeConfText(part, charset);
-      if (!encoded) {
-        throw RuntimeError(
-            0, u"ConfWriter",
-            FinishedText(language.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
-      }
-      bytes += *encoded;
+      bytes += EncodeForSaving(part, about, charset, language);
     }
     bytes += "\r\n";
   };

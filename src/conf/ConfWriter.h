@@ -17,13 +17,10 @@ namespace quenmar {
 /// A file that is going to be saved, from its reading to its last save.
 struct OpenedFile {
   Path path;
-  std::optional<std::string> bytes =
-      {};  ///< the content when it was read; nothing where it was missing
-  ConfCharset charset = ConfCharset::kWindows1252;  ///< in which it is saved
-  bool copied = false;  ///< PATH.bak has been made, or is not to be made any more
+  std::optional<std::string> bytes = {};  ///< when it was read; nothing where it was missing
+  bool copied = false;                    ///< PATH.bak has been made, or is not to be made any more
 
-  /// @return the file as it is on the disk now, to be saved in its own character set. Throws
-  /// `FileError` when it cannot be read.
+  /// @return the file as it is on the disk now. Throws `FileError` when it cannot be read.
   [[nodiscard]] static OpenedFile FromDisk(const Path& path);
 };
 

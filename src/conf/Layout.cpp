@@ -1,7 +1,5 @@
 #include "conf/Layout.h"
 
-#include <utility>
-
 #include "conf/LayoutAdditions.h"
 #include "conf/LayoutBase.h"
 #include "conf/LayoutText.h"

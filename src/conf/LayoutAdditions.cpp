@@ -1,6 +1,7 @@
 #include "conf/LayoutAdditions.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "conf/LayoutLine.h"
@@ -233,7 +234,7 @@ ConfLine LayoutAdditions::Parsed(const std::string& bytes) const {
 /// @return them in the character set of the file.
 std::string LayoutAdditions::Brought(std::string_view bytes, StringView about) const {
   if (IsInCharset()) return std::string(bytes);
-  return EncodeForLayout(other_.Text(bytes), about, context_.charset, context_.language);
+  return EncodeForSaving(other_.Text(bytes), about, context_.charset, context_.language);
 }
 
 /// @return bytes of the other text in the character set of the file; nothing where it lacks one of

@@ -5,7 +5,6 @@
 #include "conf/ConfLine.h"
 #include "conf/Functions.h"
 #include "docmodel/XmlText.h"
-#include "text/RuntimeError.h"
 
 namespace quenmar {
 
@@ -31,7 +30,7 @@ bool WantedSetting::ReadsAs(std::string_view written, ConfCharset charset) const
 LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Options& options,
                            const Language& language) {
   const auto encoded = [&](StringView text, StringView about) {
-    return EncodeForLayout(text, about, charset, language);
+    return EncodeForSaving(text, about, charset, language);
   };
   // The names must not move any more.
   settings.reserve(wishes.settings.size());
@@ -55,17 +54,6 @@ LayoutWishes::LayoutWishes(const Wishes& wishes, ConfCharset charset, const Opti
     entries.push_back({std::move(type), std::move(name), std::move(about), wish.on});
     if (values.Number(entries.back().name) + 1 != entries.size()) entries.pop_back();
   }
-}
-
-std::string EncodeForLayout(StringView text, StringView about, ConfCharset charset,
-                            const Language& language) {
-  std::optional<std::string> bytes = EncodeConfText(text, charset);
-  if (!bytes) {
-    throw RuntimeError(
-        0, u"Layout",
-        FinishedText(language.Text(Message::kCharacterLacking), {about, CharsetName(charset)}));
-  }
-  return *std::move(bytes);
 }
 
 }  // namespace quenmar

@@ -82,10 +82,4 @@ class LayoutWishes {
   NameNumbers values;
 };
 
-/// @param about what the text belongs to, for the message
-/// @return the text in the bytes of a character set. Throws `RuntimeError` when it has a character
-/// that the set lacks.
-[[nodiscard]] std::string EncodeForLayout(StringView text, StringView about, ConfCharset charset,
-                                          const Language& language);
-
 }  // namespace quenmar

@@ -1,6 +1,5 @@
 #include "conf/SaveChanges.h"
 
-#include <algorithm>
 #include <deque>
 #include <map>
 #include <optional>
@@ -240,9 +239,8 @@ std::vector<String> WholeFileEffects(const SaveChanges& changes, const Language&
     if (holds) effects.push_back(FinishedText(language.Text(key)));
   }
   if (changes.newCharset) {
-    const bool utf8 = *changes.newCharset == ConfCharset::kUtf8;
     effects.push_back(
-        FinishedText(language.Text(Message::kCharsetChanges), {utf8 ? u"UTF-8" : u"Windows-1252"}));
+        FinishedText(language.Text(Message::kCharsetChanges), {CharsetName(*changes.newCharset)}));
   }
   return effects;
 }

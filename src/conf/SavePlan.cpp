@@ -52,11 +52,11 @@ SavePlan SavePlan::Of(const SaveRequest& request, const ConfFile& before, const 
   ConfFile after = FileAfter(request, options, language);
   plan.changes = ListSaveChanges(before, after, options.series, request.layout);
   plan.warnings = ListSaveWarnings(request.settings, request.distributionSettings, plan.changes,
-                                   CharsetWarning(after.Bytes(), after.Charset(), language));
+                                   request.layout);
+  plan.warnings.charset = CharsetWarning(after.Bytes(), after.Charset(), language);
   if (request.layout == Layout::kSettings) {
     plan.diff = DiffText(plan.changes, language);
   } else {
-    plan.warnings.activated = 0;  // the user asked for it
     plan.diff = UnifiedDiff(before, after);
     for (const String& effect : WholeFileEffects(plan.changes, language)) {
       plan.diff += effect + String(kLineEnd);

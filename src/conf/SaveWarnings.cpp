@@ -23,10 +23,12 @@ int CountOtherValues(const Fields& settings) {
   return count;
 }
 
-int CountMissingMandatory(const Fields& settings, const Fields& distribution) {
+int CountMissingMandatory(const Document& settings, const Document& distribution) {
   std::set<StringView> missing;
-  for (const Field& field : distribution) {
-    if (IsActive(field) && settings.IndexOf(field.Name()) < 0) missing.insert(field.Name());
+  for (const Field& field : distribution.Fields()) {
+    const StringView name = field.Name();
+    if (IsMandatory(distribution, name) && settings.Fields().IndexOf(name) < 0)
+      missing.insert(name);
   }
   return static_cast<int>(missing.size());
 }
@@ -46,15 +48,16 @@ String CharsetWarning(std::string_view bytes, ConfCharset charset, const Languag
 }
 
 SaveWarnings ListSaveWarnings(const Document& settings, const Document& distribution,
-                              const SaveChanges& changes, String charsetWarning) {
+                              const SaveChanges& changes, Layout layout) {
   SaveWarnings warnings;
   warnings.otherValues = CountOtherValues(settings.Fields());
   warnings.lostCommentLines = changes.lostCommentLines;
-  warnings.activated = static_cast<int>(std::count_if(
-      changes.changes.begin(), changes.changes.end(),
-      [](const SaveChange& change) { return change.kind == SaveChange::Kind::kActivated; }));
-  warnings.missingMandatory = CountMissingMandatory(settings.Fields(), distribution.Fields());
-  warnings.charset = std::move(charsetWarning);
+  if (layout == Layout::kSettings) {  // with the others the user has asked for it
+    warnings.activated = static_cast<int>(std::count_if(
+        changes.changes.begin(), changes.changes.end(),
+        [](const SaveChange& change) { return change.kind == SaveChange::Kind::kActivated; }));
+  }
+  warnings.missingMandatory = CountMissingMandatory(settings, distribution);
   return warnings;
 }
 

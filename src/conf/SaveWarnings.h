@@ -30,9 +30,9 @@ struct SaveWarnings {
 /// @param settings the settings to be saved
 /// @param distribution the distribution's settings
 /// @param changes what the save changes
-/// @param charsetWarning see `CharsetWarning`
+/// @return the counts.
 [[nodiscard]] SaveWarnings ListSaveWarnings(const Document& settings, const Document& distribution,
-                                            const SaveChanges& changes, String charsetWarning);
+                                            const SaveChanges& changes, Layout layout);
 
 /// @return a sentence for each warning, joined by CR LF; empty for none.
 [[nodiscard]] String WarningText(const SaveWarnings& warnings, const Language& language);

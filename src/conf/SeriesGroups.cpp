@@ -12,6 +12,15 @@ SeriesGroups::SeriesGroups(const Document& series) {
   }
 }
 
+SeriesGroups SeriesGroups::OfBoth(const Document& distributionSeries, Document& serverSeries) {
+  for (const Field& offered : distributionSeries.Fields()) {
+    if (serverSeries.Fields().Field(offered.Name())->Name().empty()) {
+      AddSeriesEntry(serverSeries, offered.Name(), TypeOf(offered), false);
+    }
+  }
+  return SeriesGroups(serverSeries);
+}
+
 String SeriesGroups::TabCaption(int group) const {
   return At(group).type + u"(" + ToText(ItemCount(group)) + u")";
 }
@@ -30,13 +39,6 @@ SeriesGroups::Group& SeriesGroups::GroupOf(StringView type) {
   const auto hit = std::find_if(groups_.begin(), groups_.end(),
                                 [type](const Group& group) { return group.type == type; });
   return hit != groups_.end() ? *hit : groups_.emplace_back(Group{String(type), {}});
-}
-
-void AddMissingSeries(const Document& distributionSeries, Document& serverSeries) {
-  for (const Field& offered : distributionSeries.Fields()) {
-    if (!serverSeries.Fields().Field(offered.Name())->Name().empty()) continue;
-    AddSeriesEntry(serverSeries, offered.Name(), TypeOf(offered), false);
-  }
 }
 
 }  // namespace quenmar

@@ -19,7 +19,14 @@ class SeriesGroups : public SeriesView {
   SeriesGroups() = default;
   explicit SeriesGroups(const Document& series);
 
+  /// Adds to the server's document every entry that only the distribution has, as one that is
+  /// commented out, so that it is listed and not switched on.
+  /// @return the groups of all these entries.
+  [[nodiscard]] static SeriesGroups OfBoth(const Document& distributionSeries,
+                                           Document& serverSeries);
+
   [[nodiscard]] int GroupCount() const override { return static_cast<int>(groups_.size()); }
+  [[nodiscard]] bool TooMany() const { return GroupCount() > kMostGroups; }
   /// @return the name of the repeatable setting.
   [[nodiscard]] const String& Type(int group) const { return At(group).type; }
   [[nodiscard]] String TabCaption(int group) const override;
@@ -44,9 +51,5 @@ class SeriesGroups : public SeriesView {
 
   std::vector<Group> groups_;
 };
-
-/// Adds to the server's series document every entry that only the distribution has, as one that is
-/// commented out, so that it is listed and not switched on.
-void AddMissingSeries(const Document& distributionSeries, Document& serverSeries);
 
 }  // namespace quenmar

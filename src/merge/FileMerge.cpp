@@ -108,10 +108,9 @@ bool FileMerge::Prepare() {
   documents_.distributionSeries->Fields().Sort(true);
   documents_.serverSeries->Fields().Sort(true);
   if (sorted) documents_.server->Fields().Sort(true);
-  AddMissingSeries(*documents_.distributionSeries, *documents_.serverSeries);
-  series_ = SeriesGroups(*documents_.serverSeries);
+  series_ = SeriesGroups::OfBoth(*documents_.distributionSeries, *documents_.serverSeries);
   RememberSaved();
-  if (series_.GroupCount() <= SeriesGroups::kMostGroups) return true;
+  if (!series_.TooMany()) return true;
   ShowMessage(context_.messages, context_.language.Text(Message::kTooManySeries),
               message_style::kOk | message_style::kCritical);
   return false;

@@ -29,8 +29,8 @@ class ConfWriterTest : public ::testing::Test {
 
   bool Save(OpenedFile& file) {
     return ConfWriter(options_, language_, messages_)
-        .SaveBytes(file,
-                   ConfFileBytes(settings_, SeriesGroups(), file.charset, options_, language_));
+        .SaveBytes(file, ConfFileBytes(settings_, SeriesGroups(), ConfCharset::kWindows1252,
+                                       options_, language_));
   }
 
   ScratchFolder folder_;

@@ -108,15 +108,15 @@ TEST(SaveWarnings, CountWhatTheUserShouldKnow) {
   const SaveChanges changes =
       ChangesOf("// x\r\n// y\r\n//a: 1\r\n", bytes, ConfCharset::kWindows1252);
   const Language language;
-  EXPECT_EQ(ToUtf8(WarningText(
-                ListSaveWarnings(settings, distribution, changes,
-                                 CharsetWarning(bytes, ConfCharset::kWindows1252, language)),
-                language)),
+  SaveWarnings warnings = ListSaveWarnings(settings, distribution, changes, Layout::kSettings);
+  warnings.charset = CharsetWarning(bytes, ConfCharset::kWindows1252, language);
+  EXPECT_EQ(ToUtf8(WarningText(warnings, language)),
             "Values that will be read back otherwise: 2\r\n"
             "Comment lines that will be lost: 2\r\n"
             "Commented-out settings that become active: 1\r\n"
             "Mandatory settings that are still missing: 1\r\n"
             "Read again, the saved file will be taken for UTF-8 text.");
+  EXPECT_EQ(ListSaveWarnings(settings, distribution, changes, Layout::kServer).activated, 0);
   EXPECT_EQ(WarningText({}, language), u"");
   EXPECT_EQ(OtherCharset(bytes, ConfCharset::kUtf8), std::nullopt);
   EXPECT_EQ(OtherCharset("a: 1\r\n", ConfCharset::kUtf8), std::nullopt);

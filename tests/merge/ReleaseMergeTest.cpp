@@ -91,6 +91,11 @@ TEST_F(ReleaseMergeTest, ANamedOldVersionCountsAndADamagedOneHindersNothing) {
   WriteFile(*request_.base, "a: 0\r\n");
   Open();
   EXPECT_EQ(Shown(), "a both;");
+  WriteFile(*request_.base, "\xFF\xFE");
+  Open();
+  EXPECT_EQ(merge_, nullptr) << "it is needed";
+  EXPECT_EQ(messages_.shown.size(), 1U);
+  messages_.shown.clear();
   request_.base.reset();
   WriteFile(seen_.EntryOf(conf_), "damaged");
   Open();
