@@ -108,11 +108,12 @@ compare_programs("5000", RUNS)
 compare_programs("50000", 1)
 measure_layouts("5000", RUNS)
 
-block = b"".join(b"// line %d of a long comment block\r\n" % i for i in range(14_000))
+block = b"".join(b"// line %d of a long block of comments, which every setting below it has\r\n" % i
+                 for i in range(14_000))
 names = [b"name_%d: %%d\r\n" % i for i in range(2_000)]
 pair = [block + b"".join(name % (i * factor) for i, name in enumerate(names)) for factor in (1, 2)]
 measure_odd_file("14000 comment lines, then 2000 settings", write_pair("block", *pair),
-                 [["check"], ["merge", "--dry-run"]])
+                 [["check"], ["merge", "--dry-run"], ["dump"]])
 line = b"a: " + b"x" * 100_000_000 + b"\r\n"
 measure_odd_file("One line", write_pair("line", line, line), [["check"], ["dump"]])
 comments = b"".join(b"// line %d of a file that has nothing but comments, and many of them\r\n" % i

@@ -101,11 +101,7 @@ void Main::SetCaptions() {
     button->setAccessibleName(Text(key) + " ...");
     button->setToolTip(Text(key));
   }
-  distribution_->setAccessibleName(Text(Message::kDistributionFolder));
-  server_->setAccessibleName(Text(Message::kServerFolder));
-  files_->setAccessibleName(Text(Message::kConfigFile));
   layoutLabel_->setText(Caption(Message::kWhenSaving));
-  layout_->setAccessibleName(Text(Message::kWhenSaving));
   OfferLayouts();
 }
 

@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QListWidget>
 #include <QTabBar>
 #include <QTabWidget>
@@ -37,6 +38,15 @@ QStringList CaptionsOf(const QWidget* control) {
   return captions;
 }
 
+/// @return whether a screen reader has no name for a control that can get the focus.
+bool IsNameless(QWidget* control) {
+  if (control->focusPolicy() == Qt::NoFocus || control->focusProxy() != nullptr) return false;
+  if (control->isHidden()) return false;
+  const auto* const list = qobject_cast<QListWidget*>(control);
+  if (list != nullptr && list->count() == 0) return false;  // of a tab that is not used
+  return QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name).isEmpty();
+}
+
 }  // namespace
 
 class TranslationTest : public MainFixture {
@@ -72,7 +82,8 @@ class TranslationTest : public MainFixture {
     const auto look = [&lacking](QWidget* window) {
       QList<QWidget*> controls = window->findChildren<QWidget*>();
       controls.prepend(window);
-      for (const QWidget* const control : controls) {
+      for (QWidget* const control : controls) {
+        if (IsNameless(control)) lacking << control->objectName() + " has no name";
         // The toolkit's, or in its words.
         if (control->objectName() == "dragComments") continue;
         if (qobject_cast<const QTabBar*>(control->parentWidget()) != nullptr) continue;
