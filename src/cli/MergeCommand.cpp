@@ -25,6 +25,8 @@ namespace {
 /// One merge, from the two files to the saved one.
 class Merge {
  public:
+  enum class Result { kDone, kFailed, kNotWanted };
+
   Merge(const Path& file, const MergeArguments& arguments, const CommandContext& context)
       : arguments_(arguments),
         context_(context),
@@ -32,8 +34,9 @@ class Merge {
         distributionFile_(FileIn(arguments.distribution, file)),
         serverFile_(FileIn(arguments.server, file)) {}
 
-  /// Throws `CommandError` for what cannot be done.
-  int Run(MergeRequests& requests) {
+  /// Asks first whether a file that the server lacks is wanted. Throws `CommandError` for what
+  /// cannot be done.
+  Result Run(MergeRequests& requests) {
     if (IsMissing(distributionFile_)) {
       throw CommandError(ToUtf8(PathText(distributionFile_)) + ": no such file");
     }
@@ -42,12 +45,12 @@ class Merge {
     }
     lacking_ = IsMissing(serverFile_);
     writesServerFile_ = !arguments_.dryRun && (!arguments_.output || OutputIsServerFile());
-    if (lacking_ && writesServerFile_) AskToBegin();
+    if (lacking_ && writesServerFile_ && !IsWanted()) return Result::kNotWanted;
     merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
-    if (!merge_) return kFailure;
+    if (!merge_) return Result::kFailed;
     requests.Apply(*merge_);
     taken_ = requests.Taken();
-    return Save() ? kNothingToDo : kFailure;
+    return Save() ? Result::kDone : Result::kFailed;
   }
 
   /// @return whether the file is another one now, or would be.
@@ -64,12 +67,12 @@ class Merge {
     return arguments_.output != "-" && IsSame(ArgumentPath(*arguments_.output), serverFile_);
   }
 
-  /// Throws `CommandError` when the user does not want a file that the server lacks.
-  void AskToBegin() const {
-    const Button answer =
-        ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
-                    message_style::kYesNo | message_style::kQuestion, {PathText(file_)});
-    if (answer != Button::kYes) throw CommandError(kDeclined);
+  /// @return whether the user wants the file, which the server lacks.
+  [[nodiscard]] bool IsWanted() const {
+    context_.messages.SetSubject(file_);
+    return ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
+                       message_style::kYesNo | message_style::kQuestion,
+                       {PathText(file_)}) == Button::kYes;
   }
 
   [[nodiscard]] FileMerge::Request Request() const {
@@ -193,49 +196,40 @@ class MergeAll {
       if (Wants(file)) MergeOne(file);
     }
     ReportUnknown(withoutOldVersion_, arguments_.base, context_.streams.err);
-    for (const std::string& wanted : requests_.Unmatched()) {
-      Tell(wanted, "this concerns no file");
-      ++failed_;
-    }
+    const std::vector<std::string> unmatched = requests_.Unmatched();
+    for (const std::string& wanted : unmatched) Tell(wanted, "this concerns no file");
     (arguments_.dryRun ? context_.streams.out : context_.streams.err)
         << "Sum of " << files_ << (files_ == 1 ? " file: " : " files: ") << changed_ << " changed, "
-        << files_ - changed_ - failedFiles_ << " unchanged, " << failedFiles_ << " failed\n";
-    return failed_ > 0 ? kFailure : kNothingToDo;
+        << files_ - changed_ - failed_ << " unchanged, " << failed_ << " failed\n";
+    return failed_ > 0 || !unmatched.empty() ? kFailure : kNothingToDo;
   }
 
  private:
-  /// A file that the server lacks is merged when the user wants it.
+  /// A dry run asks nothing: of a file that the server lacks it says that there is a question.
   [[nodiscard]] bool Wants(const Path& file) const {
+    if (!arguments_.dryRun || context_.messages.AnswersYes()) return true;
     if (!IsMissing(FileIn(arguments_.server, file))) return true;
-    if (arguments_.dryRun) {
-      if (context_.messages.AnswersYes()) return true;
-      context_.streams.out << Printable(PathText(file))
-                           << ":\nthe server has no such file, which --yes would merge\n";
-      return false;
-    }
-    context_.messages.SetSubject(file);
-    return ShowMessage(context_.messages, context_.language.Text(Message::kCopyNewFile),
-                       message_style::kYesNo | message_style::kQuestion,
-                       {PathText(file)}) == Button::kYes;
+    context_.streams.out << Printable(PathText(file))
+                         << ":\nthe server has no such file, which --yes would merge\n";
+    return false;
   }
 
   /// A file whose merge fails is reported, and the next one goes on.
   void MergeOne(const Path& file) {
-    ++files_;
     if (arguments_.dryRun) context_.streams.out << Printable(PathText(file)) << ":\n";
-    bool failed = true;
+    Merge::Result result = Merge::Result::kFailed;
     try {
       Merge merge(file, arguments_, context_);
-      failed = merge.Run(requests_) != kNothingToDo;
-      changed_ += !failed && merge.HasChanges() ? 1 : 0;
+      result = merge.Run(requests_);
+      changed_ += result == Merge::Result::kDone && merge.HasChanges() ? 1 : 0;
       if (merge.LacksOldVersion()) withoutOldVersion_.push_back(file);
     } catch (const EndApplication&) {
       Tell(ToUtf8(PathText(file)), "ended");
     } catch (const std::exception& error) {
       Tell(ToUtf8(PathText(file)), error.what());
     }
-    failed_ += failed ? 1 : 0;
-    failedFiles_ += failed ? 1 : 0;
+    files_ += result == Merge::Result::kNotWanted ? 0 : 1;
+    failed_ += result == Merge::Result::kFailed ? 1 : 0;
   }
 
   void Tell(const std::string& what, const std::string& reason) const {
@@ -249,8 +243,7 @@ class MergeAll {
   std::vector<Path> withoutOldVersion_;
   int files_ = 0;
   int changed_ = 0;
-  int failedFiles_ = 0;
-  int failed_ = 0;  // files and requests
+  int failed_ = 0;
 };
 
 /// Throws `CommandError` where the folder of the old release has nothing to take defaults by.
@@ -279,9 +272,10 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context) {
   MergeRequests requests(arguments, context);
   const Path file = ArgumentPath(arguments.file);
   Merge merge(file, arguments, context);
-  const int status = merge.Run(requests);
+  const Merge::Result result = merge.Run(requests);
+  if (result == Merge::Result::kNotWanted) throw CommandError(kDeclined);
   if (merge.LacksOldVersion()) ReportUnknown({file}, arguments.base, context.streams.err);
-  return status;
+  return result == Merge::Result::kDone ? kNothingToDo : kFailure;
 }
 
 }  // namespace quenmar

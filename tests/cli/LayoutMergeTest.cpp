@@ -103,7 +103,9 @@ TEST_F(LayoutMergeTest, MergesAllFiles) {
   EXPECT_THAT(err_, AllOf(HasSubstr("nowhere: this concerns no file"),
                           HasSubstr("Sum of 2 files: 0 changed, 1 unchanged, 1 failed\n")))
       << "rate is mandatory, and the answer is No";
-  EXPECT_EQ(Merge({"--yes"}, "--all"), kNothingToDo);
+  interactive_ = true;
+  input_ = "y\n";  // one answer to one question
+  EXPECT_EQ(Merge({}, "--all"), kNothingToDo);
   EXPECT_EQ(Read("server/d.conf"), "x: 1\r\n");
   EXPECT_THAT(err_, HasSubstr("Sum of 3 files: 2 changed, 1 unchanged, 0 failed\n"));
 }
