@@ -2,6 +2,8 @@
 
 #include <QSet>
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "widgets/QtText.h"
@@ -11,6 +13,14 @@ namespace quenmar {
 namespace {
 
 constexpr int kSettlingTime = 250;  // milliseconds
+
+/// @return the folder above, however the path is written: also `conf/` and `.` are in one.
+QString ParentOf(const Path& folder) {
+  std::error_code error;
+  const Path whole = std::filesystem::absolute(folder, error).lexically_normal();
+  const Path named = whole.has_filename() ? whole : whole.parent_path();
+  return ToQString(PathText(named.parent_path()));
+}
 
 QSet<QString> AsSet(const QStringList& list) { return {list.begin(), list.end()}; }
 
@@ -26,9 +36,7 @@ FolderReports::FolderReports(const Options& options, const Language& language,
   };
   connect(&turns_, &QTimer::timeout, this, &FolderReports::TakeTurn);
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this](const QString& folder) {
-    if (folder != ToQString(PathText(distribution_)) && folder != ToQString(PathText(server_))) {
-      replaced_ = true;
-    }
+    replaced_ = replaced_ || folder == ParentOf(distribution_) || folder == ParentOf(server_);
   });
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, settle);
   connect(&watcher_, &QFileSystemWatcher::fileChanged, this, settle);
@@ -93,7 +101,7 @@ void FolderReports::Watch() {
   QSet<QString> wanted;
   for (const Path& folder : {distribution_, server_}) {
     if (folder.empty()) continue;
-    wanted << ToQString(PathText(folder)) << ToQString(PathText(folder.parent_path()));
+    wanted << ToQString(PathText(folder)) << ParentOf(folder);
     for (const String& file : files_) {
       const Path path = folder / PathFromText(file);
       if (KindOf(path) == FileKind::kFile) wanted << ToQString(PathText(path));

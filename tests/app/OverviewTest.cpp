@@ -150,6 +150,14 @@ class OverviewTest : public MainFixture {
     QCOMPARE(Row(0), "a.conf|differs||||||+1|");  // known rows keep their reports
     QCOMPARE(Selected(), "a.conf");
 
+    std::filesystem::create_directory(*scratch_ / "next");
+    Write("next/a.conf", "a: 10\r\n");
+    std::filesystem::rename(*scratch_ / "conf", *scratch_ / "last");
+    std::filesystem::rename(*scratch_ / "next", *scratch_ / "conf");
+    QTRY_COMPARE(changed(), "1");
+    Write("conf/a.conf", "a: 1\r\n");  // the new folder is watched, too
+    QTRY_COMPARE(changed(), QString());
+
     // Even where time and size stay the same.
     const auto time = std::filesystem::last_write_time(*scratch_ / "conf/a.conf");
     PressAndClose("Command3", [&](QWidget*) {
