@@ -75,8 +75,8 @@ void FolderReports::Stop() {
 void FolderReports::TakeTurn() {
   const String& file = files_[next_++];
   const Path name = PathFromText(file);
-  const Stamps now = {StampOf(distribution_ / name), StampOf(server_ / name),
-                      StampOf(seen_.EntryOf(server_ / name))};
+  const Basis now = {StampOf(distribution_ / name), StampOf(server_ / name),
+                     StampOf(seen_.EntryOf(server_ / name)), options_.layout, options_.sort};
   const auto [known, isNew] = read_.try_emplace(file, now);
   if (isNew || known->second != now) {
     known->second = now;

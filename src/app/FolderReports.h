@@ -13,7 +13,8 @@
 namespace quenmar {
 
 /// Reports on every file of two folders, one file for each turn of the event loop, and notices when
-/// something in the folders changes. A file whose time and size stay the same is not read again.
+/// something in the folders changes. A file whose time and size stay the same is not read again, as
+/// long as the layout and the sorting of the options stay the same.
 class FolderReports : public QObject {
   Q_OBJECT
 
@@ -32,7 +33,7 @@ class FolderReports : public QObject {
     return distribution == distribution_ && server == server_;
   }
 
-  /// Looks again for what has changed.
+  /// Looks again for what has changed, in the files or in the options.
   void Refresh();
 
   /// Treats the file as changed, even if its time and size are the same.
@@ -52,13 +53,15 @@ class FolderReports : public QObject {
   void DiskChanged();
 
  private:
-  /// All versions of a file as they were when it was read.
-  struct Stamps {
+  /// What a report was made from: all versions of the file and the options that the user changes.
+  struct Basis {
     FileStamp distribution;
     FileStamp server;
     FileStamp old;
+    Layout layout;
+    int sort;
 
-    bool operator==(const Stamps&) const = default;
+    bool operator==(const Basis&) const = default;
   };
 
   void TakeTurn();
@@ -75,7 +78,7 @@ class FolderReports : public QObject {
   Path server_;
   std::vector<String> files_;
   size_t next_ = 0;  ///< in `files_`
-  std::map<String, Stamps> read_;
+  std::map<String, Basis> read_;
   bool replaced_ = false;  ///< one of the folders may be another one than is watched
 };
 

@@ -187,6 +187,7 @@ void Main::Connect() {
   connect(sort_, &QCheckBox::clicked, this, [this](bool checked) {
     options_.sort = checked ? 1 : 0;
     StoreSort(registry_, options_.sort);
+    overview_->Refresh();
   });
   connect(layout_, &QComboBox::currentIndexChanged, this,
           [this](int index) { ChooseLayout(static_cast<Layout>(index)); });
@@ -233,6 +234,7 @@ void Main::ChooseLayout(Layout layout) {
   options_.layout = layout;
   StoreLayout(registry_, layout);
   sort_->setEnabled(layout == Layout::kSettings);
+  overview_->Refresh();
 }
 
 Main::FolderChecks Main::LookAtFolders() const {

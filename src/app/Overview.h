@@ -30,7 +30,7 @@ class Overview : public QWidget {
   /// Empties the table and says why.
   void ShowReason(const QString& reason);
 
-  /// Reports again on the files that have changed.
+  /// Reports again on the files that have changed, and on all after a change of the options.
   void Refresh() { reports_.Refresh(); }
 
   /// Takes the file for changed.

@@ -1,5 +1,6 @@
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
@@ -165,6 +166,19 @@ class OverviewTest : public MainFixture {
       std::filesystem::last_write_time(*scratch_ / "conf/a.conf", time);
     });
     QTRY_COMPARE(changed(), "1");
+  }
+
+  void ReportsFollowTheLayoutAndTheSorting() {
+    Write("dist/a.conf", "a: 1\r\nc: 1\r\nb: 1\r\n");
+    Write("conf/a.conf", "// \xE9\r\na: \xC3\xA9\r\n");  // without the comment it looks like UTF-8
+    OpenFilled();
+    const auto remarks = [this] { return Cell(0, OverviewModel::kRemarks); };
+    QVERIFY(!remarks().isEmpty());
+    Get<QComboBox>("cmbLayout")->setCurrentIndex(static_cast<int>(Layout::kServer));
+    QTRY_COMPARE(remarks(), QString());
+    Get<QComboBox>("cmbLayout")->setCurrentIndex(static_cast<int>(Layout::kSettings));
+    Get<QCheckBox>("Check1")->click();
+    QTRY_COMPARE(Cell(0, OverviewModel::kNew, Qt::ToolTipRole), "[x] b\n[x] c");
   }
 
   void AnEmptyTableSaysWhy() {
