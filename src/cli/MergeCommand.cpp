@@ -248,7 +248,6 @@ class MergeAll {
 
 /// Throws `CommandError` where the folder of the old release has nothing to take defaults by.
 void RequireOldRelease(const MergeArguments& arguments) {
-  RequireFolder(*arguments.base);
   if (arguments.all) {
     RequireOneOf(ListConfFiles(arguments.distribution), *arguments.base);
     return;
@@ -267,6 +266,7 @@ int RunMerge(const MergeArguments& arguments, const CommandContext& context) {
   }
   RequireFolder(arguments.distribution);
   RequireFolder(arguments.server);
+  if (arguments.base) RequireFolder(*arguments.base);
   if (arguments.takeDefaults && arguments.base) RequireOldRelease(arguments);
   if (arguments.all) return MergeAll(arguments, context).Run();
   MergeRequests requests(arguments, context);

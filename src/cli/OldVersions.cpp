@@ -10,9 +10,7 @@
 namespace quenmar {
 
 std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file) {
-  if (!base) return {};
-  RequireFolder(*base);
-  return FileIn(*base, file);
+  return base ? std::optional(FileIn(*base, file)) : std::nullopt;
 }
 
 void RequireOneOf(const std::vector<Path>& files, const Path& base) {

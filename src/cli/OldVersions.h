@@ -15,7 +15,6 @@ inline constexpr const char* kOldUnknown =
     "what the release itself has changed is known after the next save, or with --base DIR";
 
 /// @return the path of `file` in the folder of the old distribution's files, where one was named.
-/// Throws `CommandError` when that is not a folder.
 [[nodiscard]] std::optional<Path> OldFileIn(const std::optional<Path>& base, const Path& file);
 
 /// Throws `CommandError` when the folder has none of the files, which are to be merged.
