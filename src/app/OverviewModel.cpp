@@ -169,6 +169,8 @@ QVariant OverviewModel::data(const QModelIndex& index, int role) const {
       return TextOf(*row.report, column);
     case Qt::ToolTipRole:
       return ToToolTip(Shortened(DetailsOf(*row.report, column)));
+    case Qt::AccessibleDescriptionRole:
+      return Shortened(DetailsOf(*row.report, column));
     case kSortRole:
       return SortKeyOf(*row.report, column);
     default:

@@ -66,6 +66,7 @@ class OverviewTest : public MainFixture {
     QVERIFY(Row(5).startsWith("f.conf|cannot be read|||||||") && !Cell(5, 8).isEmpty());
     QCOMPARE(Row(6), "NEW.CONF|new file|1 (1)||||||");
     QCOMPARE(Cell(1, OverviewModel::kNew, Qt::ToolTipRole), "[x] b\n[ ] c");
+    QCOMPARE(Cell(1, OverviewModel::kNew, Qt::AccessibleDescriptionRole), "[x] b\n[ ] c");
     QCOMPARE(Cell(1, OverviewModel::kSeries, Qt::ToolTipRole), "- npc: own");
     QCOMPARE(Cell(4, OverviewModel::kDefaults, Qt::ToolTipRole),
              QString::fromUtf16(u"\u25CF a: 1 -> 2\n\u25C6 b: 1 -> 2\n\u25CF c: 1 -> 2"));
