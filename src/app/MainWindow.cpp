@@ -31,8 +31,6 @@ namespace quenmar {
 
 namespace {
 
-bool Exists(const Path& path) { return KindOf(path) != FileKind::kMissing; }
-
 template <class Widget>
 Widget* Named(Widget* widget, const char* name) {
   widget->setObjectName(name);
@@ -375,7 +373,7 @@ void Main::Run(void (Main::*command)()) {
 void Main::Edit() {
   const auto file = ChosenFile();
   if (!file) return;
-  if (!Exists(FileIn(*server_, *file))) {
+  if (IsMissing(FileIn(*server_, *file))) {
     ShowMessage(messages_, language_.Text(Message::kNotOnServer), message_style::kOk,
                 {*file, language_.Text(Message::kCheckChanges)});
     return;
@@ -394,7 +392,7 @@ void Main::CheckChanges() {
   const auto file = ChosenFile();
   if (!file) return;
   bool begun = false;
-  if (!Exists(FileIn(*server_, *file))) {
+  if (IsMissing(FileIn(*server_, *file))) {
     if (ShowMessage(messages_, language_.Text(Message::kCopyNewFile),
                     message_style::kYesNo | message_style::kQuestion, {*file}) != Button::kYes) {
       return;
