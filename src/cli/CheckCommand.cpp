@@ -1,5 +1,4 @@
 #include <ostream>
-#include <utility>
 
 #include "cli/CheckReport.h"
 #include "cli/Commands.h"

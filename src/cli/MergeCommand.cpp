@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <functional>
-#include <map>
 #include <ostream>
 #include <set>
 
@@ -49,8 +48,7 @@ class Merge {
     merge_ = FileMerge::Open(Request(), {context_.options, context_.language, context_.messages});
     if (!merge_) return Result::kFailed;
     requests.Apply(*merge_);
-    taken_ = requests.Taken();
-    return Save() ? Result::kDone : Result::kFailed;
+    return Save(requests.Taken()) ? Result::kDone : Result::kFailed;
   }
 
   /// @return whether the file is another one now, or would be.
@@ -88,7 +86,8 @@ class Merge {
     return request;
   }
 
-  bool Save() {
+  /// @param taken the settings that have taken the new default
+  bool Save(const std::set<String>& taken) {
     OpenedFile target = Target();
     const SavePlan plan = MakePlan({target.path, target.bytes.value_or(std::string())});
     hasChanges_ = !plan.changes.Empty();
@@ -96,7 +95,7 @@ class Merge {
       context_.streams.err << "quenmarctl: " << Printable(plan.warnings.charset) << '\n';
     }
     if (arguments_.dryRun) {
-      PrintChanges(plan.changes, taken_, context_.language, context_.streams.out);
+      PrintChanges(plan.changes, taken, context_.language, context_.streams.out);
       return true;
     }
     if (arguments_.output == "-") {
@@ -181,7 +180,6 @@ class Merge {
   bool writesServerFile_ = false;  // rather than another file, or none
   bool hasChanges_ = false;
   std::unique_ptr<FileMerge> merge_;
-  std::set<String> taken_;  // settings that have taken the new default
 };
 
 /// Merges every file that both folders have and, if the user wants them, those that the server

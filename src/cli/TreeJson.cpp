@@ -1,6 +1,5 @@
 #include "cli/TreeJson.h"
 
-#include <array>
 #include <string_view>
 #include <utility>
 
