@@ -91,7 +91,7 @@ void AddMerge(CLI::App& app, MergeArguments& arguments) {
   CLI::Option* const file =
       command.add_option("FILE", arguments.file, "Name of the file to merge")->type_name("");
   CLI::Option* const all =
-      command.add_flag("--all", arguments.all, "Merge every file that both folders have")
+      command.add_flag("--all", arguments.all, "Merge every file, a new one only after a Yes")
           ->excludes(file);
   command
       .add_option_function<std::string>(
