@@ -229,6 +229,10 @@ class OverviewTest : public MainFixture {
       progress = progress || Get<QProgressBar>("prgFiles")->isVisible();
     }
     QVERIFY(IsFilled() && progress && turns >= kFiles);
+    OpenOnFolders();
+    while (!Get<QProgressBar>("prgFiles")->isVisible()) QCoreApplication::processEvents();
+    To()->SetFolder(Folder("empty"));
+    QVERIFY(Get<QProgressBar>("prgFiles")->isHidden());
   }
 };
 
