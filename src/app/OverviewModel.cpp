@@ -160,9 +160,7 @@ QVariant OverviewModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::ForegroundRole && !(row.report && row.report->NeedsWork())) {
     return QuietText(QGuiApplication::palette());
   }
-  if (column == kFile) {
-    return role == Qt::DisplayRole || role == kSortRole ? ToQString(row.file) : QVariant();
-  }
+  if (column == kFile && (role == Qt::DisplayRole || role == kSortRole)) return ToQString(row.file);
   if (!row.report) return {};
   switch (role) {
     case Qt::DisplayRole:
@@ -207,6 +205,9 @@ QVariant OverviewModel::SortKeyOf(const FileReport& report, int column) const {
 
 QStringList OverviewModel::DetailsOf(const FileReport& report, int column) const {
   switch (column) {
+    case kFile:
+    case kState:
+      return report.NeedsWork() ? QStringList() : QStringList(Text(Message::kNothingToDo));
     case kNew:
       return NewNames(report.fresh);
     case kChanged:

@@ -57,7 +57,7 @@ class OverviewModel : public QAbstractTableModel {
 
   [[nodiscard]] QString TextOf(const FileReport& report, int column) const;
   [[nodiscard]] QVariant SortKeyOf(const FileReport& report, int column) const;
-  /// @return the names behind a number, or the whole of a text.
+  /// @return the names behind a number, the whole of a text, or what a grey row means.
   [[nodiscard]] QStringList DetailsOf(const FileReport& report, int column) const;
   [[nodiscard]] QString StateOf(FileStatus status) const;
   [[nodiscard]] QStringList RemarksOf(const FileReport& report) const;

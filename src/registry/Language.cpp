@@ -165,6 +165,7 @@ constexpr auto kEntries = std::to_array<MessageEntry>({
     {Message::kMarkComes, u"LNG118", u"a byte order mark comes"},
     {Message::kCharsetChanges, u"LNG119", u"the character set becomes %1"},
     {Message::kEntryWithdrawn, u"LNG120", u"the release has withdrawn this entry"},
+    {Message::kNothingToDo, u"LNG121", u"nothing to do"},
 });
 
 /// A message's number is its place in the table.

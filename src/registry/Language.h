@@ -130,10 +130,11 @@ enum class Message {
   kMarkComes,
   kCharsetChanges,
   kEntryWithdrawn,
+  kNothingToDo,
 };
 
 /// How many messages there are.
-inline constexpr size_t kMessages = static_cast<size_t>(Message::kEntryWithdrawn) + 1;
+inline constexpr size_t kMessages = static_cast<size_t>(Message::kNothingToDo) + 1;
 
 /// Every caption and message that the user sees, so that a translation needs no new build.
 ///

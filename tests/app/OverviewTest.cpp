@@ -75,6 +75,8 @@ class OverviewTest : public MainFixture {
     for (int row = 0; row < model->rowCount(); ++row) {
       const QVariant colour = model->index(row, 0).data(Qt::ForegroundRole);
       QCOMPARE(colour.isValid(), Cell(row, 0) == "d.conf");
+      const QVariant meaning = model->index(row, 0).data(Qt::AccessibleDescriptionRole);
+      QCOMPARE(meaning.toString(), colour.isValid() ? "nothing to do" : "");
     }
   }
 
