@@ -181,6 +181,7 @@ TEST_F(ConfReaderTest, RepairsBareLineFeeds) {
   EXPECT_EQ(Values(*settings_), "a=1 b=2");
   EXPECT_EQ(ReadFile(path_), "a: 1\r\r\nb: 2\r\n");
   EXPECT_EQ(notes_.file.Bytes(), ReadFile(path_));
+  EXPECT_TRUE(notes_.findings.empty()) << "those of the readings before are gone";
 }
 
 TEST_F(ConfReaderTest, KnowsTheCharacterSet) {
