@@ -6,7 +6,6 @@
 #include <QSignalBlocker>
 #include <QStandardItemModel>
 #include <algorithm>
-#include <map>
 
 #include "updater/SettingDelegate.h"
 #include "widgets/QtText.h"
@@ -118,10 +117,15 @@ void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const 
   item->setToolTip(ToToolTip(parts.join('\n')));
 }
 
-void ParameterList::Refresh(int index, const SettingRow& row) {
+void ParameterList::Refresh(const std::map<int, SettingRow>& rows) {
+  if (rows.empty()) return;
   const QSignalBlocker silence(this);
-  SetData(item(index), row);
-  update(indexFromItem(item(index)));
+  {
+    const QSignalBlocker together(model());  // else the view would look for the place of each row
+    for (const auto& [index, row] : rows) SetData(item(index), row);
+  }
+  emit model()->dataChanged(model()->index(rows.begin()->first, 0),
+                            model()->index(rows.rbegin()->first, 0));
 }
 
 int ParameterList::RowAmong(const std::vector<SettingRow>& rows) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QListWidget>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -44,8 +45,8 @@ class ParameterList : public QListWidget {
   /// first time that is the first. What was visible stays where it was.
   void Fill(const std::vector<SettingRow>& rows);
 
-  /// Updates the row at that index, except for its tick.
-  void Refresh(int index, const SettingRow& row);
+  /// Updates some rows by their indexes, except for their ticks.
+  void Refresh(const std::map<int, SettingRow>& rows);
 
   /// Ticks every item that is shown.
   void TickAll();

@@ -112,7 +112,7 @@ void frmUpdaterX::ConnectEditors() {
       const auto inMerge = static_cast<FileMerge::List>(list);
       if (!name || !Merge().SetValue(inMerge, *name, FromQString(text))) return;
       ShowChanged();
-      RefreshRows(list, *name);
+      RefreshRows(list, {*name});
       LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
     });
   }
@@ -244,7 +244,7 @@ void frmUpdaterX::Switch() {
   const bool active = Merge().IsWantedActive(*current);
   const std::vector<String> refused = Merge().SwitchSettings(names, !active);
   ShowChanged();
-  for (const String& name : names) RefreshRows(list, name);
+  RefreshRows(list, names);
   if (!refused.empty()) Ask(Message::kCannotSwitchOff, kInformation, {refused.front()});
 }
 

@@ -82,8 +82,8 @@ class frmUpdaterX : public FileWindow {
   [[nodiscard]] String StateRemark(int list, StringView name) const;
   [[nodiscard]] std::optional<DefaultChange> DefaultChangeIn(int list, StringView name) const;
 
-  /// Shows what a changed value or state has changed in the rows of that name.
-  void RefreshRows(int list, StringView name);
+  /// Shows what a changed value or state has changed in the rows of those names.
+  void RefreshRows(int list, const std::vector<String>& names);
   void ShowCount();
   void ShowLead();
 

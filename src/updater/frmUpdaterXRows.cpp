@@ -116,17 +116,19 @@ String frmUpdaterX::StateRemark(int list, StringView name) const {
   return {};
 }
 
-void frmUpdaterX::RefreshRows(int list, StringView name) {
+void frmUpdaterX::RefreshRows(int list, const std::vector<String>& names) {
+  const std::set<StringView> wanted(names.begin(), names.end());
   const int page = list == kKept ? kCurrentPage : kChangesPage;
+  std::map<int, SettingRow> rows;
   int index = 0;
   for (const Field& field : Tree(list).Fields()) {
-    if (field.Name() == name) {
-      const SettingRow row = RowOf(list, field);
-      lists_[list]->Refresh(index, row);
+    if (wanted.contains(field.Name())) {
+      const SettingRow& row = rows[index] = RowOf(list, field);
       if (!row.remark.empty()) remarks_[page]->show();
     }
     ++index;
   }
+  lists_[list]->Refresh(rows);
   ShowHints();
   UpdateButtons();
 }

@@ -72,14 +72,16 @@ class UpdaterListsTest : public OpenUpdater {
     Keys("Ctrl+T");
     QVERIFY(Said(kKept).startsWith("4; commented out|"));
     QCOMPARE(window_->Changed(), 8);
-    Click(kKept, 3);
+    Keys("Ctrl+A Ctrl+T");
+    QCOMPARE(Said(kKept), "4|50; Original Value: 5|6; commented out, becomes active when saved|7");
     Keys("Ctrl+T");
+    QCOMPARE(List(kKept)->selectedItems().size(), 4);
     QCOMPARE(messages_.Take(),
              {"[64] The setting note cannot be commented out: it would be a comment."});
     Click(kKept, 2);
     Keys("Ctrl+T");
-    QVERIFY(Applied().starts_with("//same: 4\r\nmine: 50\r\nquiet: 6\r\nnote: 7\r\n"));
-    QCOMPARE(Said(kKept), "4; commented out|50; Original Value: 5|6|7");
+    QVERIFY(Applied().starts_with("//same: 4\r\n//mine: 50\r\nquiet: 6\r\nnote: 7\r\n"));
+    QCOMPARE(Said(kKept), "4; commented out|50; Original Value: 5; commented out|6|7");
     OpenOwn(Layout::kSettings);
     Pages()->setCurrentIndex(1);
     QVERIFY(!Find<QAction>("Switch")->isEnabled());
