@@ -263,7 +263,7 @@ void NEditForm::ShowMerge() {
   ShowValues();
   xEDG_->Refresh();
   Filter(Shown::kStay);
-  series_->ShowChecks(Merge().Series());
+  ShowEntries(series_);
 }
 
 void NEditForm::ShowValues() {
@@ -307,6 +307,7 @@ std::int16_t NEditForm::Changed() const { return Merge().IsModified() ? 1 : 0; }
 void NEditForm::EditSeries(int group, int item, bool checked) {
   if (series_->widget(group)->isHidden()) return;
   Merge().SetEntry(group, item, checked);
+  ShowEntries(series_);
   ShowSeriesComment(group, item);
   ShowChanged();
 }

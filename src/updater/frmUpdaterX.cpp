@@ -70,6 +70,7 @@ void frmUpdaterX::ConnectControls() {
   });
   connect(series_, &SeriesTabs::ItemChecked, this, [this](int group, int item, bool checked) {
     Merge().SetEntry(group, item, checked);
+    ShowEntries(series_);
     ShowChanged();
   });
   connect(apply_, &QPushButton::clicked, this, &frmUpdaterX::Apply);
@@ -296,7 +297,7 @@ void frmUpdaterX::ShowListMenu(int list, QPoint place) {
 
 void frmUpdaterX::ShowMerge() {
   FillAgain({});
-  series_->ShowChecks(Merge().Series());
+  ShowEntries(series_);
 }
 
 int frmUpdaterX::ShownList() const {

@@ -54,6 +54,11 @@ void FileWindow::Step(void (FileMerge::*step)()) {
 
 void FileWindow::Load(SeriesTabs* series) const {
   series->Load(Merge().Series());
+  ShowEntries(series);
+}
+
+void FileWindow::ShowEntries(SeriesTabs* series) const {
+  series->ShowChecks(Merge().Series());
   std::vector<String> withdrawn;
   for (const SeriesEntry& entry : Merge().WithdrawnEntries()) withdrawn.push_back(entry.name);
   series->Mark(withdrawn, kWithdrawnMark, Text(Message::kEntryWithdrawn));

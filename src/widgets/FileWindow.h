@@ -58,8 +58,12 @@ class FileWindow : public QDialog {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  /// Fills the series, with a sign behind those that the release has withdrawn.
+  /// Fills the series.
   void Load(SeriesTabs* series) const;
+
+  /// Shows which entries are on, with a sign behind those that the release has withdrawn. To be
+  /// called after every change of one.
+  void ShowEntries(SeriesTabs* series) const;
 
   /// What Apply does: asks, with the warnings in the question and the changes as its details, saves
   /// the server's file, and then has no unsaved changes.

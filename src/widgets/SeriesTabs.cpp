@@ -85,11 +85,11 @@ void SeriesTabs::Mark(const std::vector<String>& names, StringView sign, const Q
     for (int row = 0; row < list->count(); ++row) {
       QListWidgetItem* const entry = list->item(row);
       const QString name = entry->data(kName).toString();
-      if (std::find(names.begin(), names.end(), FromQString(name)) == names.end()) continue;
-      entry->setText(name + "  " + ToQString(sign));
-      entry->setToolTip(ToToolTip(remark));
+      const bool marked = std::find(names.begin(), names.end(), FromQString(name)) != names.end();
+      entry->setText(marked ? name + "  " + ToQString(sign) : name);
+      entry->setToolTip(marked ? ToToolTip(remark) : QString());
       entry->setData(Qt::AccessibleTextRole, name);
-      entry->setData(Qt::AccessibleDescriptionRole, remark);
+      entry->setData(Qt::AccessibleDescriptionRole, marked ? remark : QString());
     }
   }
 }

@@ -26,7 +26,8 @@ class SeriesTabs : public QTabWidget {
 
   [[nodiscard]] const QList<QListWidget*>& Lists() const { return lists_; }
 
-  /// Shows a sign behind these entries, and a remark in their tool tips. Nothing is signalled.
+  /// Shows a sign behind these entries and no others, and a remark in their tool tips. Nothing is
+  /// signalled.
   void Mark(const std::vector<String>& names, StringView sign, const QString& remark);
 
   /// @return the entry of an item, without a sign.

@@ -93,8 +93,12 @@ class EditorFindTest : public OpenEditor {
     QCOMPARE(Rows(), "a b c d own note");
   }
 
-  void marksDefaultsThatTheReleaseHasChanged() {
-    Open(kMany, kManyOnServer, Layout::kSettings, "a: 1\r\nb: 1\r\nd: 8\r\n");
+  void marksWhatTheReleaseHasChanged() {
+    Open(kMany, kManyOnServer, Layout::kSettings, "a: 1\r\nb: 1\r\nd: 8\r\nmap: m1\r\n");
+    for (const auto* const shown : {u"m1  \u25CB", u"m1"}) {
+      QCOMPARE(Maps()->item(0)->text(), QString::fromUtf16(shown));
+      QTest::keyClick(Maps(), Qt::Key_Space);
+    }
     const auto signs = [this] {
       QString all;
       for (int row = 0; row < 5; ++row) {

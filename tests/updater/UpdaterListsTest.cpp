@@ -220,10 +220,12 @@ class UpdaterListsTest : public OpenUpdater {
     Click(maps, 1);
     Click(maps, 1, true);
     QCOMPARE(Items(maps), QString("+a  \u25CB own b"));
-    Keys("Ctrl+Z");
+    Click(maps, 0, true);
+    QCOMPARE(Items(maps) + maps->item(0)->toolTip(), "a own b");
+    Keys("Ctrl+Z Ctrl+Z");
     window_->FillSeries();
     QCOMPARE(Items(maps), QString("+a  \u25CB +own b"));
-    QCOMPARE(checked.count(), 1);
+    QCOMPARE(checked.count(), 2);
     QCOMPARE(selected.count(), 1);
   }
 
