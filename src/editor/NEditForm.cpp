@@ -240,12 +240,10 @@ void NEditForm::LoadGrid() {
   for (int row = 1; row < grid.Rows(); ++row) {
     const auto field = fields.Field(row - 1);
     const auto original = originals.Field(field->Name());
-    const bool mandatory = Merge().IsMandatory(field->Name());
     grid.SetCellValue(row, kName, field->Name());
     grid.SetCellValue(row, kActualValue, field->Value());
     grid.SetCellValue(row, kOriginalValue, original->Value());
-    grid.SetCellValue(row, kType,
-                      TheLanguage().Text(mandatory ? Message::kMandatory : Message::kOptional));
+    grid.SetCellValue(row, kType, NeedOf(field->Name()));
   }
   xEDG_->Reload();
   xEDG_->show();

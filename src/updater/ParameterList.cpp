@@ -106,15 +106,16 @@ void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const 
   QFont bold = font();
   bold.setBold(true);
   item->setData(Qt::FontRole, row.changed ? QVariant(bold) : QVariant());
-  QStringList parts{value};
+  QStringList parts{item->text() + ": " + value};
   if (header_ != nullptr && row.changed) {
     const QVariant caption = header_->model()->headerData(2, Qt::Horizontal);
     parts << caption.toString() + ": " + original;
   }
   if (!remark.isEmpty()) parts << remark;
-  item->setData(Qt::AccessibleDescriptionRole, parts.join("; "));
-  parts.front() = item->text() + ": " + value;
   item->setToolTip(ToToolTip(parts.join('\n')));
+  parts.front() = value;
+  if (!row.need.empty()) parts << ToQString(row.need);
+  item->setData(Qt::AccessibleDescriptionRole, parts.join("; "));
 }
 
 void ParameterList::Refresh(const std::map<int, SettingRow>& rows) {

@@ -21,6 +21,7 @@ struct SettingRow {
   String remark;         ///< what else is to be said
   String mark;           ///< a sign before the distribution's value; empty for none
   String note;           ///< what of the remark has room in the row
+  String need = {};      ///< is read out, where the tick does not mean it; else empty
   bool ticked = false;
   bool changed = false;  ///< the two values differ
   bool commentedOut = false;

@@ -140,26 +140,19 @@ void frmUpdaterX::ShowSelected() {
   ShowHints();
   ShowLead();
   UpdateButtons();
-  const auto name = lists_[ShownList()]->CurrentName();
-  if (name) {
-    ShowComment(comments_, *name, Merge().Comment(*name));
-  } else {
-    comments_->clear();
-  }
+  const String name = lists_[ShownList()]->CurrentName().value_or(String());
+  ShowComment(comments_, name, Merge().Comment(name));
 }
 
 void frmUpdaterX::ShowHints() {
   const std::array<int, 2> selected{changesList_, kKept};
   for (size_t page = 0; page < hints_.size(); ++page) {
     const auto name = lists_[selected[page]]->CurrentName();
-    const Language& language = TheLanguage();
     hints_[page]->clear();
     remarks_[page]->clear();
     if (!name) continue;
     remarks_[page]->setText(ToQString(RemarkOf(selected[page], *name)));
-    const String& state =
-        language.Text(Merge().IsMandatory(*name) ? Message::kMandatory : Message::kOptional);
-    hints_[page]->setText(ToQString(u" [" + state + u"]"));
+    hints_[page]->setText(ToQString(u" [" + NeedOf(*name) + u"]"));
   }
 }
 

@@ -74,6 +74,7 @@ SettingRow frmUpdaterX::RowOf(int list, const Field& field) const {
   }
   row.changed = !original->Name().empty() && row.value != row.originalValue;
   if (list != kNew) {
+    row.need = NeedOf(name);
     const auto state = Merge().StateOf(name);
     row.commentedOut = state != FileMerge::SettingState::kActive;
     row.staysCommentedOut = state == FileMerge::SettingState::kCommentedOut;

@@ -165,6 +165,10 @@ Button FileWindow::Ask(Message key, int style, std::initializer_list<StringView>
   return ShowMessage(context_.with.messages, context_.with.language.Text(key), style, placeholders);
 }
 
+const String& FileWindow::NeedOf(StringView name) const {
+  return TheLanguage().Text(Merge().IsMandatory(name) ? Message::kMandatory : Message::kOptional);
+}
+
 void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String comment) {
   box->setAccessibleName(ToQString(name));
   // The same text again would lose what is selected in it. The box ends its lines in its own way.

@@ -79,6 +79,9 @@ class FileWindow : public QDialog {
   /// @return what the question on closing says besides; empty for nothing.
   [[nodiscard]] virtual String ClosingRemark() const { return {}; }
 
+  /// @return in a word, whether the distribution needs the setting.
+  [[nodiscard]] const String& NeedOf(StringView name) const;
+
   /// Shows the comment of the setting or series entry of that name, by which the box is read out.
   static void ShowComment(QPlainTextEdit* box, StringView name, String comment);
 

@@ -19,11 +19,15 @@ class UpdaterListsTest : public OpenUpdater {
   void OpenOwn(Layout layout = Layout::kServer, std::string_view old = {}) {
     Open(kReleased, kOwn, layout, old);
   }
-  /// @return what is said about the rows of a list, joined by "|".
+  QString Said(int list, int row) {
+    return List(list)->item(row)->data(Qt::AccessibleDescriptionRole).toString();
+  }
+  /// @return what is said about the rows of a list but for "Mandatory" and "Optional", joined by
+  /// "|".
   QString Said(int list) {
     QStringList rows;
     for (int row = 0; row < List(list)->count(); ++row) {
-      rows << List(list)->item(row)->data(Qt::AccessibleDescriptionRole).toString();
+      rows << Said(list, row).remove("; Mandatory").remove("; Optional");
     }
     return rows.join('|');
   }
@@ -44,6 +48,8 @@ class UpdaterListsTest : public OpenUpdater {
       QCOMPARE(Said(kNew), "1; perhaps renamed from Net_Port|2|3");
       QCOMPARE(Said(kKept), "4|50; Original Value: 5|6; " + state + "|7");
       QCOMPARE(Said(kObsolete), "10|8; " + state);
+      QCOMPARE(Said(kNew, 1) + ' ' + Said(kKept, 0) + ' ' + Said(kObsolete, 0),
+               "2 4; Mandatory 10; Optional");
       QCOMPARE(List(kObsolete)->item(1)->toolTip(), "old: 8\n" + state);
       QVERIFY(!IsBold(0) && IsBold(1) && !IsBold(2));
     }
