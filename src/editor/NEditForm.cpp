@@ -64,11 +64,8 @@ void NEditForm::CreateControls() {
   find_->setParent(frame_);
   xEDG_ = new EditGridView(*this, frame_);
   xEDG_->setObjectName("xEDG");
-  comments_ = new QPlainTextEdit(frame_);
+  comments_ = MakeComments(frame_);
   comments_->setObjectName("Comments");
-  comments_->setReadOnly(true);
-  comments_->setTabChangesFocus(true);
-  comments_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   series_ = new SeriesTabs(frame_);
   // In front of the frame, which would cut off what a large font lets reach over its edge.
   apply_ = new QPushButton(this);
@@ -150,10 +147,8 @@ void NEditForm::AddClipboardActions() {
     connect(box, &QWidget::customContextMenuRequested, this,
             [this, box](QPoint place) { ShowContextMenu(box, place); });
   }
-  for (QWidget* const control :
-       std::initializer_list<QWidget*>{xEDG_->TextEditor(), comments_, xEDG_}) {
-    UndoInMerge(control);
-  }
+  UndoInMerge(xEDG_->TextEditor());
+  UndoInMerge(xEDG_);
 }
 
 void NEditForm::AddSettingActions() {
@@ -186,11 +181,7 @@ void NEditForm::Switch() {
   std::vector<String> names;
   for (const int row : xEDG_->SelectedRows()) names.emplace_back(SettingOf(row)->Name());
   if (names.empty()) return;
-  const bool active = Merge().IsWantedActive(SettingOf(xEDG_->Grid().Row())->Name());
-  const std::vector<String> refused = Merge().SwitchSettings(names, !active);
-  xEDG_->Refresh();
-  ShowChanged();
-  if (!refused.empty()) Ask(Message::kCannotSwitchOff, message_style::kOk, {refused.front()});
+  SwitchSettings(names, SettingOf(xEDG_->Grid().Row())->Name(), [this] { xEDG_->Refresh(); });
 }
 
 void NEditForm::ShowContextMenu(QAbstractScrollArea* box, QPoint place) {

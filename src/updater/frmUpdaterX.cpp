@@ -117,10 +117,7 @@ void frmUpdaterX::ConnectEditors() {
       LoadEditor(value_, *lists_[changesList_], CurrentValue(changesList_));
     });
   }
-  for (QWidget* const control :
-       std::initializer_list<QWidget*>{originalValue_, actualValue_, value_, comments_}) {
-    UndoInMerge(control);
-  }
+  for (ValueEdit* const editor : {originalValue_, actualValue_, value_}) UndoInMerge(editor);
 }
 
 void frmUpdaterX::ConnectFindBar() {
@@ -235,11 +232,7 @@ void frmUpdaterX::Switch() {
   const auto current = lists_[list]->CurrentName();
   if (!current) return;
   const std::vector<String> names = lists_[list]->HighlightedNames();
-  const bool active = Merge().IsWantedActive(*current);
-  const std::vector<String> refused = Merge().SwitchSettings(names, !active);
-  ShowChanged();
-  RefreshRows(list, names);
-  if (!refused.empty()) Ask(Message::kCannotSwitchOff, kInformation, {refused.front()});
+  SwitchSettings(names, *current, [this, list, &names] { RefreshRows(list, names); });
 }
 
 void frmUpdaterX::TakeNewDefault() {

@@ -97,10 +97,7 @@ void frmUpdaterX::MakeControls() {
   QPalette flat;
   flat.setColor(QPalette::Base, Qt::transparent);  // looks like what it is
   value_->setPalette(flat);
-  comments_ = new QPlainTextEdit;
-  comments_->setReadOnly(true);
-  comments_->setTabChangesFocus(true);
-  comments_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  comments_ = MakeComments(nullptr);
   series_ = new SeriesTabs;
   tabLists_ = new QTabWidget;
 }

@@ -169,6 +169,24 @@ const String& FileWindow::NeedOf(StringView name) const {
   return TheLanguage().Text(Merge().IsMandatory(name) ? Message::kMandatory : Message::kOptional);
 }
 
+void FileWindow::SwitchSettings(const std::vector<String>& names, StringView current,
+                                const std::function<void()>& show) {
+  const bool active = Merge().IsWantedActive(current);
+  const std::vector<String> refused = Merge().SwitchSettings(names, !active);
+  show();
+  ShowChanged();
+  if (!refused.empty()) Ask(Message::kCannotSwitchOff, kInformation, {refused.front()});
+}
+
+QPlainTextEdit* FileWindow::MakeComments(QWidget* parent) {
+  auto* const box = new QPlainTextEdit(parent);
+  box->setReadOnly(true);
+  box->setTabChangesFocus(true);
+  box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  UndoInMerge(box);
+  return box;
+}
+
 void FileWindow::ShowComment(QPlainTextEdit* box, StringView name, String comment) {
   box->setAccessibleName(ToQString(name));
   // The same text again would lose what is selected in it. The box ends its lines in its own way.

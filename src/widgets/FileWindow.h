@@ -2,6 +2,8 @@
 
 #include <QDialog>
 #include <cstdint>
+#include <functional>
+#include <vector>
 
 #include "widgets/FileContext.h"
 
@@ -69,6 +71,12 @@ class FileWindow : public QDialog {
   /// the server's file, and then has no unsaved changes.
   void Save();
 
+  /// Comments the settings out, or makes them active where the current one is commented out. Those
+  /// that cannot be are named in a message.
+  /// @param show shows the new states, before the message
+  void SwitchSettings(const std::vector<String>& names, StringView current,
+                      const std::function<void()>& show);
+
   /// Shows a message. @return the pressed button.
   Button Ask(Message key, int style, std::initializer_list<StringView> placeholders = {});
 
@@ -81,6 +89,9 @@ class FileWindow : public QDialog {
 
   /// @return in a word, whether the distribution needs the setting.
   [[nodiscard]] const String& NeedOf(StringView name) const;
+
+  /// @return a new box for comments, which can be read and copied by mouse and keyboard.
+  QPlainTextEdit* MakeComments(QWidget* parent);
 
   /// Shows the comment of the setting or series entry of that name, by which the box is read out.
   static void ShowComment(QPlainTextEdit* box, StringView name, String comment);

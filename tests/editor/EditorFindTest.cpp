@@ -84,7 +84,7 @@ class EditorFindTest : public OpenEditor {
     }
     ClickCell(5, 0);
     Keys("Ctrl+T");
-    QCOMPARE(messages_.Take().size(), 1);  // a note cannot be commented out
+    QVERIFY(messages_.Take().front().startsWith("[64] The setting note cannot"));
     ClickCell(2, 0);
     Keys("Ctrl+T");
     QVERIFY(!Font(2, 0).strikeOut());
