@@ -102,10 +102,7 @@ CellMarks NEditForm::MarksOf(int row, int col) const {
   marks.pale = state != FileMerge::SettingState::kActive;
   marks.struckOut = col == kName && state == FileMerge::SettingState::kCommentedOut;
   marks.bold = col == kActualValue && Merge().IsChanged(row - 1);
-  if (marks.pale) {
-    const bool stays = state == FileMerge::SettingState::kCommentedOut;
-    marks.remark = TheLanguage().Text(stays ? Message::kCommentedOut : Message::kBecomesActive);
-  }
+  marks.remark = StateRemark(state, TheLanguage());
   return marks;
 }
 

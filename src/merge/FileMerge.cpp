@@ -243,8 +243,8 @@ bool FileMerge::IsEdited(int index) const {
 
 bool FileMerge::IsChanged(int index) const {
   const auto setting = documents_.server->Fields().Field(index);
-  return ItemOf(*setting, *documents_.distribution->Fields().Field(setting->Name()), {})
-      .IsChanged();
+  const auto original = documents_.distribution->Fields().Field(setting->Name());
+  return !original->Name().empty() && setting->Value() != original->Value();
 }
 
 bool FileMerge::IsShown(int index, const SettingFilter& filter) const {

@@ -139,6 +139,11 @@ class FileMerge {
   /// @return what the next save makes of the setting's line in the server's file.
   [[nodiscard]] SettingState StateOf(StringView name) const;
 
+  /// @param original the distribution's setting of that name, or one without a name
+  /// @return what a setting of any list is; its texts are the arguments'.
+  [[nodiscard]] SettingFilter::Item ItemOf(const Field& setting, const Field& original,
+                                           StringView comment) const;
+
   // The server's settings with `Purpose::kEdit`, by their indexes.
 
   /// @return whether value or state have changed since the file was read or last saved.
@@ -270,8 +275,6 @@ class FileMerge {
   void KeepSeen();
   [[nodiscard]] bool Prepare();
   void RememberSaved();
-  [[nodiscard]] SettingFilter::Item ItemOf(const Field& setting, const Field& original,
-                                           StringView comment) const;
 
   /// Makes a change that is one step of the history, or part of the one with the same topic.
   /// @param change returns how much it has changed; nothing is no step

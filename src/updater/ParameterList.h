@@ -21,12 +21,11 @@ struct SettingRow {
   String remark;         ///< what else is to be said
   String mark;           ///< a sign before the distribution's value; empty for none
   String note;           ///< what of the remark has room in the row
-  String need = {};      ///< is read out, where the tick does not mean it; else empty
+  String need;           ///< is read out, where the tick does not mean it; else empty
   bool ticked = false;
   bool changed = false;  ///< the two values differ
   bool commentedOut = false;
   bool staysCommentedOut = false;  ///< when it is saved
-  bool newDefault = false;         ///< the release has changed its default
   bool shown = true;               ///< else a filter hides it
 };
 

@@ -76,10 +76,9 @@ class frmUpdaterX : public FileWindow {
 
   /// @return how a list shows the setting of one of its fields, but for its tick.
   [[nodiscard]] SettingRow RowOf(int list, const Field& field) const;
-  [[nodiscard]] bool IsShown(const SettingRow& row, int list) const;
   /// @return what else is to be said about a setting, all of it or but for a changed default.
   [[nodiscard]] String RemarkOf(int list, StringView name) const;
-  [[nodiscard]] String StateRemark(int list, StringView name) const;
+  [[nodiscard]] String NoteOf(int list, StringView name) const;
   [[nodiscard]] std::optional<DefaultChange> DefaultChangeIn(int list, StringView name) const;
 
   /// Shows what a changed value or state has changed in the rows of those names.

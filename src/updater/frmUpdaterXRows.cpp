@@ -63,32 +63,26 @@ void frmUpdaterX::FillAgain(std::optional<int> unticked) {
 
 SettingRow frmUpdaterX::RowOf(int list, const Field& field) const {
   const StringView name = field.Name();
+  const SettingFilter filter = find_->Filter();
   const auto original = Merge().DistributionSettings().Fields().Field(name);
-  SettingRow row{
-      String(name), String(field.Value()),  String(original->Value()), RemarkOf(list, name),
-      {},           StateRemark(list, name)};
+  const String comment = filter.ShowsAll() ? String() : Merge().Comment(name);
+  const SettingFilter::Item item = Merge().ItemOf(field, *original, comment);
+  SettingRow row;
+  row.name = name;
+  row.value = item.value;
+  row.originalValue = item.originalValue;
+  row.remark = RemarkOf(list, name);
+  row.note = NoteOf(list, name);
   if (const auto change = DefaultChangeIn(list, name)) {
     row.mark = DefaultMark(change->kind);
     row.note = Joined(OldDefaultRemark(*change, TheLanguage()), row.note);
-    row.newDefault = true;
   }
-  row.changed = !original->Name().empty() && row.value != row.originalValue;
-  if (list != kNew) {
-    row.need = NeedOf(name);
-    const auto state = Merge().StateOf(name);
-    row.commentedOut = state != FileMerge::SettingState::kActive;
-    row.staysCommentedOut = state == FileMerge::SettingState::kCommentedOut;
-  }
-  row.shown = IsShown(row, list);
+  if (list != kNew) row.need = NeedOf(name);
+  row.changed = item.IsChanged();
+  row.commentedOut = item.commentedOut;
+  row.staysCommentedOut = Merge().StateOf(name) == FileMerge::SettingState::kCommentedOut;
+  row.shown = filter.Shows(item);
   return row;
-}
-
-bool frmUpdaterX::IsShown(const SettingRow& row, int list) const {
-  const SettingFilter filter = find_->Filter();
-  if (filter.ShowsAll()) return true;
-  const String comment = Merge().Comment(row.name);
-  return filter.Shows({row.name, row.value, row.originalValue, comment, list != kObsolete,
-                       row.commentedOut, row.newDefault});
 }
 
 std::optional<DefaultChange> frmUpdaterX::DefaultChangeIn(int list, StringView name) const {
@@ -97,24 +91,13 @@ std::optional<DefaultChange> frmUpdaterX::DefaultChangeIn(int list, StringView n
 
 String frmUpdaterX::RemarkOf(int list, StringView name) const {
   const auto change = DefaultChangeIn(list, name);
-  return Joined(change ? DefaultRemark(*change, TheLanguage()) : String(), StateRemark(list, name));
+  return Joined(change ? DefaultRemark(*change, TheLanguage()) : String(), NoteOf(list, name));
 }
 
-String frmUpdaterX::StateRemark(int list, StringView name) const {
-  if (list == kNew) {
-    const auto old = Merge().RenamedFrom(name);
-    if (!old) return {};
-    return FinishedText(TheLanguage().Text(Message::kPerhapsRenamed), {*old});
-  }
-  switch (Merge().StateOf(name)) {
-    case FileMerge::SettingState::kCommentedOut:
-      return TheLanguage().Text(Message::kCommentedOut);
-    case FileMerge::SettingState::kBecomesActive:
-      return TheLanguage().Text(Message::kBecomesActive);
-    case FileMerge::SettingState::kActive:
-      break;
-  }
-  return {};
+String frmUpdaterX::NoteOf(int list, StringView name) const {
+  if (list != kNew) return StateRemark(Merge().StateOf(name), TheLanguage());
+  const auto old = Merge().RenamedFrom(name);
+  return old ? FinishedText(TheLanguage().Text(Message::kPerhapsRenamed), {*old}) : String();
 }
 
 void frmUpdaterX::RefreshRows(int list, const std::vector<String>& names) {

@@ -19,4 +19,16 @@ String OldDefaultRemark(const DefaultChange& change, const Language& language) {
   return FinishedText(language.Text(Message::kOldDefault), {change.oldDefault});
 }
 
+String StateRemark(FileMerge::SettingState state, const Language& language) {
+  switch (state) {
+    case FileMerge::SettingState::kCommentedOut:
+      return language.Text(Message::kCommentedOut);
+    case FileMerge::SettingState::kBecomesActive:
+      return language.Text(Message::kBecomesActive);
+    case FileMerge::SettingState::kActive:
+      break;
+  }
+  return {};
+}
+
 }  // namespace quenmar

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "compare/ReleaseChanges.h"
+#include "merge/FileMerge.h"
 #include "registry/Language.h"
 
 namespace quenmar {
@@ -14,6 +15,9 @@ namespace quenmar {
 
 /// @return the old default alone, in words.
 [[nodiscard]] String OldDefaultRemark(const DefaultChange& change, const Language& language);
+
+/// @return what a save makes of a setting's line, in words; empty for one that is active already.
+[[nodiscard]] String StateRemark(FileMerge::SettingState state, const Language& language);
 
 /// The sign of a series entry that the release has withdrawn and that is still on.
 inline constexpr StringView kWithdrawnMark = u"\u25CB";  // a circle

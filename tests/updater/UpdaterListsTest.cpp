@@ -178,6 +178,11 @@ class UpdaterListsTest : public OpenUpdater {
       QCOMPARE(Items(kKept), shown[choice]);
       QVERIFY(!List(kKept)->currentItem()->isHidden());
     }
+    choices->setCurrentIndex(1);
+    messages_.Answer({Button::kYes});
+    Click(kKept, 1, true);
+    Press("cmdMove1");
+    QCOMPARE(Items(kObsolete), "mine");  // still changed
   }
 
   void ChangedDefaultsAreMarkedAndTaken() {
