@@ -23,6 +23,17 @@ inline constexpr float kQuietest = 0.62F;
   return Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), kQuietest);
 }
 
+/// Makes the highlight of a list that is not the one that matters pale.
+inline void MakeHighlightPale(QPalette& palette) {
+  constexpr float kShare = 0.25F;  // of the highlight's colour, over the list's
+  for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+    const QColor base = palette.color(group, QPalette::Base);
+    const QColor highlight = palette.color(group, QPalette::Highlight);
+    palette.setColor(group, QPalette::Highlight, Mixed(base, highlight, kShare));
+    palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
+  }
+}
+
 /// @return a strong colour of that hue in which text is readable on the background.
 [[nodiscard]] inline QColor ReadableOn(const QColor& background, int hue) {
   constexpr int kSaturation = 220;

@@ -35,16 +35,9 @@ void ListDelegate::SetPale(QAbstractItemView* view, bool pale) {
 }
 
 void ListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-  constexpr float kShare = 0.25F;  // of the highlight's colour, over the list's
   QStyledItemDelegate::initStyleOption(option, index);
   if (option->widget == nullptr || !option->widget->property(kPaleProperty).toBool()) return;
-  QPalette& palette = option->palette;
-  for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-    const QColor base = palette.color(group, QPalette::Base);
-    const QColor highlight = palette.color(group, QPalette::Highlight);
-    palette.setColor(group, QPalette::Highlight, Mixed(base, highlight, kShare));
-    palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
-  }
+  MakeHighlightPale(option->palette);
 }
 
 void ListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -10,12 +10,6 @@
 
 namespace quenmar {
 
-namespace {
-
-constexpr float kPale = 0.25F;  // of the highlight's colour, over the list's
-
-}  // namespace
-
 SelectionLead::SelectionLead(QList<QAbstractItemView*> views, QObject* parent)
     : QObject(parent), views_(std::move(views)), lead_(views_.front()) {
   for (QAbstractItemView* const view : views_) view->installEventFilter(this);
@@ -40,12 +34,7 @@ void SelectionLead::Colour() {
     view->setPalette({});  // the inherited one
     if (view == lead_) continue;
     QPalette pale = view->palette();
-    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-      const QColor base = pale.color(group, QPalette::Base);
-      const QColor highlight = pale.color(group, QPalette::Highlight);
-      pale.setColor(group, QPalette::Highlight, Mixed(base, highlight, kPale));
-      pale.setColor(group, QPalette::HighlightedText, pale.color(group, QPalette::Text));
-    }
+    MakeHighlightPale(pale);
     view->setPalette(pale);
   }
 }

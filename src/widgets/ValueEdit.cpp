@@ -8,6 +8,7 @@
 
 #include "conf/ConfLine.h"
 #include "conf/Functions.h"
+#include "widgets/Colours.h"
 #include "widgets/QtText.h"
 
 namespace quenmar {
@@ -38,8 +39,8 @@ QString ReadBackWarning(StringView value, StringView warning) {
 
 void PaintWarningFrame(QPainter& painter, const QRect& place, const QPalette& palette) {
   constexpr int kWidth = 2;  // logical pixels
-  const bool dark = palette.base().color().lightness() < 128;
-  QPen pen(QColor::fromHsl(0, 220, dark ? 170 : 105), kWidth);
+  constexpr int kRed = 0;
+  QPen pen(ReadableOn(palette.base().color(), kRed), kWidth);
   pen.setJoinStyle(Qt::MiterJoin);
   painter.setPen(pen);
   painter.drawRect(place.adjusted(kWidth / 2, kWidth / 2, -kWidth / 2, -kWidth / 2));
