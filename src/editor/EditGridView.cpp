@@ -146,7 +146,7 @@ void EditGridView::Reload() {
 }
 
 void EditGridView::Refresh() {
-  grid_.EditorKeyPress(xEditGrid::kEnter);
+  grid_.CloseEditor();
   Follow();
 }
 

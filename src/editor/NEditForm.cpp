@@ -10,16 +10,10 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScreen>
-#include <QStyle>
-#include <QTabBar>
-#include <QTextDocument>
 #include <QTextDocumentFragment>
-#include <algorithm>
 #include <utility>
 
 #include "conf/Functions.h"
-#include "docmodel/XmlText.h"
 #include "editor/EditGridView.h"
 #include "widgets/DefaultRemark.h"
 #include "widgets/DragBar.h"

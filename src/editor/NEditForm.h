@@ -9,7 +9,6 @@ class QAbstractItemView;
 class QAbstractScrollArea;
 class QAction;
 class QGroupBox;
-class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 

@@ -83,7 +83,7 @@ bool xEditGrid::SetHiddenRows(std::vector<bool> hidden) {
   if (!IsRowHidden(row_)) return true;
   const int below = VisibleRow(row_, 1);
   const int row = below > 0 ? below : VisibleRow(row_, -1);
-  HideEditors();
+  CloseEditor();
   if (row > 0) MoveTo(row, col_);
   return true;
 }
@@ -146,7 +146,7 @@ void xEditGrid::Clear() {
   cells_.Clear();
   hidden_.clear();
   FillHeader(0);
-  HideEditors();
+  CloseEditor();
 }
 
 std::shared_ptr<Document> xEditGrid::XMLData() const {
@@ -190,7 +190,7 @@ void xEditGrid::MoveTo(int row, int col) {
   row = std::clamp(row, std::min(1, Rows() - 1), Rows() - 1);
   col = std::clamp(col, 0, Cols() - 1);
   if (row == row_ && col == col_) return;
-  HideEditors();
+  CloseEditor();
   row_ = row;
   col_ = col;
   events_.RowColChange();
@@ -217,7 +217,7 @@ bool xEditGrid::TakesText() const {
 
 void xEditGrid::StartEdit() {
   GrowAtLastRow();
-  HideEditors();
+  CloseEditor();
   if (row_ > 0 && !IsRowHidden(row_) && !ReadOnly(col_)) {
     // Any type but "0" opens the list, though only "1" has its labels translated.
     const bool text = TakesText();
@@ -228,7 +228,7 @@ void xEditGrid::StartEdit() {
   events_.Click();
 }
 
-void xEditGrid::HideEditors() {
+void xEditGrid::CloseEditor() {
   state_ = EditState::kIdle;
   editorText_.clear();
   entries_.clear();
@@ -290,7 +290,7 @@ void xEditGrid::EditorKeyDown(int keyCode) {
 }
 
 void xEditGrid::EditorKeyPress(char16_t character) {
-  if (character == kEnter) HideEditors();
+  if (character == kEnter) CloseEditor();
 }
 
 void xEditGrid::GridKeyPress(char16_t character) {
@@ -299,11 +299,11 @@ void xEditGrid::GridKeyPress(char16_t character) {
 }
 
 void xEditGrid::EditorLostFocus(EditState editor) {
-  if (editor == state_) HideEditors();
+  if (editor == state_) CloseEditor();
 }
 
 void xEditGrid::Scrolled() {
-  HideEditors();
+  CloseEditor();
   int row = row_;
   int col = col_;
   events_.Scroll(row, col);

@@ -140,12 +140,13 @@ class xEditGrid {
   [[nodiscard]] EditState State() const { return state_; }
   /// @return the text editor's text; empty unless it is visible.
   [[nodiscard]] const String& EditorText() const { return editorText_; }
-  /// @return where the text editor's caret belongs after an action, in characters.
-  [[nodiscard]] int Caret() const { return static_cast<int>(editorText_.size()); }
   /// @return the labels in the drop-down list; empty unless it is visible.
   [[nodiscard]] const std::vector<String>& Entries() const { return entries_; }
   /// @return the index of the selected entry, -1 for none.
   [[nodiscard]] int SelectedEntry() const { return selectedEntry_; }
+
+  /// Hides the editor. What was typed or chosen in it is in the cell already.
+  void CloseEditor();
 
   // The user's actions. Each raises its events before it returns.
 
@@ -177,7 +178,6 @@ class xEditGrid {
   /// @return the nearest visible row in that direction, `row` not included; 0 when there is none.
   [[nodiscard]] int VisibleRow(int row, int step) const;
   void GrowAtLastRow();
-  void HideEditors();
   void ShowCellInEditor();
   [[nodiscard]] bool Commit(const String& value);
 

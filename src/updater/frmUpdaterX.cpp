@@ -162,7 +162,7 @@ void frmUpdaterX::UpdateButtons() {
     moves_[k]->setEnabled(!lists_[k]->TickedNames(true).empty());
   }
   const bool onChanges = ShownList() != kKept;
-  addMandatory_->setEnabled(onChanges && mandatoryMissing_);
+  addMandatory_->setEnabled(onChanges && !Merge().MissingMandatory().empty());
   takeOldValue_->setEnabled(onChanges && fresh && Merge().RenamedFrom(*fresh));
   // Saved as settings only, every setting is active.
   switch_->setEnabled(ShownList() != kNew && lists_[ShownList()]->CurrentName() &&

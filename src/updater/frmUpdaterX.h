@@ -110,8 +110,7 @@ class frmUpdaterX : public FileWindow {
   [[nodiscard]] const Document& Tree(int list) const;
   [[nodiscard]] String CurrentValue(int list) const;
 
-  bool mandatoryMissing_ = false;  // since the lists were filled
-  int changesList_ = 0;            // the list of the page "Changes" that the user turned to last
+  int changesList_ = 0;  // the list of the page "Changes" that the user turned to last
 
   QTabWidget* tabLists_ = nullptr;
   std::array<ParameterList*, 3> lists_{};

@@ -42,7 +42,6 @@ void frmUpdaterX::FillListsTicking(const std::array<std::vector<String>, 3>& tic
   for (size_t page = 0; page < remarks_.size(); ++page) {
     remarks_[page]->setVisible(haveRemarks[page]);
   }
-  mandatoryMissing_ = !Merge().MissingMandatory().empty();
   if (lists_[changesList_]->count() == 0) {
     changesList_ = lists_[kNew]->count() > 0 ? kNew : kObsolete;
   }
