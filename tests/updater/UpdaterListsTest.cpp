@@ -105,6 +105,7 @@ class UpdaterListsTest : public OpenUpdater {
     Press("cmdAddMandatory");
     QCOMPARE(Items(kNew), "may");
     QVERIFY(!IsEnabled("cmdAddMandatory"));
+    QVERIFY(Find<QWidget>("cmdAddMandatory")->accessibleDescription().startsWith("[x] New"));
     Keys("Ctrl+Z");
     Press("cmdSelectAll0");
     Press("cmdMove0");
@@ -197,6 +198,7 @@ class UpdaterListsTest : public OpenUpdater {
     QCOMPARE(Said(kKept), "4|50; Original Value: 5; " + both + "|1; Original Value: 2; " +
                               untouched + "; commented out|1; Original Value: 2; " + untouched);
     QVERIFY(!IsEnabled("cmdTakeNewDefault"));
+    QCOMPARE(Find<QWidget>("cmdTakeNewDefault")->accessibleDescription(), "Parameters:");
     Filter("");
     Find<QComboBox>("cmbFind")->setCurrentIndex(2);
     Keys("Return");
