@@ -94,9 +94,7 @@ class Difference {
       range = parts.back();
       parts.pop_back();
       DropEqualEnds(range);
-      const bool both = range.oldBegin < range.oldEnd && range.newBegin < range.newEnd;
-      const std::vector<Match> anchors =
-          both ? LongestInOrder(UniqueMatches(before_, after_, range)) : std::vector<Match>();
+      const std::vector<Match> anchors = LongestInOrder(UniqueMatches(before_, after_, range));
       if (anchors.empty()) {
         Report(range);
         continue;

@@ -34,7 +34,6 @@ void SeriesTabs::AddList(int index) {
   room->setContentsMargins({});
   room->addWidget(list);
   addTab(page, QString());
-  setTabVisible(index, false);
   connect(list, &QListWidget::itemChanged, this, [this, index, list](QListWidgetItem* item) {
     emit ItemChecked(index, list->row(item), item->checkState() == Qt::Checked);
   });
@@ -62,7 +61,6 @@ void SeriesTabs::Load(const SeriesGroups& groups) {
       const QString name = ToQString(groups.List(index, item));
       auto* const entry = new QListWidgetItem(name, list);
       entry->setData(kName, name);
-      entry->setFlags(entry->flags() | Qt::ItemIsUserCheckable);
       entry->setCheckState(groups.Selected(index, item) ? Qt::Checked : Qt::Unchecked);
     }
     if (used) list->setCurrentRow(0);

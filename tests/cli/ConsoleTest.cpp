@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/ConsoleFixture.h"
+#include "cli/Terminal.h"
 
 namespace quenmar {
 namespace {
@@ -82,6 +83,15 @@ TEST_F(ConsoleTest, ADamagedRegistryFileCostsOneLine) {
   EXPECT_EQ(std::count(err_.begin(), err_.end(), '\n'), 3) << "one line, then the save's two";
   EXPECT_EQ(Read("options.reg"), "no registry");
 }
+
+#ifndef _WIN32  // where the system keeps the arguments in its own characters
+TEST(Terminal, GivesTheArgumentsBehindTheProgramsName) {
+  std::string words[] = {"quenmarctl", "check", "a b"};
+  char* arguments[] = {words[0].data(), words[1].data(), words[2].data()};
+  EXPECT_THAT(CommandLineArguments(3, arguments), ::testing::ElementsAre("check", "a b"));
+  EXPECT_THAT(CommandLineArguments(0, arguments), ::testing::IsEmpty());
+}
+#endif
 
 }  // namespace
 }  // namespace quenmar
