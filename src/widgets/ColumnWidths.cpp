@@ -62,7 +62,6 @@ bool ColumnWidths::eventFilter(QObject* watched, QEvent* event) {
     Apply();
   } else if (event->type() == QEvent::Hide && watched == table_ && chosen_ && !key_.isEmpty()) {
     StateFile().setValue(key_, QVariantList(wanted_.begin(), wanted_.end()));
-    chosen_ = false;
   }
   return QObject::eventFilter(watched, event);
 }

@@ -36,7 +36,7 @@ class ColumnWidths : public QObject {
   QList<int> first_;
   QList<int> wanted_;
   bool applying_ = false;
-  bool chosen_ = false;  // the user has chosen widths since they were stored
+  bool chosen_ = false;  // the user has chosen widths
 };
 
 }  // namespace quenmar

@@ -61,7 +61,6 @@ void SeriesTabs::Load(const SeriesGroups& groups) {
       const QString name = ToQString(groups.List(index, item));
       auto* const entry = new QListWidgetItem(name, list);
       entry->setData(kName, name);
-      entry->setCheckState(groups.Selected(index, item) ? Qt::Checked : Qt::Unchecked);
     }
     if (used) list->setCurrentRow(0);
   }

@@ -18,10 +18,11 @@ class SeriesTabs : public QTabWidget {
  public:
   explicit SeriesTabs(QWidget* parent = nullptr);
 
-  /// Shows at most ten groups; the first item of each list becomes current. Nothing is signalled.
+  /// Shows at most ten groups, yet without check marks; the first item of each list becomes
+  /// current. Nothing is signalled.
   void Load(const SeriesGroups& groups);
 
-  /// Shows other check marks for the groups that were loaded. Nothing is signalled.
+  /// Shows the check marks of the groups that were loaded. Nothing is signalled.
   void ShowChecks(const SeriesGroups& groups);
 
   [[nodiscard]] const QList<QListWidget*>& Lists() const { return lists_; }

@@ -101,7 +101,7 @@ class FoldersTest : public MainFixture {
     From()->setFocus();
     QAbstractItemView* const offered = From()->completer()->popup();
     From()->completer()->setModel(new QStringListModel({Folder("empty")}, From()));
-    QTest::keyClicks(From(), Folder("emp"));
+    QTest::keyClicks(From(), Folder("Emp"));
     QTRY_VERIFY(offered->isVisible());
     QTest::keyClick(offered, Qt::Key_Down);
     QTest::keyClick(offered, Qt::Key_Return);

@@ -96,6 +96,7 @@ class MainTest : public MainFixture {
     window_->resize(small);
     QCOMPARE(window_->size(), small);
     PressAndClose("Command5", [small](QWidget* window) {
+      QVERIFY(!Busy());
       window->resize(small);
       QCOMPARE(window->size(), small);
       QCoreApplication::processEvents();
@@ -152,6 +153,7 @@ class MainTest : public MainFixture {
       const QString title = PressAndClose("Command3", [first](QWidget* window) {
         const auto* const cells = window->findChild<QTableView*>("xEDG")->model();
         QCOMPARE(cells->index(0, 0).data().toString(), first);
+        QVERIFY(!Busy());
       });
       QVERIFY(title.startsWith("Editing a.conf") && !Busy());
       Get<QCheckBox>("Check1")->click();
