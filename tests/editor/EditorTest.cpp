@@ -269,6 +269,8 @@ class EditorTest : public OpenEditor {
     }
     PressKeys(view, "Return");
     QVERIFY(list->isHidden() && view.hasFocus());
+    PressKeys(view, "Return Return");
+    QCOMPARE(list->count(), 3);
 
     PressKeys(view, "Left Return n o");
     QCOMPARE(view.findChild<QLineEdit*>("T")->text(), "n");
