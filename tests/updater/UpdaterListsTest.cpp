@@ -1,5 +1,3 @@
-#include <QStyleFactory>
-
 #include "updater/OpenUpdater.h"
 #include "widgets/SeriesTabs.h"
 
@@ -240,33 +238,6 @@ class UpdaterListsTest : public OpenUpdater {
     QCOMPARE(Items(maps), QString("+a  \u25CB +own b"));
     QCOMPARE(checked.count(), 2);
     QCOMPARE(selected.count(), 1);
-  }
-
-  void ValuesArePaleButInASelectedRow() {
-    const std::string value(40, 'x');
-    Open("c: 1", "a: " + value + "\r\nb: " + value + "\r\n");
-    auto* const list = List(kObsolete);
-    QStyle* const style = QStyleFactory::create("Fusion");
-    style->setParent(list);
-    list->setStyle(style);
-    QPalette palette;
-    palette.setColor(QPalette::Highlight, palette.color(QPalette::Base));
-    palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
-    list->setPalette(palette);
-    QFont large = list->font();
-    large.setPixelSize(40);  // letters have pixels of their own colour
-    list->setFont(large);
-    const QImage shown = list->viewport()->grab().toImage();
-    for (const int row : {0, 1}) {
-      const QRect item = list->visualItemRect(list->item(row)).adjusted(0, 5, -5, -5);
-      int darkest = 255;
-      for (int y = item.top(); y <= item.bottom(); ++y) {
-        for (int x = item.center().x(); x <= item.right(); ++x) {
-          darkest = std::min(darkest, qGray(shown.pixel(x, y)));
-        }
-      }
-      QVERIFY(row == 0 ? darkest < 20 : darkest > 50 && darkest < 120);
-    }
   }
 
   void MenusOfferWhatKeysDo() {

@@ -187,28 +187,23 @@ class UpdaterTest : public OpenUpdater {
     OpenSample();
     const auto* const undo = Find<QAction>("Undo");
     const auto* const redo = Find<QAction>("Redo");
-    QVERIFY(!undo->isEnabled() && !redo->isEnabled());
     Press("cmdSelectAll2");
     auto* const maps = Find<QListWidget>("lstSeries0");
-    const std::function<void()> steps[] = {
-        [this] { Type("txtOriginalValue", "x//y"); }, [this] { Press("cmdMove0"); },
-        [this] { Type("txtActualValue", "x//y"); }, [this] { Press("cmdMove2"); },
-        [maps] { QTest::keyClick(maps, Qt::Key_Space); }};
     const auto state = [&] {
-      const std::string values = Values(merge_->Tree(FileMerge::List::kNew)) +
-                                 Values(merge_->Tree(FileMerge::List::kKept));
       return Lists().remove('+') + Items(maps) + Text("txtActualValue") +
-             QString::fromStdString(values);
+             QString::fromStdString(Values(merge_->Tree(FileMerge::List::kNew)));
     };
     QStringList states{state()};
-    for (const auto& step : steps) {
+    for (const auto& step : std::initializer_list<std::function<void()>>{
+             [this] { Type("txtOriginalValue", "x"); }, [this] { Press("cmdMove0"); },
+             [this] { Type("txtActualValue", "x"); }, [this] { Press("cmdMove2"); },
+             [maps] { QTest::keyClick(maps, Qt::Key_Space); }}) {
       step();
-      QVERIFY(!states.contains(state()));
       states << state();
       QCOMPARE(window_->isWindowModified(), states.size() > 2);  // a new value is not saved
     }
-    const auto count = states.size();
-    for (auto i = count - 2; i >= 0; --i) {
+    for (int i = 4; i >= 0; --i) {
+      QVERIFY(undo->isEnabled());
       Keys("Ctrl+Z");
       QCOMPARE(state(), states[i]);
       QCOMPARE(window_->isWindowModified(), i > 1);
@@ -216,8 +211,8 @@ class UpdaterTest : public OpenUpdater {
     QVERIFY(!undo->isEnabled());
     Find<QLineEdit>("txtOriginalValue")->setFocus();
     Keys("Ctrl+Z");  // nothing, also not in the editor
-    QCOMPARE(state(), states[0]);
-    for (int i = 1; i < count; ++i) {
+    for (int i = 1; i <= 5; ++i) {
+      QVERIFY(redo->isEnabled());
       Keys(i % 2 == 0 ? "Ctrl+Y" : "Ctrl+Shift+Z");
       QCOMPARE(state(), states[i]);
     }
