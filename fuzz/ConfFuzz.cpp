@@ -117,7 +117,7 @@ std::vector<String> SomeNames(const Document& tree, int step) {
   return names;
 }
 
-/// One run of the whole road with one input.
+/// Reads, compares, saves and reads again with one input.
 class Run {
  public:
   Run(const Folder& folder, unsigned choices)
@@ -204,9 +204,9 @@ class Run {
       return names.size() == common + others.size() && names == Names(whole);
     };
     Require(partition(comparison.NewFields(), *distribution.settings),
-            "each setting of the distribution is either new or actual");
+            "each setting of the distribution is either new or kept");
     Require(partition(comparison.DeletedFields(), *server.settings),
-            "each setting of the server is either actual or deleted");
+            "each setting of the server is either kept or obsolete");
   }
 
   void MoveSome(ChangeComparison& comparison) {
@@ -259,7 +259,6 @@ class Run {
     const bool existed = std::filesystem::exists(path);
     const std::string before = existed ? ReadBytes(path) : std::string();
     OpenedFile file = OpenedFile::FromDisk(path);
-    file.charset = charset;
     const ConfWriter writer(options_, language_, answers_);
     Require(writer.SaveBytes(file, ConfFileBytes(settings, groups, charset, options_, language_)),
             "what was read can be saved");
