@@ -9,13 +9,13 @@
 namespace quenmar {
 
 struct Arguments {
-  /// Takes the place of the system's own options store.
+  /// The registry file to use instead of the system's place.
   std::optional<Path> registry;
   std::optional<Main::Folders> folders;
 
-  /// Ends the program itself for --help, --version, arguments that it does not know, and where
-  /// there is no display. To be called before there is an application object: none of this needs a
-  /// display.
+  /// Parses the command line. For --help, --version, unknown arguments and a missing display it
+  /// prints a message and ends the program. Call it before the application object is created, which
+  /// needs a display.
   [[nodiscard]] static Arguments Parse(int argc, char** argv);
 };
 

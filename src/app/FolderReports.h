@@ -39,17 +39,18 @@ class FolderReports : public QObject {
   /// Treats the file as changed, even if its time and size are the same.
   void Forget(const String& file) { read_.erase(file); }
 
-  /// Neither reads nor watches any longer, and forgets the folders.
+  /// Stops reading and watching, and forgets the folders.
   void Stop();
 
  signals:
   /// A file was read.
   void Reported(const quenmar::FileReport& report);
 
-  /// So many files have been looked at; the last one when both numbers are the same.
+  /// `done` of `all` files have been read.
   void Progressed(int done, int all);
 
-  /// Something in the folders has changed, maybe a moment ago.
+  /// Something in the folders has changed. Changes that follow each other closely are reported
+  /// once.
   void DiskChanged();
 
  private:
@@ -72,7 +73,7 @@ class FolderReports : public QObject {
   const Language& language_;
   const SeenFiles& seen_;
   QTimer turns_;
-  QTimer settling_;  ///< gathers what happens on the disk at the same time
+  QTimer settling_;  ///< joins changes that follow each other closely
   QFileSystemWatcher watcher_;
   Path distribution_;
   Path server_;

@@ -326,7 +326,7 @@ void Main::FollowDisk() {
 void Main::Refuse(FolderBox& box, const FolderCheck& check) {
   if (!check.message) return;
   ShowMessage(messages_, language_.Text(*check.message), message_style::kOk, {check.placeholder});
-  // Else it may have gone to "Close", with the buttons before it disabled.
+  // Otherwise "Close" may have the focus, as the buttons before it are disabled.
   box.setFocus();
 }
 

@@ -47,7 +47,7 @@ class Main : public QWidget {
   void Activated();
 
  protected:
-  /// Coming back to the window looks whether the folders have changed.
+  /// Emits `Activated` when the window becomes the active one.
   bool event(QEvent* event) override;
 
   /// Enter presses the button that has the focus.
@@ -64,7 +64,7 @@ class Main : public QWidget {
   /// Stores what saved files are made of from now on. Only the program's own form can be sorted.
   void ChooseLayout(Layout layout);
 
-  /// What both folders are found to be.
+  /// The results of checking both folders.
   struct FolderChecks {
     FolderCheck distribution;
     FolderCheck server;
@@ -73,11 +73,12 @@ class Main : public QWidget {
   };
   [[nodiscard]] FolderChecks LookAtFolders() const;
 
-  /// Judges the folder of a box that was given a complete text.
+  /// Checks the folder in a box whose text is complete.
   void Judge(FolderBox& box);
-  /// Takes over what has changed in the folders, when neither a window nor a box is open.
+  /// Checks both folders again and shows what has changed. Does nothing while a window or a message
+  /// box is open.
   void Reread();
-  /// Sets list and buttons.
+  /// Sets the list of files and the buttons.
   void Take(const FolderCheck& check);
   void ListFiles(const std::vector<String>& files);
   void SelectFile(const QString& file);
@@ -85,16 +86,16 @@ class Main : public QWidget {
   /// Shows what the listed files need, or why there is nothing to show.
   void ShowOverview();
   [[nodiscard]] QString WhyNothingIsShown() const;
-  /// Takes over what has changed on the disk. Messages wait until the user comes back.
+  /// Shows what has changed on the disk. A new message waits until the window is active.
   void FollowDisk();
-  /// Shows the check's message, if it has one, and lets the user go on in the box.
+  /// Shows the check's message, if any, and gives the box the focus.
   void Refuse(FolderBox& box, const FolderCheck& check);
-  /// Judges what was typed and not judged yet.
+  /// Takes the boxes' texts as complete, and checks those that are new.
   void CompleteBoxes();
   void Pick(FolderBox& box, Message title);
   void Store(FolderBox& box, const QString& folder);
 
-  /// Runs a command; when an answer ends the application on the way, ends it.
+  /// Runs a command. Ends the application when the command throws `EndApplication`.
   void Run(void (Main::*command)());
   void Edit();
   void CheckChanges();

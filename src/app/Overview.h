@@ -13,8 +13,8 @@ class QTableView;
 
 namespace quenmar {
 
-/// A table with a row for each file of the distribution, which says what the file needs. It fills
-/// while the window answers, with a progress bar below it, and says why when it is empty.
+/// A table with one row for each file of the distribution: what the file needs. The window can be
+/// used while the files are read, which a progress bar shows; an empty table shows a reason.
 class Overview : public QWidget {
   Q_OBJECT
 
@@ -33,7 +33,7 @@ class Overview : public QWidget {
   /// Reports again on the files that have changed, and on all after a change of the options.
   void Refresh() { reports_.Refresh(); }
 
-  /// Takes the file for changed.
+  /// Treats the file as changed.
   void Forget(const String& file) { reports_.Forget(file); }
 
   /// Selects the row of a file; without such a row, none.
@@ -72,7 +72,7 @@ class Overview : public QWidget {
   FolderReports reports_;
   OverviewModel model_;
   int currentRow_ = -1;     ///< the selected row, where it was last scrolled to
-  bool selecting_ = false;  ///< not the user, but the window goes to a row
+  bool selecting_ = false;  ///< the window, not the user, changes the current row
 
   QSortFilterProxyModel* sorted_ = nullptr;
   QTableView* table_ = nullptr;

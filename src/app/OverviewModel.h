@@ -24,10 +24,10 @@ class OverviewModel : public QAbstractTableModel {
     kDefaults,
     kSeries,
     kRemarks,
-    kColumns,  ///< how many there are
+    kColumns,  ///< the number of columns
   };
 
-  /// What rows are sorted by: numbers as such, states by what they ask of the user.
+  /// The values that rows are sorted by: numbers, and states in the order of `FileStatus`.
   static constexpr int kSortRole = Qt::UserRole;
 
   /// @param language outlives the model

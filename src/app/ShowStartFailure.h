@@ -6,8 +6,7 @@
 
 namespace quenmar {
 
-/// Shows the text on standard error; where there is none to read, in a box that waits for an
-/// answer.
+/// Shows the text on standard error; on Windows in a message box.
 void ShowStartFailure(const QString& text);
 
 }  // namespace quenmar

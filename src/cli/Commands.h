@@ -1,5 +1,5 @@
-/// The commands of the console program. Each takes its parsed arguments and what all of them share,
-/// and returns the exit status; `EndApplication` and failures of files pass through.
+/// The commands of the console program. Each gets its parsed arguments and a `CommandContext`, and
+/// returns the exit status. `EndApplication` and `FileError` are left to the caller.
 #pragma once
 
 #include <memory>
@@ -31,7 +31,7 @@ struct CommandContext {
   /// @param mayRepair false where nothing may be written: a repair then happens in memory
   [[nodiscard]] ConfReader::BareLineFeeds BareLineFeeds(bool mayRepair = true) const;
 
-  /// Hands over what the command needs no more; see `ConsoleStreams::kept`.
+  /// Passes on trees that the command has finished with; see `ConsoleStreams::kept`.
   void Leave(std::shared_ptr<const void> trees) const {
     if (streams.kept != nullptr) streams.kept->push_back(std::move(trees));
   }
@@ -91,7 +91,7 @@ struct MergeArguments {
 int RunMerge(const MergeArguments& arguments, const CommandContext& context);
 
 /// Reads a file; bare LF line ends end lines, unless they are to be repaired.
-/// @param notes receives what else was seen, if given
+/// @param notes receives the findings, if not null
 /// @return whether the file was read to its end.
 [[nodiscard]] bool ReadConfFile(const Path& file, std::shared_ptr<Document>& settings,
                                 std::shared_ptr<Document>& series, const CommandContext& context,

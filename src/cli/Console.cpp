@@ -85,7 +85,7 @@ void AddMerge(CLI::App& app, MergeArguments& arguments) {
   CLI::App& command = *app.add_subcommand(
       "merge",
       "Write the server's file anew: its values for the settings that the distribution "
-      "knows; obsolete settings go unless restored, new ones come when added");
+      "knows; obsolete settings are removed unless restored, new ones are added on request");
   AddPath(command, "DIST_DIR", arguments.distribution, "Folder of the distribution's files");
   AddPath(command, "SERVER_DIR", arguments.server, "Folder of the running server's files");
   CLI::Option* const file =

@@ -13,10 +13,10 @@ struct ConsoleStreams {
   std::istream& in;   ///< answers to questions
   std::ostream& out;  ///< results; UTF-8, but for files and XML text, which keep their own bytes
   std::ostream& err;  ///< questions and messages, UTF-8
-  bool interactive = false;  ///< a person sits at `in`
-  bool colours = false;      ///< `out` shows colours
-  /// Receives the trees of a command when it ends, if given: a process that ends as well has no
-  /// need to spend time on freeing them.
+  bool interactive = false;  ///< `in` is a terminal
+  bool colours = false;      ///< `out` is a terminal that shows colours
+  /// Receives the trees of a command, if not null: a process that ends next need not spend time on
+  /// freeing them.
   std::vector<std::shared_ptr<const void>>* kept = nullptr;
 };
 

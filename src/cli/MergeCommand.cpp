@@ -244,7 +244,7 @@ class MergeAll {
   int failed_ = 0;
 };
 
-/// Throws `CommandError` where the folder of the old release has nothing to take defaults by.
+/// Throws `CommandError` when the folder of the old release lacks all files that are to be merged.
 void RequireOldRelease(const MergeArguments& arguments) {
   if (arguments.all) {
     RequireOneOf(ListConfFiles(arguments.distribution), *arguments.base);

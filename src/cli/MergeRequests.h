@@ -9,7 +9,7 @@
 
 namespace quenmar {
 
-/// What the user asks of the settings and series entries of one merge or of many.
+/// The changes that the user wants in the settings and series entries of one merge or of several.
 class MergeRequests {
  public:
   /// The arguments outlive the object.
@@ -17,14 +17,14 @@ class MergeRequests {
       : arguments_(arguments), context_(context) {}
 
   /// Applies all requests. Throws `CommandError` for what cannot be done and when the user
-  /// declines. Of many files, each does what concerns it.
+  /// declines. With `--all`, requests that do not concern the file are skipped.
   void Apply(FileMerge& merge);
 
   /// @return the settings of the merge that `Apply` was called for last that have taken the new
   /// default and were given no other value since.
   [[nodiscard]] const std::set<String>& Taken() const { return taken_; }
 
-  /// @return what was asked for and concerned no file, each as the user has written it.
+  /// @return the requests that concerned no file, as the user has written them.
   [[nodiscard]] std::vector<std::string> Unmatched() const;
 
  private:
@@ -44,7 +44,7 @@ class MergeRequests {
   const MergeArguments& arguments_;
   const CommandContext& context_;
   std::set<std::string> matched_;
-  std::set<String> taken_;  // see `Taken`
+  std::set<String> taken_;
 };
 
 }  // namespace quenmar

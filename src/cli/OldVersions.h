@@ -10,7 +10,7 @@
 
 namespace quenmar {
 
-/// What to do where the old version of a file is not known.
+/// The hint that is printed when the old version of a file is not known.
 inline constexpr const char* kOldUnknown =
     "what the release itself has changed is known after the next save, or with --base DIR";
 

@@ -6,8 +6,8 @@
 
 namespace quenmar {
 
-/// @return the text as UTF-8 on one line and without anything that a terminal would obey: a tab
-/// becomes a backslash and "t", any other control character "?".
+/// @return the text as UTF-8 on one line and without control characters: a tab becomes a backslash
+/// and "t", any other control character "?".
 [[nodiscard]] std::string Printable(StringView text);
 
 /// The same, but CR LF and LF stay line breaks.

@@ -15,7 +15,7 @@
 namespace quenmar {
 
 /// Six result trees and the moves between three of them. `ActualFields` is the merge result, which
-/// the conf writer gets. Made again for every comparison; the `Fill...` operations run once each,
+/// the conf writer gets. Every comparison needs a new object. Call each `Fill...` operation once,
 /// in the order of their declaration.
 class ChangeComparison {
  public:

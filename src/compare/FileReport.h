@@ -56,12 +56,12 @@ struct FileReport {
   std::vector<ServerSetting> obsolete;
   std::vector<ServerSetting> inactive;
   std::vector<SeriesEntry> newSeries;
-  /// Whether a save adds those, commented out: else they would be new for ever.
+  /// Whether a save adds `newSeries`, commented out. If not, they stay new and are no work.
   bool newSeriesWait = false;
   std::vector<SeriesEntry> obsoleteSeries;
 
-  /// The settings of these are among `changed`, too, which compares two versions only; and the
-  /// entries among `obsoleteSeries`.
+  /// These settings are also in `changed`, and these entries in `obsoleteSeries`: both compare the
+  /// two present versions only.
   ReleaseChanges release;
   bool oldKnown = false;  ///< there was an old version, without which `release` is empty
 
@@ -71,7 +71,7 @@ struct FileReport {
 
   /// Compares two files.
   /// @param name of the file in both folders
-  /// @param bareLineFeeds what becomes of bare LF line ends; nobody is asked
+  /// @param bareLineFeeds how bare LF line ends are read; no question is asked
   /// @param old the distribution's file as it was when the server's was saved last; the report
   ///   fails where the user has named it and it cannot be read
   [[nodiscard]] static FileReport Of(const Path& distributionFolder, const Path& serverFolder,

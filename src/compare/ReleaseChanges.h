@@ -43,13 +43,13 @@ struct ReleaseChanges {
   [[nodiscard]] bool Empty() const { return defaults.empty() && withdrawn.empty(); }
 };
 
-/// The settings and series entries of one version as it is.
+/// The settings tree and the series tree of one version.
 struct VersionTrees {
   const Document& settings;
   const Document& series;
 };
 
-/// What was found of the distribution's file as it was.
+/// The distribution's file as it was, or why there is none.
 struct OldFile {
   std::optional<ConfFile> file = {};  ///< nothing where none is known, or where it cannot be read
   Path path = {};                     ///< where it was looked for
@@ -62,10 +62,10 @@ struct OldVersion {
   std::shared_ptr<Document> settings = std::make_shared<Document>();
   std::shared_ptr<Document> series = std::make_shared<Document>();
 
-  /// Reads it, without a user.
+  /// Reads the old file without asking anything.
   /// @param notes receives why the file cannot be read to its end; empty where no old version is
   /// known
-  /// @return nothing in both cases.
+  /// @return the old version; nothing when it is not known or cannot be read.
   [[nodiscard]] static std::optional<OldVersion> Read(const OldFile& found, const Options& options,
                                                       const Language& language, ConfNotes& notes);
 };

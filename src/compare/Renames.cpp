@@ -12,7 +12,7 @@ namespace quenmar {
 
 namespace {
 
-constexpr size_t kMostLetters = 2;  // that two names may be apart
+constexpr size_t kMostLetters = 2;  // the largest distance of two names
 
 /// @return whether `left` becomes `right` when at most `most` letters are replaced, put in or left
 /// out. Tries all ways from each differing letter on; for two letters they are few.
@@ -27,7 +27,7 @@ bool WithinLetters(StringView left, StringView right, size_t most) {
          WithinLetters(left, right.substr(1), most - 1);
 }
 
-/// Calls `use` with the name and with all that is left of it when letters are left out.
+/// Calls `use` with the name and with every text that results from leaving letters out.
 /// @param most how many letters at most
 /// @param from the first letter that may go, so that no two letters go in both orders
 template <class Use>
@@ -112,7 +112,7 @@ std::map<Key, Names> Group(const Document& newFields, const Document& deletedFie
   return groups;
 }
 
-/// Pairs names that are so far apart, and removes the new ones of them.
+/// Pairs names whose distance is at most `apart`, and removes the new names of these pairs.
 void PairNear(std::vector<StringView>& fresh, NearNames& obsolete, size_t apart,
               std::map<String, String>& pairs) {
   std::vector<StringView> left;

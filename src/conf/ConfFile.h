@@ -27,8 +27,8 @@ struct Finding {
   String text;
 };
 
-/// One configuration file without loss: its bytes, and its lines as parts of them. Its content
-/// never makes it fail.
+/// One configuration file without loss: its bytes, and its lines as views of them. No content is an
+/// error.
 class ConfFile {
  public:
   /// An empty file without a path.
@@ -36,7 +36,7 @@ class ConfFile {
 
   ConfFile(Path path, std::string bytes);
 
-  /// @param charset in which the bytes were written, whichever they would be read as
+  /// @param charset of the bytes, also where reading would recognise another one
   ConfFile(Path path, std::string bytes, ConfCharset charset);
 
   /// Throws `FileError` when the file cannot be read.

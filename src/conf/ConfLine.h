@@ -42,7 +42,7 @@ struct ConfLine {
   [[nodiscard]] bool IsEntry() const { return kind >= Kind::kSetting; }
 };
 
-/// Takes lines of one file apart.
+/// Parses the lines of one file.
 class ConfGrammar {
  public:
   /// @param series the option that names the repeatable settings; outlives this object

@@ -53,7 +53,7 @@ class ConfReader {
   /// are shown to the user here. Throws `EndApplication` when the user answers No to the repair;
   /// a question that is closed without an answer only ends the reading.
   /// @param settings, series receive new trees with what was read, also when reading stopped
-  /// @param notes receives what else was seen, if given
+  /// @param notes receives the findings and the reason for stopping, if not null
   /// @return whether the file was read to its end.
   [[nodiscard]] bool LoadConfFile(const Path& path, std::shared_ptr<Document>& settings,
                                   std::shared_ptr<Document>& series,

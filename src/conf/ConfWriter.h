@@ -14,18 +14,18 @@
 
 namespace quenmar {
 
-/// A file that is going to be saved, from its reading to its last save.
+/// What is known of a file from its opening to its last save.
 struct OpenedFile {
   Path path;
   std::optional<std::string> bytes = {};  ///< when it was read; nothing where it was missing
-  bool copied = false;                    ///< PATH.bak has been made, or is not to be made any more
+  bool copied = false;                    ///< PATH.bak has been made, or must not be made
 
   /// @return the file as it is on the disk now. Throws `FileError` when it cannot be read.
   [[nodiscard]] static OpenedFile FromDisk(const Path& path);
 };
 
-/// Writes configuration files: every setting as an active line, then every checked series item, and
-/// every unchecked one commented out when the option SaveCommentedSeries is on. No comment
+/// Writes configuration files: every setting as an active line, then every series entry that is on,
+/// and with the option SaveCommentedSeries those that are off as commented-out lines. No comment
 /// line and no parameter of a field ("Comments", "Disabled") is written.
 class ConfWriter {
  public:
@@ -43,7 +43,7 @@ class ConfWriter {
   /// saved only if the user agrees. Just before the first save its old content is copied to
   /// PATH.bak; a copy that cannot be made is reported after "Saved!". Then the file is replaced
   /// wholly or not at all (`ReplaceBytes`).
-  /// @param file what is known of it; afterwards what this save has made of it
+  /// @param file is updated by the save
   /// @return whether the file has the content.
   [[nodiscard]] bool SaveBytes(OpenedFile& file, const std::string& bytes) const;
 

@@ -9,7 +9,7 @@
 
 namespace quenmar {
 
-/// The consequences of a folder box's new text.
+/// The result of checking a folder box's new text.
 struct FolderCheck {
   enum class Commands {
     kUnchanged,  ///< Edit and Check Changes stay as they are

@@ -32,7 +32,7 @@ bool ReadTextFile(const Path& path, String& text) {
     text = FromWindows1252(ReadBytes(path));
     return true;
   } catch (const std::exception&) {
-    return false;  // the result is the report
+    return false;  // the caller reports it
   }
 }
 
@@ -43,7 +43,7 @@ bool WriteTextFile(const Path& path, StringView text) {
     ReplaceBytes(path, *bytes);
     return true;
   } catch (const std::exception&) {
-    return false;  // the result is the report
+    return false;  // the caller reports it
   }
 }
 

@@ -33,15 +33,15 @@ struct LaidOut {
   ConfCharset charset = ConfCharset::kWindows1252;
 };
 
-/// Makes the text of `base` have the wanted entries; what it lacks comes from `other`. Lines of the
-/// base that need no change stay byte for byte. A lone LF is a line end.
+/// Makes a new text from `base` that has what is wanted; what `base` lacks comes from `other`.
+/// Lines of the base that need no change stay byte for byte. A lone LF is a line end.
 ///
 /// Settings that are not wanted are removed, series entries stay. A "note" or "example" always
 /// stays active: commented out it would be a comment.
 /// @param base, other files that the reader reads to their ends
-/// @param wishes with the values and states as the reader gives them where nothing is to change; no
-/// value has a line end
-/// @param options of which `series` and `saveCommentedSeries` count
+/// @param wishes have the values and states that the reader returns where nothing is to change; no
+/// value contains a line end
+/// @param options only `series` and `saveCommentedSeries` are used
 /// @return the new file. Throws `RuntimeError` that names what the file's character set lacks.
 [[nodiscard]] LaidOut LayOut(const ConfFile& base, const ConfFile& other, const Wishes& wishes,
                              const Options& options, const Language& language);

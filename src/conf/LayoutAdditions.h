@@ -35,7 +35,7 @@ struct Insertion {
 /// keep the order of the other text. At the end, settings come before series entries.
 class LayoutAdditions {
  public:
-  /// What both sides of a save know; all references outlive the additions.
+  /// What the additions depend on. All references outlive them.
   struct Context {
     const LayoutBase& base;
     const LayoutWishes& wishes;

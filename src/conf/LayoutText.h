@@ -14,7 +14,7 @@ namespace quenmar {
 class LayoutText {
  public:
   /// @param start what the text begins with: a byte order mark or nothing
-  /// @param base the base's lines, of which most ends are the ends of new lines
+  /// @param base the base's lines; new lines get the line end that most of these have
   LayoutText(std::string_view start, const std::vector<ConfLine>& base);
 
   void Keep(const ConfLine& line);
@@ -24,7 +24,7 @@ class LayoutText {
   /// Adds a blank line unless the last line is one or there is none.
   void PartParagraphs();
 
-  /// @return the new text; this object is of no more use.
+  /// @return the new text, moved out of this object.
   [[nodiscard]] std::string TakeBytes();
 
  private:

@@ -49,8 +49,8 @@ struct WantedSetting {
   /// @return whether it is read as the wanted value, letter for letter.
   [[nodiscard]] bool IsValue(std::string_view written, ConfCharset charset) const;
 
-  /// @return whether it is read as the wanted value would be, which may be less: a "//" and what is
-  /// behind it are not part of a value.
+  /// @return whether it is read as the wanted value will be after a save, which may be shorter: a
+  /// "//" and what follows are not part of a value.
   [[nodiscard]] bool ReadsAs(std::string_view written, ConfCharset charset) const;
 };
 

@@ -59,7 +59,7 @@ struct Waiting {
 class Comparison {
  public:
   Comparison(const ConfFile& before, const ConfFile& after, StringView series)
-      : sameBytes_(before.Charset() == after.Charset()) {
+      : sameCharset_(before.Charset() == after.Charset()) {
     after.ForEachLine(series, [&](const ConfLine& line) { TakeNew(after, line); });
     before.ForEachLine(series, [&](const ConfLine& line) { TakeOld(before, line); });
     for (const auto& [comment, count] : newComments_) result_.addedCommentLines += count;
@@ -111,7 +111,7 @@ class Comparison {
 
   /// @return what comments are compared by: their bytes or, in two character sets, their texts.
   std::string_view CommentKey(const ConfFile& file, const ConfLine& line) {
-    if (sameBytes_) return line.text;
+    if (sameCharset_) return line.text;
     return texts_.emplace_back(ToUtf8(file.Text(line.text)));
   }
 
@@ -172,7 +172,7 @@ class Comparison {
   std::vector<std::optional<size_t>> partners_;  // of the new entries among the old ones
   std::map<Key, Waiting> waiting_;
   bool hadBlankLines_ = false;
-  bool sameBytes_;  // both files have one character set
+  bool sameCharset_;
   std::deque<std::string> texts_;
   std::map<std::string_view, int> newComments_;  // how many there are of each
   SaveChanges result_;

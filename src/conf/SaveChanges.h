@@ -58,9 +58,9 @@ struct SaveChanges {
 [[nodiscard]] std::vector<String> WholeFileEffects(const SaveChanges& changes,
                                                    const Language& language);
 
-/// @return the changes as comparisons of text files show them: each line that goes behind "-", each
-/// that comes behind "+", behind "- //" how many comment lines go, and then a sentence for each
-/// change of the whole file. Lines end in CR LF.
+/// @return the changes as a diff: "-" before each removed line, "+" before each added one, "- //"
+/// before the number of lost comment lines, and then a sentence for each change of the whole file.
+/// Lines end in CR LF.
 [[nodiscard]] String DiffText(const SaveChanges& changes, const Language& language);
 
 }  // namespace quenmar

@@ -25,8 +25,8 @@ struct SaveRequest {
   std::function<bool(StringView)> isActive;
 };
 
-/// What a save writes and what that does. It is made once for every save: what the user is shown is
-/// what is written.
+/// What a save writes, and what that changes. It is made once for every save: what the user is
+/// shown is what is written.
 struct SavePlan {
   std::string bytes;
   SaveChanges changes;  ///< none exactly when the file already has the bytes

@@ -13,7 +13,7 @@ namespace quenmar {
 /// checked when its entry's "Disabled" is "1", that is, when the line is active.
 class SeriesGroups : public SeriesView {
  public:
-  /// How many groups the windows have tabs for.
+  /// The number of groups that the windows have tabs for.
   static constexpr int kMostGroups = 10;
 
   SeriesGroups() = default;

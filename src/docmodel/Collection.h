@@ -26,7 +26,7 @@ class Collection {
  public:
   using Pointer = Reference;
 
-  /// Goes over the elements themselves, so that `for (const Field& field : fields)` reads well.
+  /// Iterates over elements, not pointers: `for (const Field& field : fields)`.
   template <class Visited>
   class Iterator {
    public:

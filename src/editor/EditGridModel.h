@@ -36,8 +36,7 @@ class EditGridModel : public QAbstractTableModel {
   /// @param grid outlives every use of the model
   EditGridModel(const xEditGrid& grid, QObject* parent);
 
-  /// Gives cells that can be edited a tool tip where a saved file would give their text back
-  /// otherwise.
+  /// Gives editable cells a tool tip where their text will change when the saved file is read.
   /// @param warning as in `ReadBackWarning`
   void SetWarning(const String& warning) { warning_ = warning; }
 
@@ -47,7 +46,7 @@ class EditGridModel : public QAbstractTableModel {
   /// Shows a grid that was filled again.
   void Reload();
 
-  /// Takes over what an action changed in the grid: other texts, further rows.
+  /// Notifies the views of changed texts and added rows after an action.
   void Follow();
 
   /// @return the index of a cell by the grid's own count; invalid for the header row.

@@ -151,7 +151,7 @@ void EditGridView::Refresh() {
 }
 
 void EditGridView::SetHiddenRows(const std::vector<bool>& hidden) {
-  if (!grid_.SetHiddenRows(hidden)) return;  // which leaves the place as it is
+  if (!grid_.SetHiddenRows(hidden)) return;  // keep the scroll position
   HideRows();
   Follow();
   if (currentIndex().isValid())

@@ -23,12 +23,12 @@ class EditGridView : public QTableView {
   /// @param events outlives the view
   EditGridView(xEditGridEvents& events, QWidget* parent);
 
-  /// What is changed in it from outside shows after `Reload`.
+  /// Changes that are made through this reference show after `Reload`.
   [[nodiscard]] xEditGrid& Grid() { return grid_; }
   [[nodiscard]] const xEditGrid& Grid() const { return grid_; }
   void Reload();
 
-  /// Shows other texts and marks of the same rows. An open editor is closed.
+  /// Shows changed texts and marks of the same rows. An open editor is closed.
   void Refresh();
 
   /// Hides other rows than before; see `xEditGrid::SetHiddenRows`.
@@ -40,7 +40,7 @@ class EditGridView : public QTableView {
 
   [[nodiscard]] ValueEdit* TextEditor() const { return text_; }
 
-  /// Marks from now on what a saved file would give back otherwise, in the editor and in the cells.
+  /// Marks values, in the editor and in the cells, that will change when the saved file is read.
   /// @param warning as in `ReadBackWarning`
   void SetWarning(const String& warning);
 
@@ -87,7 +87,7 @@ class EditGridView : public QTableView {
   [[nodiscard]] QString SpokenCell() const;
   void LayEditors();
 
-  /// Begins an edit with the text that the event types instead of the cell's.
+  /// Begins an edit in which the text that the event types replaces the cell's.
   void TypeOver(QEvent* event);
   void ChangeText(const QString& text);
   [[nodiscard]] bool PressKeyInEditor(const QKeyEvent& event);
@@ -99,7 +99,7 @@ class EditGridView : public QTableView {
   String header_;  // whose columns are shown
   ValueEdit* text_ = nullptr;
   QComboBox* list_ = nullptr;
-  bool following_ = false;  // what happens now comes from the grid, not from the user
+  bool following_ = false;  // changes come from the grid, not from the user
 };
 
 }  // namespace quenmar

@@ -64,7 +64,7 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   void LayDragBar();
   /// Makes the comments box higher or lower than it was when the dragging began.
   void DragComments(int pixels);
-  /// Makes this the window's least height, as far as the screen has it.
+  /// Sets the window's minimum height, limited to the screen's.
   void WantHeight(int height);
 
   void ShowMerge() override;
@@ -73,14 +73,12 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   /// Whether rows that are shown and no longer pass the filter stay until it changes.
   enum class Shown { kStay, kGo };
 
-  /// Shows the rows that the find bar asks for.
   void Filter(Shown before);
 
   // What is done to the selected rows.
   void SetToOriginal();
   void Switch();
 
-  /// Takes over the check mark of a series entry.
   void EditSeries(int group, int item, bool checked);
   void ShowSeriesComment(int group, int item);
   void Copy();
@@ -94,14 +92,14 @@ class NEditForm : public FileWindow, private xEditGridEvents {
   [[nodiscard]] CellMarks MarksOf(int row, int col) const;
   [[nodiscard]] CellMarks OriginalMarksOf(StringView name) const;
   void ShowContextMenu(QAbstractScrollArea* box, QPoint place);
-  /// @return the height of a comments box of so many lines, in twips.
+  /// @return the height of a comments box with that number of lines, in twips.
   [[nodiscard]] int CommentsHeight(int lines) const;
-  /// @return the least height that the series want, in twips: the tabs and about one entry.
+  /// @return the minimum height of the series, in twips: the tabs and about one entry.
   [[nodiscard]] int TabsHeight() const;
   [[nodiscard]] EditorLayout LayoutFor(int height) const;
 
   LayoutMode mode_ = LayoutMode::kSettings;
-  int commentsHeight_ = 0;  // in twips, as the user wants it; 0 before
+  int commentsHeight_ = 0;  // in twips, as chosen by the user; 0 until then
   int draggedHeight_ = 0;   // in pixels, when the dragging began
 
   QGroupBox* frame_ = nullptr;

@@ -6,8 +6,8 @@
 
 namespace quenmar {
 
-/// A matrix of texts in one array. Rows below the last one that was ever written are counted and
-/// not stored, so that a tall empty matrix costs nothing.
+/// A matrix of texts in one array. Rows after the last written one are counted but not stored, so
+/// that empty rows need no memory.
 class CellMatrix {
  public:
   CellMatrix(int rows, int cols) : rows_(rows), cols_(cols) {}
@@ -18,7 +18,7 @@ class CellMatrix {
     return row >= 0 && row < rows_ && col >= 0 && col < cols_;
   }
 
-  /// Keep every cell that is in the new matrix, too.
+  /// Change the size. Cells inside the new size keep their texts.
   /// @param rows, cols at least 1
   void SetRows(int rows);
   void SetCols(int cols);

@@ -48,8 +48,8 @@ class xEditGrid {
 
   [[nodiscard]] int Cols() const { return cells_.Cols(); }
   [[nodiscard]] int Rows() const { return cells_.Rows(); }
-  /// Keep every cell that the new size has, too. When the current cell is lost, the nearest one
-  /// takes its place.
+  /// Change the size. Cells inside the new size keep their texts; if the current cell is outside,
+  /// the nearest one becomes current.
   void SetCols(int cols);
   void SetRows(int rows);
 
@@ -66,14 +66,14 @@ class xEditGrid {
   [[nodiscard]] int AutoCrecimiento() const { return autoCrecimiento_; }
   void SetAutoCrecimiento(int growth);
 
-  // Hidden rows. They keep their cells; no edit begins in them, and moving passes them over.
+  // Hidden rows. They keep their cells; no edit begins in them, and moving skips them.
 
   [[nodiscard]] bool IsRowHidden(int row) const {
     return row >= 0 && static_cast<size_t>(row) < hidden_.size() &&
            hidden_[static_cast<size_t>(row)];
   }
-  /// Hides other rows than before. When the current cell gets hidden, it becomes the next visible
-  /// one below, else above.
+  /// Hides these rows and shows all others. When the current row gets hidden, the next visible one
+  /// below becomes current, else the next one above.
   /// @param hidden by row, the header row included, which always shows; rows beyond it are visible
   /// @return whether other rows are hidden than before.
   bool SetHiddenRows(std::vector<bool> hidden);

@@ -105,11 +105,11 @@ class FileMerge {
   [[nodiscard]] bool KnowsOldVersion() const { return old_.has_value(); }
 
   /// @return the kept settings whose default the release has changed, with the values that a save
-  /// would write now. One that has the new default is not among them. The old version is that of
-  /// the opening, also after a save.
+  /// would write now. Those that have the new default already are left out. The old version stays
+  /// that of the opening, also after a save.
   [[nodiscard]] std::vector<DefaultChange> DefaultChanges() const;
 
-  /// @return the one of them with that name.
+  /// @return the changed default of that setting; nothing when it is not in `DefaultChanges`.
   [[nodiscard]] std::optional<DefaultChange> DefaultChangeOf(StringView name) const;
 
   /// @return the series entries that the release has withdrawn and that a save would leave on.
@@ -210,7 +210,7 @@ class FileMerge {
   void Undo();
   void Redo();
 
-  /// What is typed next is a step of its own.
+  /// Ends the step of the current typing: what is typed next is another step.
   void EndTyping() { history_.EndTyping(); }
 
   /// @return whether something is not saved.
@@ -234,12 +234,12 @@ class FileMerge {
   /// @return whether the server's file has the content.
   [[nodiscard]] bool Save(const SavePlan& plan);
 
-  /// The user is done with a comparison. When nothing is left to do, the distribution's file is
-  /// kept as after a save: nothing is unsaved, and the release has changed nothing that the server
-  /// has not followed. Else merely looking at it would end the reports about it.
+  /// Ends a comparison. When nothing is unsaved and the server has followed every change of the
+  /// release, the distribution's file is kept as after a save. Otherwise it is not, so that merely
+  /// looking at a file does not end the reports about it.
   void Close();
 
-  /// Shows that there is no plan: the save fails.
+  /// Shows why no plan could be made.
   void TellFailure(const std::exception& error) const;
 
  private:
@@ -283,7 +283,7 @@ class FileMerge {
   [[nodiscard]] ReleaseChanges FindChanges() const;
   [[nodiscard]] bool IsKept(const Field& field) const;
   [[nodiscard]] bool IsOn(const SeriesEntry& entry) const;
-  /// Gives those of the changed defaults that are wanted to their settings, in one step.
+  /// Gives the wanted settings their new defaults, in one step.
   template <class IsWanted>
   int GiveDefaults(IsWanted isWanted);
   /// Gives all lines of a name the same value, which they have in a file that keeps its lines.

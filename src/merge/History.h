@@ -9,8 +9,8 @@
 
 namespace quenmar {
 
-/// Steps that can be undone and redone, each with the state on its other side, and which of them
-/// are saved.
+/// Steps that can be undone and redone, and which state is saved. A step that is done has the state
+/// before it, an undone one the state after it.
 /// @tparam Kind what a step did
 template <class Kind, class State>
 class History {
@@ -63,8 +63,8 @@ class History {
     topic_.clear();
   }
 
-  /// @return what the last step that counts did since the save, or before it when it was undone;
-  /// nothing when the current state has the saved content.
+  /// @return the kind of the last step that counts since the save or, when it was undone, before
+  /// the save; nothing when the current state has the saved content.
   [[nodiscard]] std::optional<Kind> Unsaved() const {
     if (current_.number == saved_.number) return std::nullopt;
     return std::max(current_, saved_,

@@ -28,16 +28,16 @@ class SeenFiles {
   /// where none was. Throws `FileError` when the entry cannot be read.
   [[nodiscard]] std::optional<ConfFile> Find(const Path& server) const;
 
-  /// Finds the same without an exception. That the folder cannot be read is reported the first time
-  /// only, as a program may look up many files.
+  /// Like `Find`, but a failure is returned in `OldFile::reason`. That the folder cannot be read is
+  /// reported the first time only, as a program may look up many files.
   [[nodiscard]] OldFile Look(const Path& server);
 
   /// Keeps the distribution's file for the server's, replacing an older one wholly or not at all.
   /// The first time it also clears the entries of files that no longer exist and that were kept
   /// more than a year ago.
   /// @param distribution its bytes are kept, and its folder is one of configuration files
-  /// @return why it could not be kept, in words for the user, the first time that this happens;
-  /// else empty: a program that saves many files reports it once.
+  /// @return why it could not be kept, in words for the user; empty on success and after the first
+  /// failure, so that a program that saves many files reports it once.
   [[nodiscard]] String Keep(const Path& server, const ConfFile& distribution);
 
  private:

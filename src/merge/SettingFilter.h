@@ -10,7 +10,7 @@ class SettingFilter {
   /// The kinds of settings to choose from.
   enum class Choice { kAll, kChanged, kDefaults, kNotInDistribution, kCommentedOut };
 
-  /// What the filter looks at. The texts outlive the call only.
+  /// What the filter looks at. The texts must outlive the call.
   struct Item {
     StringView name;
     StringView value;

@@ -138,7 +138,8 @@ inline constexpr size_t kMessages = static_cast<size_t>(Message::kNothingToDo) +
 
 /// Every caption and message that the user sees, so that a translation needs no new build.
 ///
-/// The texts may hold the placeholders %1 and %2, and a backslash followed by n for a line break.
+/// The texts may contain the placeholders %1, %2 and %3, and a backslash followed by n for a line
+/// break.
 class Language {
  public:
   /// The built-in English texts.

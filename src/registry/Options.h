@@ -26,14 +26,14 @@ struct Options {
   String serverPath;  ///< the running server's conf folder
   int sort = 0;       ///< the state of the sort check box: 0 unchecked, 1 checked
   String series = u"{map}{npc}{addon}{import}";  ///< repeatable settings, lower case, in braces
-  bool saveCommentedSeries = true;    ///< write unchecked series items as commented lines
+  bool saveCommentedSeries = true;    ///< write series entries that are off as commented-out lines
   bool alwaysIgnoreDupParam = false;  ///< accept duplicate settings without asking
 
   Layout layout = Layout::kSettings;  ///< what a save makes the file of
 
-  /// @return whether parameter lists are sorted for a save in this layout. One that keeps a file's
-  /// lines keeps their order: sorting exchanges the lines of a name, so that another of its values
-  /// would come first and be written.
+  /// @return whether parameter lists are sorted for a save in this layout. Layouts that keep lines
+  /// are never sorted: that could move another line of a doubled setting to the first place, and
+  /// its value would be written.
   [[nodiscard]] bool IsSorted(Layout saved) const {
     return sort == 1 && saved == Layout::kSettings;
   }

@@ -14,7 +14,7 @@ namespace quenmar {
 
 namespace {
 
-/// Hides a list for the time of a change, during which it signals nothing either.
+/// Hides a list and blocks its signals during a change.
 class Hidden {
  public:
   explicit Hidden(ParameterList* list) : list_(list), silence_(list), hadFocus_(list->hasFocus()) {

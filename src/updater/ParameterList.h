@@ -20,7 +20,7 @@ struct SettingRow {
   String originalValue;  ///< the distribution's
   String remark;         ///< what else is to be said
   String mark;           ///< a sign before the distribution's value; empty for none
-  String note;           ///< what of the remark has room in the row
+  String note;           ///< the part of the remark that is shown in the row
   String need;           ///< is read out, where the tick does not mean it; else empty
   bool ticked = false;
   bool changed = false;  ///< the two values differ
@@ -40,9 +40,9 @@ class ParameterList : public QListWidget {
   /// Shows both values, below these headers: of the names and of the two values.
   void ShowBothValues(const QStringList& headers);
 
-  /// Lists other settings; a list without any is disabled. The current item stays current. When it
-  /// is gone, the next one of those behind it that are left takes its place, else the last; the
-  /// first time that is the first. What was visible stays where it was.
+  /// Replaces the rows; a list without any is disabled. The current setting stays current. When it
+  /// is gone, the next one that is left becomes current, else the last one; the first time, the
+  /// first one. The scroll position stays.
   void Fill(const std::vector<SettingRow>& rows);
 
   /// Updates some rows by their indexes, except for their ticks.
@@ -62,8 +62,8 @@ class ParameterList : public QListWidget {
   /// @return the names of the ticked items, in list order.
   [[nodiscard]] std::vector<String> TickedNames() const;
 
-  /// @return the same of the items that are shown, or of those that a filter hides: nothing moves
-  /// unseen.
+  /// @return the names of the ticked items that are shown, or of those that a filter hides, which
+  /// must not move unseen.
   [[nodiscard]] std::vector<String> TickedNames(bool shown) const;
 
   /// @return how many items are shown.

@@ -4,20 +4,20 @@
 
 namespace quenmar {
 
-/// Draws settings in columns: the name, then the values and behind the last of them a note, all
-/// these quieter than the name. A mark is drawn before the second value.
+/// Draws settings in columns: the name, and in a paler colour the values with a note behind the
+/// last one. A mark is drawn before the second value.
 class SettingDelegate : public ListDelegate {
   Q_OBJECT
 
  public:
-  /// What items have besides their names, which are their texts. A font of theirs is for the name
-  /// and the first value.
+  /// The data of an item besides its text, which is the name. `Qt::FontRole` is for the name and
+  /// the first value.
   enum Role { kValue = Qt::UserRole, kOriginalValue, kMark, kNote, kCommentedOut, kStruckOut };
 
   /// @param valueColumns 1 or 2
   SettingDelegate(QAbstractItemView* view, int valueColumns);
 
-  /// Makes the first column so wide, as far as the values still have room.
+  /// Sets the width of the first column, as far as it leaves room for the values.
   void SetNameWidth(int width) { nameWidth_ = width; }
 
   /// @return where the columns begin and end in an item's row.

@@ -24,9 +24,9 @@ class ValueEdit;
 struct SettingRow;
 
 /// The window that compares one file's two versions and lets the user decide what the server's file
-/// keeps: settings move between list 0 (new), list 1 (current) and list 2 (obsolete); Apply writes
-/// list 1 and the series. Made again for each comparison. `Changed` is 1 after a move between
-/// lists, 2 after an edited value and 4 after a ticked or unticked series item.
+/// keeps: settings move between list 0 (new), list 1 (kept) and list 2 (obsolete); Apply writes
+/// list 1 and the series. Each comparison needs a new window. `Changed` is described by
+/// `FileMerge::Step`.
 class frmUpdaterX : public FileWindow {
   Q_OBJECT
 
@@ -69,14 +69,14 @@ class frmUpdaterX : public FileWindow {
   /// Fills the lists, and then ticks further items of each by their names.
   void FillListsTicking(const std::array<std::vector<String>, 3>& ticked);
 
-  /// Fills the lists after a change; what is ticked stays ticked.
-  /// @param unticked but for what is shown of this list, if given
+  /// Fills the lists after a change and keeps the ticks.
+  /// @param unticked a list whose visible ticks are dropped, if any
   void FillAgain(std::optional<int> unticked);
   void ShowMerge() override;
 
-  /// @return how a list shows the setting of one of its fields, but for its tick.
+  /// @return the row that shows a field, without its tick.
   [[nodiscard]] SettingRow RowOf(int list, const Field& field) const;
-  /// @return what else is to be said about a setting, all of it or but for a changed default.
+  /// @return the remark about a setting: the whole of it, or without a changed default.
   [[nodiscard]] String RemarkOf(int list, StringView name) const;
   [[nodiscard]] String NoteOf(int list, StringView name) const;
   [[nodiscard]] std::optional<DefaultChange> DefaultChangeIn(int list, StringView name) const;
@@ -122,8 +122,8 @@ class frmUpdaterX : public FileWindow {
   QAction* switch_ = nullptr;
   QAction* takeNewDefault_ = nullptr;
   QAction* takeAllDefaults_ = nullptr;
-  std::array<QPushButton*, 2> actionButtons_{};   // of the first two of these
-  std::array<QPushButton*, 2> defaultButtons_{};  // of the last two
+  std::array<QPushButton*, 2> actionButtons_{};   // for `addMandatory_`, `takeOldValue_`
+  std::array<QPushButton*, 2> defaultButtons_{};  // for `takeNewDefault_`, `takeAllDefaults_`
   FindBar* find_ = nullptr;
   QPushButton* openFind_ = nullptr;
   std::array<QLabel*, 2> hints_{};    // by page

@@ -4,8 +4,8 @@
 
 namespace quenmar {
 
-/// A check box whose border has as much contrast as text has: that of the styles is hardly visible
-/// in the dark while the box is not ticked.
+/// A check box whose border has the contrast of text: the border that styles draw around an empty
+/// box is hardly visible on a dark background.
 class CheckBox : public QCheckBox {
   Q_OBJECT
 

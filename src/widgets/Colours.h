@@ -13,8 +13,8 @@ namespace quenmar {
                           part(under.blueF(), over.blueF()));
 }
 
-/// The share of the text's colour, over the background's, at which text is pale and has still more
-/// contrast than 4.5 to 1 on the common palettes.
+/// The share of the text's colour in pale text, mixed with the background's. On common palettes
+/// such text has a contrast of more than 4.5 to 1.
 inline constexpr float kQuietest = 0.62F;
 
 /// @return the colour of pale text on a palette's base. `QPalette::PlaceholderText` would not do:
@@ -23,7 +23,7 @@ inline constexpr float kQuietest = 0.62F;
   return Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), kQuietest);
 }
 
-/// Makes the highlight of a list that is not the one that matters pale.
+/// Makes the highlight pale, for a list that the texts beside it are not about.
 inline void MakeHighlightPale(QPalette& palette) {
   constexpr float kShare = 0.25F;  // of the highlight's colour, over the list's
   for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {

@@ -6,8 +6,8 @@
 
 namespace quenmar {
 
-/// @return the sign before a new default that says that the release has changed it; another one
-/// where the server has a value of its own.
+/// @return the sign of a default that the release has changed; another sign where the server has a
+/// value of its own.
 [[nodiscard]] StringView DefaultMark(DefaultChange::Kind kind);
 
 /// @return what the release has changed, in words: what the sign means and both defaults.

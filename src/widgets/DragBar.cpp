@@ -21,7 +21,7 @@ QAccessibleInterface* MakeAccessibleBar(const QString& /*className*/, QObject* o
 }  // namespace
 
 DragBar::DragBar(QWidget* parent) : QWidget(parent) {
-  QAccessible::installFactory(MakeAccessibleBar);  // which counts once
+  QAccessible::installFactory(MakeAccessibleBar);  // installing it again has no effect
   setCursor(Qt::SplitVCursor);
   setFocusPolicy(Qt::TabFocus);
   // In the toolkit's words, which it translates.

@@ -4,8 +4,8 @@
 
 namespace quenmar {
 
-/// A strip over the border of two controls, by which one gets higher and the other lower: with the
-/// mouse or, when it has the focus, with Up and Down. Its owner lays it and moves the border.
+/// A bar on the border between two controls, which makes one higher and the other lower: by
+/// dragging or, when it has the focus, with Up and Down. Its owner places it and moves the border.
 class DragBar : public QWidget {
   Q_OBJECT
 

@@ -27,8 +27,8 @@ class FileWindow : public QDialog {
   /// `FileMerge::Step`.
   [[nodiscard]] virtual std::int16_t Changed() const;
 
-  /// Closes the window unless the user keeps unsaved changes; Escape and the window's frame come
-  /// here, too.
+  /// Closes the window; asks first when changes are unsaved. Escape and the frame's close button
+  /// call it, too.
   void reject() override;
 
  protected:
@@ -42,16 +42,16 @@ class FileWindow : public QDialog {
   /// Sets the title; names of files in it may contain anything.
   void SetTitle(const String& title);
 
-  /// Shows what the merge has after an undone or redone step.
+  /// Updates the controls after a step was undone or redone.
   virtual void ShowMerge() = 0;
 
   /// Shows or takes away the title's mark of unsaved changes, and whether there is something to
   /// undo or to redo. To be called after every change.
   void ShowChanged();
 
-  /// Makes a text control leave undo and redo to the window, by key and in the context menu of a
-  /// line, where the line's own actions are, too. What is typed there is to go into the merge at
-  /// once.
+  /// Lets the window handle undo and redo for a text control: its keys, and in a line edit the
+  /// context menu, which also gets the control's own actions. What is typed in the control must be
+  /// passed to the merge at once.
   void UndoInMerge(QWidget* control);
 
   /// Shows a context menu with the window's actions in the places of the toolkit's.
@@ -80,14 +80,15 @@ class FileWindow : public QDialog {
   /// Shows a message. @return the pressed button.
   Button Ask(Message key, int style, std::initializer_list<StringView> placeholders = {});
 
-  /// @return what the question of Apply offers to do first, as a caption; empty for nothing.
+  /// @return the caption of the button by which the question of Apply offers to do something first;
+  /// empty for none.
   [[nodiscard]] virtual String Offer() const { return {}; }
   virtual void TakeOffer() {}
 
-  /// @return what the question on closing says besides; empty for nothing.
+  /// @return a text that is added to the question on closing; may be empty.
   [[nodiscard]] virtual String ClosingRemark() const { return {}; }
 
-  /// @return in a word, whether the distribution needs the setting.
+  /// @return the word for mandatory or for optional.
   [[nodiscard]] const String& NeedOf(StringView name) const;
 
   /// @return a new box for comments, which can be read and copied by mouse and keyboard.

@@ -6,8 +6,8 @@ class QAbstractItemView;
 
 namespace quenmar {
 
-/// Draws the rows of lists with check boxes: with room around the text, with boxes that can be seen
-/// on a dark background, and with a pale highlight where a list is not the one that matters.
+/// Draws the rows of lists with check boxes: with room around the text, with boxes that are visible
+/// on a dark background, and with a pale highlight where `SetPale` asks for it.
 class ListDelegate : public QStyledItemDelegate {
   Q_OBJECT
 

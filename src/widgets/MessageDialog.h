@@ -20,7 +20,7 @@ class MessageText : public QPlainTextEdit {
 
   [[nodiscard]] bool Wraps() const { return lineWrapMode() != NoWrap; }
 
-  /// Makes the preferred size that of the whole text.
+  /// Sets the size hint to the size of the whole text.
   /// @param widest pixels; longer lines wrap, inside a word where one fills a line. Lines of a text
   /// that does not wrap may be longer.
   void SetRoom(int widest);
@@ -36,8 +36,8 @@ class MessageText : public QPlainTextEdit {
   QSize room_;
 };
 
-/// One message box: a text beside an icon, the buttons to answer with, and maybe lines to look up
-/// before. It is never larger than the screen, and screen readers read it out as an alert.
+/// One message box: a text beside an icon, buttons, and optional details. It is never larger than
+/// the screen, and screen readers read it out as an alert.
 class MessageDialog : public QDialog {
   Q_OBJECT
 
@@ -67,7 +67,7 @@ class MessageDialog : public QDialog {
   void AddDetails(const QString& details);
   void LayOut(const QPixmap& icon);
   void Fit();
-  /// @return the button whose letter was typed; null when it was none's.
+  /// @return the button whose underlined letter was typed; null for any other key.
   [[nodiscard]] QPushButton* ButtonOf(const QKeyEvent& event) const;
 
   MessageText* text_ = nullptr;

@@ -16,8 +16,8 @@ namespace quenmar {
 /// as it is, and where a new one appears is left to the system.
 void FitToScreen(QWidget* window);
 
-/// @return an area that shows `content` as large as itself, and scrolls where it is smaller than
-/// what `content` needs.
+/// @return a scroll area with `content`, which fills it; it scrolls where `content` needs more
+/// room.
 [[nodiscard]] QWidget* MakeScrollable(QWidget* content);
 
 }  // namespace quenmar

@@ -7,8 +7,8 @@ class QAbstractItemView;
 
 namespace quenmar {
 
-/// Of several lists, shows which one the texts beside them are about: the one that had the focus
-/// last keeps its highlight, those of the others are pale.
+/// Shows which of several lists the texts beside them are about: the list that had the focus last
+/// keeps its highlight; the highlights of the others are pale.
 class SelectionLead : public QObject {
   Q_OBJECT
 

@@ -34,7 +34,7 @@ class SeriesTabs : public QTabWidget {
   /// @return the entry of an item, without a sign.
   [[nodiscard]] String Item(int group, int item) const;
 
-  /// Makes every list so large, centred in its tab, or as large as the tab when that is smaller.
+  /// Sets the size of every list, centred in its tab; a smaller tab limits it.
   void SetListSize(QSize size);
 
   /// @return how many tabs have items.

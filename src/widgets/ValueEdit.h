@@ -9,7 +9,8 @@ class QPainter;
 namespace quenmar {
 
 /// @param warning a text; "%1" in it is replaced by what will be read
-/// @return the warning about a value that a saved file will give back otherwise; empty for others.
+/// @return the warning about a value that will change when the saved file is read; empty for other
+/// values.
 [[nodiscard]] QString ReadBackWarning(StringView value, StringView warning);
 
 /// Draws the frame that marks such a value, in a red that shows on the palette's base.
@@ -24,7 +25,7 @@ class ValueEdit : public QLineEdit {
  public:
   explicit ValueEdit(QWidget* parent = nullptr);
 
-  /// Marks from now on what a saved file would give back otherwise.
+  /// Marks values that will change when the saved file is read.
   /// @param warning as in `ReadBackWarning`: the tool tip and the description of a marked text
   void SetWarning(const String& warning);
 
