@@ -44,7 +44,8 @@ class MainTest : public MainFixture {
   void CommandsNeedAFileThatBothFoldersHave() {
     OpenOnFolders();
     Click("Command3");
-    Click("Command5");
+    Get<QPushButton>("Command5")->setFocus();
+    QTest::keyClick(window_.get(), Qt::Key_Return);
     QCOMPARE(messages_.Take(), QStringList(2, "[0] Select a config file from the list."));
     Files()->setCurrentText("NEW.CONF");
     Click("Command3");

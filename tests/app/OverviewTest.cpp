@@ -90,6 +90,11 @@ class OverviewTest : public MainFixture {
     QCOMPARE(Files()->currentText(), "NEW.CONF");
     QTest::keyClick(Table(), Qt::Key_Up);
     QCOMPARE(Files()->currentText(), "a.conf");
+    for (const auto& [key, file] :
+         {std::pair(Qt::Key_End, "NEW.CONF"), {Qt::Key_Home, "a.conf"}, {Qt::Key_N, "NEW.CONF"}}) {
+      QTest::keyClick(Table(), key);
+      QCOMPARE(Selected(), file);
+    }
     Files()->setCurrentIndex(-1);
     QCOMPARE(Selected(), QString());
     QTest::keyClick(Table(), Qt::Key_Down);

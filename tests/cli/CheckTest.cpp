@@ -12,7 +12,7 @@ using ::testing::StartsWith;
 using Json = nlohmann::json;
 
 TEST_F(ConsoleTest, CheckShowsAPersonWhatDiffers) {
-  Write("dist/new.conf", "n: 1\r\n//m: 2\r\n");
+  Write("dist/new.conf", "n: 1\r\n//m:\r\n");
   for (const char* const name : {"dist/same.CONF", "server/same.CONF"}) Write(name, "s: 1\r\n");
   EXPECT_EQ(Check(), kDifferences);
   EXPECT_EQ(
@@ -35,7 +35,7 @@ TEST_F(ConsoleTest, CheckShowsAPersonWhatDiffers) {
   save     order of lines changes
 new.conf: the server lacks this file: 2 new (1 mandatory), 0 changed, 0 obsolete
   new [x]  n  1
-  new [ ]  m  2
+  new [ ]  m  ""
 same.CONF: no differences
 Sum of 3 files: 1 different, 1 new, 0 failed; settings: 4 new (2 mandatory), 2 changed, 1 )"
       R"(obsolete, 1 inactive

@@ -84,6 +84,16 @@ TEST_F(ConsoleTest, ADamagedRegistryFileCostsOneLine) {
   EXPECT_EQ(Read("options.reg"), "no registry");
 }
 
+TEST_F(ConsoleTest, OutputThatCannotBeWrittenIsAFailure) {
+  std::istringstream in;
+  std::ostringstream out, err;
+  out.setstate(std::ios::badbit);
+  EXPECT_EQ(
+      RunConsole({"--registry", At("options.reg"), "dump", At("server/a.conf")}, {in, out, err}),
+      kFailure);
+  EXPECT_EQ(err.str(), "quenmarctl: the output could not be written\n");
+}
+
 #ifndef _WIN32  // where the system keeps the arguments in its own characters
 TEST(Terminal, GivesTheArgumentsBehindTheProgramsName) {
   std::string words[] = {"quenmarctl", "check", "a b"};

@@ -57,6 +57,10 @@ TEST_F(LayoutMergeTest, AFileThatStaysIsNotTouched) {
               HasSubstr("none is not among the obsolete settings"));
   EXPECT_EQ(MergeOutput({"--restore", "note", "--dry-run"}),
             "removed        old: 3\ncomment lines lost: 1\n");
+  EXPECT_EQ(MergeOutput({"--restore-all", "--add", "fresh", "--switch-on", "npc:a.txt",
+                         "--switch-off", "rate", "--dry-run"}),
+            "switched off   rate: 150   // mine\nadded          fresh: 7\n"
+            "switched on    npc: a.txt\ncomment lines added: 1\n");
   EXPECT_EQ(Check(), kDifferences);
   EXPECT_THAT(out_, AllOf(HasSubstr("save     2 removed\n"), Not(HasSubstr("reformatted"))));
 }

@@ -117,6 +117,8 @@ TEST_F(ConsoleTest, OtherCommandLinesEndAtOnce) {
       {{"bogus", "--json"}, kFailure, "Unknown command: bogus\n"},
       {{"--bogus", "--json"}, kFailure, "Unknown option: "},
       {{}, kFailure, "A command is required\n"},
+      {{"merge", At("dist"), At("server")}, kFailure, "FILE or --all is required"},
+      {{"merge", At("dist"), At("server"), "--all", "--output", "-"}, kFailure, "excludes"},
       {{"--help"}, kNothingToDo, "check"},
       {{"--version"}, kNothingToDo, "quenmarctl "}};
   for (const auto& [arguments, status, said] : cases) {
@@ -135,6 +137,8 @@ TEST_F(ConsoleTest, TheServersFolderMayBeBelowTheDistributions) {
 
 TEST_F(ConsoleTest, MergeAsksAtTheTerminal) {
   interactive_ = true;
+  input_ = "y\n";
+  EXPECT_THAT(MergeFailure({"--remove", "rate", "--no"}), HasSubstr("declined"));
   input_ = "what\ny\n";
   EXPECT_EQ(Merge({"--remove", "rate"}), kNothingToDo);
   EXPECT_THAT(err_,
@@ -145,6 +149,7 @@ TEST_F(ConsoleTest, MergeAsksAtTheTerminal) {
 TEST_F(ConsoleTest, AFileThatTheServerLacksComesOnlyWithASave) {
   Write("dist/b.conf", "b: 1\r\n//c: 2\r\n");
   EXPECT_EQ(Merge({"--yes", "--add", "b"}, "b.conf"), kFailure);
+  EXPECT_EQ(MergeOutput({"--output", "-"}, "b.conf"), "b: 1\r\nc: 2\r\n") << "no question";
   interactive_ = true;
   input_ = "\n";
   EXPECT_THAT(MergeFailure({}, "b.conf"),

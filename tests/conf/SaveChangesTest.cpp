@@ -20,7 +20,8 @@ SaveChanges ChangesOf(std::string_view before, std::string_view after,
 }
 
 /// @return each change as "kind name old>new", with "//" before the name of a commented-out line;
-/// then the number of lost comment lines and what changes in the whole file.
+/// then the number of lost comment lines, behind "+" that of added ones, and what changes in the
+/// whole file.
 std::string Words(const SaveChanges& changes) {
   const char* const kKinds[] = {"added", "removed", "changed", "activated", "on", "off"};
   std::vector<std::string> words;
@@ -30,6 +31,9 @@ std::string Words(const SaveChanges& changes) {
                     ToUtf8(change.oldValue) + ">" + ToUtf8(change.newValue));
   }
   if (changes.lostCommentLines > 0) words.push_back(std::to_string(changes.lostCommentLines));
+  if (changes.addedCommentLines > 0) {
+    words.push_back("+" + std::to_string(changes.addedCommentLines));
+  }
   for (const String& effect : WholeFileEffects(changes, {})) words.push_back(ToUtf8(effect));
   EXPECT_EQ(changes.Empty(), words.empty());
   std::string text;
@@ -76,11 +80,11 @@ TEST(SaveChanges, OfALayoutThatKeepsLines) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"a: 1\r\n\r\nb:2\r\n", "a: 1\n", "removed b 2>, line ends become LF"},
       {"a: 1\n", "a: 1\r\n\r\nb: 2\r\n", "added b >2, line ends become CR LF"},
-      {"a: 1\n", "\xEF\xBB\xBF//\na: 1\n", "a byte order mark comes"},
+      {"a: 1\n", "\xEF\xBB\xBF//\na: 1\n", "+1, a byte order mark comes"},
       {"//\xE9\na: \xE9\n", "//\xC3\xA9\na:  \xC3\xA9\n",
        "lines are reformatted, the character set becomes UTF-8"},
       {"a: 1\n\n\n", "a: 1\n\n", "lines are reformatted"},
-      {"", "\xEF\xBB\xBF//\na: \xC3\xA9\n", "added a >\xC3\xA9"}};
+      {"", "\xEF\xBB\xBF//\na: \xC3\xA9\n", "added a >\xC3\xA9, +1"}};
   for (const auto& [before, after, changes] : cases) {
     const SaveChanges found = ChangesOf(before, after, ConfCharset::kUtf8, Layout::kServer);
     EXPECT_EQ(Words(found), changes) << before;

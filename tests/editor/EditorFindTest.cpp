@@ -67,6 +67,11 @@ class EditorFindTest : public OpenEditor {
     Keys("Down Ctrl+Home Ctrl+R");  // leaves no row selected behind
     QVERIFY(!Changed());
 
+    ClickCell(0, 0);
+    QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      Grid()->visualRect(Index(1, 1)).center());
+    QVERIFY(T()->isHidden());  // selected, not edited
+
     // A hidden row is not selected with those around it.
     Keys("Ctrl+F 8 Return Ctrl+A Ctrl+R");
     QCOMPARE(Settings(), "a=1 b=9 c=3 d=4 own=5");

@@ -223,6 +223,9 @@ class EditorTest : public OpenEditor {
     Comments()->setFocus();
     Keys("Ctrl+C");
     QCOMPARE(clipboard->text(), "About a & <b>");
+    Comments()->moveCursor(QTextCursor::NextWord, QTextCursor::KeepAnchor);
+    Keys("Ctrl+C");
+    QCOMPARE(clipboard->text(), "About ");
   }
 
   void offersCopyInEveryMenu() {

@@ -3,9 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "ScratchFolder.h"
 #include "Trees.h"
 #include "files/FileError.h"
+#include "merge/StateFolder.h"
 #ifndef _WIN32
 #include <sys/stat.h>
 
@@ -113,21 +116,24 @@ TEST_F(SeenFilesTest, ADamagedEntryIsReportedAndReplaced) {
 }
 
 TEST_F(SeenFilesTest, ClearsAfterAYearWhatHasGone) {
-  const std::tuple<Path, bool, bool, bool> cases[] = {
-      {folder_ / "conf/gone.conf", false, true, false},
-      {folder_ / u8"conf/h\u00E9 %41%.conf", true, true, true},
-      {folder_ / "conf/young.conf", false, false, true}};
-  for (const auto& [server, there, old, kept] : cases) {
+  const std::tuple<Path, bool, int, bool> cases[] = {
+      {folder_ / "conf/gone.conf", false, 366, false},
+      {folder_ / u8"conf/h\u00E9 %41%.conf", true, 366, true},
+      {folder_ / "conf/young.conf", false, 364, true}};
+  for (const auto& [server, there, days, kept] : cases) {
     if (there) WriteFile(server, "");
     EXPECT_EQ(seen_.Keep(server, {folder_ / "dist/a.conf", "x: 1\r\n"}), u"");
     std::string entry = ReadFile(seen_.EntryOf(server));
-    if (old) entry.replace(entry.find("\ndate: ") + 7, 4, "2020");
+    const std::time_t then = std::time(nullptr) - days * 86400;
+    std::string date(10, ' ');
+    std::strftime(date.data(), date.size() + 1, "%Y-%m-%d", std::gmtime(&then));
+    entry.replace(entry.find("\ndate: ") + 7, date.size(), date);
     WriteFile(seen_.EntryOf(server), entry);
   }
   WriteFile(state_ / "other.seen", "quenmar");
   SeenFiles later(state_);
   EXPECT_EQ(Keep(later, "a: 1\r\n"), "");
-  for (const auto& [server, there, old, kept] : cases) {
+  for (const auto& [server, there, days, kept] : cases) {
     EXPECT_EQ(Found(server) != "none", kept) << server;
   }
   EXPECT_EQ(ReadFile(state_ / "other.seen"), "quenmar");
@@ -150,6 +156,22 @@ TEST_F(SeenFilesTest, WhatIsNoFileInAnEntrysPlaceIsNamedAndStays) {
     EXPECT_TRUE(old.path == entry_ && !old.reason.empty());
     EXPECT_THAT(Keep(seen_ = SeenFiles(state_), "a: 2\r\n"), StartsWith(entry_.string() + ": "));
     fs::remove(entry_);
+  }
+}
+
+TEST(StateFolder, IsTheFirstAbsolutePath) {
+  const std::tuple<const char*, const char*, const char*, Path> cases[] = {
+      {"/s", "/x", "/h", "/s"},
+      {"s", "/x", "/h", ""},
+      {nullptr, "/x", "/h", "/x/quenmar/seen"},
+      {nullptr, "x", "/h", "/h/.local/state/quenmar/seen"},
+      {nullptr, nullptr, "h", ""}};
+  const auto set = [](const char* name, const char* value) {
+    value == nullptr ? ::unsetenv(name) : ::setenv(name, value, 1);
+  };
+  for (const auto& [named, state, home, folder] : cases) {
+    set("QUENMAR_STATE", named), set("XDG_STATE_HOME", state), set("HOME", home);
+    EXPECT_EQ(StateFolder(), folder);
   }
 }
 

@@ -45,6 +45,9 @@ class UpdaterTest : public OpenUpdater {
     Click(kKept, 1);
     QCOMPARE(shown("txtActualValue"), "** n/a ** [Optional] 40");
     QCOMPARE(window_->Changed(), 0);
+    Keys("Ctrl+F");
+    Find<QLineEdit>("txtFind")->setText("know ME");
+    QCOMPARE(Items(kKept), "keep");  // found by its comment
   }
 
   void TicksOfNewSettingsAreUndone() {

@@ -86,6 +86,8 @@ class WidgetsTest : public QObject {
       QCOMPARE(onKey('y'), Button::kYes);
       QCOMPARE(onKey('n'), Button::kNo);
     }
+    const auto press = [](MessageDialog* box) { box->findChild<QPushButton*>("offer")->click(); };
+    QCOMPARE(Answer(u"?", kYesNo, {}, press, u"First"), Button::kOffer);
     QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
   }
 
