@@ -172,7 +172,7 @@ void Main::Connect() {
           [this] { Pick(*server_, Message::kServerFolder); });
   connect(this, &Main::Activated, this, &Main::Reread, Qt::QueuedConnection);
   for (FolderBox* const box : {distribution_, server_}) {
-    connect(box, &FolderBox::FolderChanged, this, [this, box] { Judge(*box); });
+    connect(box, &FolderBox::FolderChanged, this, [this, box] { CheckFolder(*box); });
     connect(box, &FolderBox::Left, this, [this, box] {
       // A message beside the folder picker would be in the way; the text waits.
       if (!busy_) box->Complete();
@@ -221,7 +221,7 @@ void Main::keyPressEvent(QKeyEvent* event) {
 void Main::SetFolders(const std::optional<Folders>& folders) {
   const QString distribution = folders ? folders->distribution : ToQString(options_.svnPath);
   const QString server = folders ? folders->server : ToQString(options_.serverPath);
-  // A box that stays empty has no new text to judge.
+  // A box that stays empty has no new text to check.
   if (!distribution.isEmpty()) distribution_->SetFolder(distribution);
   if (!server.isEmpty()) server_->SetFolder(server);
   checks_ = LookAtFolders();
@@ -241,7 +241,7 @@ Main::FolderChecks Main::LookAtFolders() const {
   return {CheckDistributionFolder(distribution, server), CheckServerFolder(distribution, server)};
 }
 
-void Main::Judge(FolderBox& box) {
+void Main::CheckFolder(FolderBox& box) {
   checks_ = LookAtFolders();
   const FolderCheck check = &box == distribution_ ? checks_.distribution : checks_.server;
   Take(check);

@@ -74,7 +74,7 @@ class Main : public QWidget {
   [[nodiscard]] FolderChecks LookAtFolders() const;
 
   /// Checks the folder in a box whose text is complete.
-  void Judge(FolderBox& box);
+  void CheckFolder(FolderBox& box);
   /// Checks both folders again and shows what has changed. Does nothing while a window or a message
   /// box is open.
   void Reread();

@@ -31,9 +31,9 @@ struct CommandContext {
   /// @param mayRepair false where nothing may be written: a repair then happens in memory
   [[nodiscard]] ConfReader::BareLineFeeds BareLineFeeds(bool mayRepair = true) const;
 
-  /// Passes on trees that the command has finished with; see `ConsoleStreams::kept`.
+  /// Passes on trees that the command has finished with; see `ConsoleStreams::leftovers`.
   void Leave(std::shared_ptr<const void> trees) const {
-    if (streams.kept != nullptr) streams.kept->push_back(std::move(trees));
+    if (streams.leftovers != nullptr) streams.leftovers->push_back(std::move(trees));
   }
 };
 

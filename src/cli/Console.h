@@ -17,7 +17,7 @@ struct ConsoleStreams {
   bool colours = false;      ///< `out` is a terminal that shows colours
   /// Receives the trees of a command, if not null: a process that ends next need not spend time on
   /// freeing them.
-  std::vector<std::shared_ptr<const void>>* kept = nullptr;
+  std::vector<std::shared_ptr<const void>>* leftovers = nullptr;
 };
 
 /// Exit statuses, as `diff` has them.

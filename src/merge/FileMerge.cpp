@@ -478,12 +478,13 @@ bool FileMerge::Save(const SavePlan& plan) {
 }
 
 void FileMerge::Close() {
-  if (!kept_ && !IsModified() && DefaultChanges().empty() && WithdrawnEntries().empty()) KeepSeen();
+  if (!remembered_ && !IsModified() && DefaultChanges().empty() && WithdrawnEntries().empty())
+    KeepSeen();
 }
 
 void FileMerge::KeepSeen() {
   if (request_.seen == nullptr || request_.purpose != Purpose::kCompare) return;
-  kept_ = true;
+  remembered_ = true;
   const String reason = request_.seen->Keep(request_.server, distributionNotes_.file);
   if (reason.empty()) return;
   ShowMessage(context_.messages, context_.language.Text(Message::kNotRemembered),

@@ -308,7 +308,7 @@ class FileMerge {
   std::set<String> edited_;          // settings to which the user has given a value
   History<Step, State> history_;
   OpenedFile opened_;
-  bool kept_ = false;  // in `Request::seen`, or the failure was shown
+  bool remembered_ = false;  // in `Request::seen`, or the failure was shown
 };
 
 }  // namespace quenmar

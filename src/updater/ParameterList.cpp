@@ -100,7 +100,7 @@ void ParameterList::SetData(QListWidgetItem* item, const SettingRow& row) const 
   item->setData(SettingDelegate::kValue, value);
   item->setData(SettingDelegate::kOriginalValue, original);
   item->setData(SettingDelegate::kMark, ToQString(row.mark));
-  item->setData(SettingDelegate::kNote, ToQString(row.note));
+  item->setData(SettingDelegate::kShortRemark, ToQString(row.shortRemark));
   item->setData(SettingDelegate::kCommentedOut, row.commentedOut);
   item->setData(SettingDelegate::kStruckOut, row.staysCommentedOut);
   QFont bold = font();

@@ -20,7 +20,7 @@ struct SettingRow {
   String originalValue;  ///< the distribution's
   String remark;         ///< what else is to be said
   String mark;           ///< a sign before the distribution's value; empty for none
-  String note;           ///< the part of the remark that is shown in the row
+  String shortRemark;    ///< the part of the remark that is shown in the row
   String need;           ///< is read out, where the tick does not mean it; else empty
   bool ticked = false;
   bool changed = false;  ///< the two values differ

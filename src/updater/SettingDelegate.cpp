@@ -86,7 +86,7 @@ void SettingDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   }
   plain.setItalic(true);
   Write(painter, last.adjusted(written > 0 ? written + 2 * kGap : 0, 0, 0, 0), plain,
-        index.data(kNote).toString());
+        index.data(kShortRemark).toString());
   painter->restore();
 }
 

@@ -12,7 +12,14 @@ class SettingDelegate : public ListDelegate {
  public:
   /// The data of an item besides its text, which is the name. `Qt::FontRole` is for the name and
   /// the first value.
-  enum Role { kValue = Qt::UserRole, kOriginalValue, kMark, kNote, kCommentedOut, kStruckOut };
+  enum Role {
+    kValue = Qt::UserRole,
+    kOriginalValue,
+    kMark,
+    kShortRemark,
+    kCommentedOut,
+    kStruckOut
+  };
 
   /// @param valueColumns 1 or 2
   SettingDelegate(QAbstractItemView* view, int valueColumns);

@@ -78,7 +78,7 @@ class frmUpdaterX : public FileWindow {
   [[nodiscard]] SettingRow RowOf(int list, const Field& field) const;
   /// @return the remark about a setting: the whole of it, or without a changed default.
   [[nodiscard]] String RemarkOf(int list, StringView name) const;
-  [[nodiscard]] String NoteOf(int list, StringView name) const;
+  [[nodiscard]] String ShortRemarkOf(int list, StringView name) const;
   [[nodiscard]] std::optional<DefaultChange> DefaultChangeIn(int list, StringView name) const;
 
   /// Shows what a changed value or state has changed in the rows of those names.

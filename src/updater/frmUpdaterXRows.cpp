@@ -71,10 +71,10 @@ SettingRow frmUpdaterX::RowOf(int list, const Field& field) const {
   row.value = item.value;
   row.originalValue = item.originalValue;
   row.remark = RemarkOf(list, name);
-  row.note = NoteOf(list, name);
+  row.shortRemark = ShortRemarkOf(list, name);
   if (const auto change = DefaultChangeIn(list, name)) {
     row.mark = DefaultMark(change->kind);
-    row.note = Joined(OldDefaultRemark(*change, TheLanguage()), row.note);
+    row.shortRemark = Joined(OldDefaultRemark(*change, TheLanguage()), row.shortRemark);
   }
   if (list != kNew) row.need = NeedOf(name);
   row.changed = item.IsChanged();
@@ -90,10 +90,11 @@ std::optional<DefaultChange> frmUpdaterX::DefaultChangeIn(int list, StringView n
 
 String frmUpdaterX::RemarkOf(int list, StringView name) const {
   const auto change = DefaultChangeIn(list, name);
-  return Joined(change ? DefaultRemark(*change, TheLanguage()) : String(), NoteOf(list, name));
+  return Joined(change ? DefaultRemark(*change, TheLanguage()) : String(),
+                ShortRemarkOf(list, name));
 }
 
-String frmUpdaterX::NoteOf(int list, StringView name) const {
+String frmUpdaterX::ShortRemarkOf(int list, StringView name) const {
   if (list != kNew) return StateRemark(Merge().StateOf(name), TheLanguage());
   const auto old = Merge().RenamedFrom(name);
   return old ? FinishedText(TheLanguage().Text(Message::kPerhapsRenamed), {*old}) : String();

@@ -49,16 +49,5 @@ TEST(RenamesTest, PairsSettingsThatAreNearlyTheSame) {
   }
 }
 
-// Names of the same letters in another order, which have to be compared.
-TEST(RenamesTest, IsFastWhereManySettingsHaveOneValue) {
-  Settings newOnes, oldOnes;
-  for (int i = 0; i < 2000; ++i) {
-    const String rest = FromUtf8(std::to_string(i * 7919 % 99991)) + u"_limit=no";
-    newOnes.push_back(u"shop_price_" + rest);
-    oldOnes.push_back(u"hops_priec_" + rest);
-  }
-  EXPECT_TRUE(RenamesOf(newOnes, oldOnes).empty());
-}
-
 }  // namespace
 }  // namespace quenmar

@@ -14,12 +14,9 @@ TEST(EditorLayoutTest, SharesTheFrameOutByMode) {
   const EditorLayout both = LayoutOf({9180, 10000}, 1000);
   EXPECT_EQ(both.Frame1, (LayoutRectangle{90, 200, 9000, 9600}));
   EXPECT_EQ(both.xEDG, (LayoutRectangle{50, 120, 8900, 5440}));
-  EXPECT_EQ(both.Comments, (LayoutRectangle{50, 5570, 8900, 1000}));
   EXPECT_EQ(both.TSeries, (LayoutRectangle{50, 6580, 8900, 2480}));
   EXPECT_EQ(both.lstSeries, (LayoutSize{8760, 2030}));
-  EXPECT_EQ(both.Command3, (LayoutRectangle{20, 9080, 1300, 400}));
   EXPECT_EQ(both.Command4, (LayoutRectangle{7780, 9080, 1200, 400}));
-  EXPECT_EQ(both.pnlFind, LayoutRectangle{});
   const EditorLayout series = LayoutOf({9180, 10000}, 1000, LayoutMode::kSeries);
   EXPECT_EQ(series.TSeries, (LayoutRectangle{50, 2340, 8900, 6720}));
   const EditorLayout settings = LayoutOf({9180, 10000}, 1000, LayoutMode::kSettings);
