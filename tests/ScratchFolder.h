@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <random>
 #include <string>
@@ -33,5 +34,14 @@ class ScratchFolder {
  private:
   std::filesystem::path path_;
 };
+
+/// Sets a variable of the environment.
+inline void SetVariable(const char* name, const std::filesystem::path& value) {
+#ifdef _WIN32
+  ::_putenv_s(name, value.string().c_str());
+#else
+  ::setenv(name, value.c_str(), 1);
+#endif
+}
 
 }  // namespace quenmar

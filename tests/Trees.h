@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
@@ -36,7 +37,9 @@ inline std::string Values(const Document& tree) {
   return text;
 }
 
+/// Writes a file, in a folder that is made if there is none.
 inline void WriteFile(const Path& path, std::string_view bytes) {
+  std::filesystem::create_directories(path.parent_path());
   std::ofstream(path, std::ios::binary) << bytes;
 }
 

@@ -118,7 +118,6 @@ class MainTest : public MainFixture {
     QSKIP("Names are text here.");
 #endif
     const Path name("caf\xE9.conf");
-    std::filesystem::create_directory(*scratch_ / "d\xE9");
     Write("d\xE9" / name, "a: 1\r\n");
     OpenOnFolders();
     Drop(From(), QUrl::fromLocalFile(Folder("d")).toEncoded() + "%E9");

@@ -159,7 +159,6 @@ class OverviewTest : public MainFixture {
     QCOMPARE(Row(0), "a.conf|differs||||||+1|");  // known rows keep their reports
     QCOMPARE(Selected(), "a.conf");
 
-    std::filesystem::create_directory(*scratch_ / "next");
     Write("next/a.conf", "a: 10\r\n");
     std::filesystem::rename(*scratch_ / "conf", *scratch_ / "last");
     std::filesystem::rename(*scratch_ / "next", *scratch_ / "conf");

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -33,12 +32,7 @@ inline constexpr const char* kMerged =
 class ConsoleTest : public ::testing::Test {
  protected:
   ConsoleTest() {
-#ifdef _WIN32
-    ::_putenv_s("QUENMAR_STATE", At("state").c_str());
-#else
-    ::setenv("QUENMAR_STATE", At("state").c_str(), 1);
-#endif
-    for (const char* name : {"dist", "server"}) std::filesystem::create_directory(folder_ / name);
+    SetVariable("QUENMAR_STATE", folder_ / "state");
     Write("dist/a.conf", kDistribution);
     Write("server/a.conf", kServer);
   }

@@ -2,7 +2,6 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/ConsoleFixture.h"
-#include "cli/Terminal.h"
 
 namespace quenmar {
 namespace {
@@ -93,15 +92,6 @@ TEST_F(ConsoleTest, OutputThatCannotBeWrittenIsAFailure) {
       kFailure);
   EXPECT_EQ(err.str(), "quenmarctl: the output could not be written\n");
 }
-
-#ifndef _WIN32  // where the system keeps the arguments in its own characters
-TEST(Terminal, GivesTheArgumentsBehindTheProgramsName) {
-  std::string words[] = {"quenmarctl", "check", "a b"};
-  char* arguments[] = {words[0].data(), words[1].data(), words[2].data()};
-  EXPECT_THAT(CommandLineArguments(3, arguments), ::testing::ElementsAre("check", "a b"));
-  EXPECT_THAT(CommandLineArguments(0, arguments), ::testing::IsEmpty());
-}
-#endif
 
 }  // namespace
 }  // namespace quenmar

@@ -128,7 +128,6 @@ TEST_F(ConsoleTest, OtherCommandLinesEndAtOnce) {
 }
 
 TEST_F(ConsoleTest, TheServersFolderMayBeBelowTheDistributions) {
-  std::filesystem::create_directory(folder_ / "dist/own");
   Write("dist/own/a.conf", kServer);
   EXPECT_EQ(Run({"merge", At("dist"), At("dist/own"), "a.conf"}), kNothingToDo);
   EXPECT_EQ(Read("dist/own/a.conf"), kMerged);

@@ -115,7 +115,6 @@ TEST_F(ReleaseTest, ABaseIsAFolderThatMayLackFiles) {
 }
 
 TEST_F(ReleaseTest, OnlyTheLineWithTheNewDefaultIsMarked) {
-  std::filesystem::create_directory(folder_ / "base");
   Write("base/a.conf", "a: 1\r\n");
   Write("dist/a.conf", "a: 3\r\n");
   Write("server/a.conf", "a: 1\r\na: 2\r\n");

@@ -13,7 +13,6 @@ namespace {
 /// @param server `nullptr` where the server lacks the file
 FileReport ReportOf(const char* distribution, const char* server, const Options& options = {}) {
   const ScratchFolder scratch;
-  for (const char* name : {"dist", "conf"}) std::filesystem::create_directory(scratch / name);
   WriteFile(scratch / "dist/a.conf", distribution);
   if (server != nullptr) WriteFile(scratch / "conf/a.conf", server);
   return FileReport::Of(scratch / "dist", scratch / "conf", "a.conf", options, {},

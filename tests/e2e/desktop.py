@@ -13,7 +13,7 @@ import display  # noqa: E402
 from display import xdotool  # noqa: E402
 
 
-def wait_for(what, condition):
+def wait_for(what, condition, **limit):
     """Waits until condition() gives something true. What goes while it is looked at is not there."""
 
     def look():
@@ -22,7 +22,7 @@ def wait_for(what, condition):
         except GLib.GError:
             return None
 
-    return display.wait_for(what, look)
+    return display.wait_for(what, look, **limit)
 
 
 class Control:

@@ -6,9 +6,9 @@ import time
 LIMIT = 60  # seconds that anything may take, on a busy machine too
 
 
-def wait_for(what, condition):
+def wait_for(what, condition, limit=LIMIT):
     """Waits until condition() gives something true and returns that; fails after the limit."""
-    end = time.monotonic() + LIMIT
+    end = time.monotonic() + limit
     while time.monotonic() < end:
         result = condition()
         if result:

@@ -9,6 +9,17 @@ OBSOLETE = "NonStandard / Obsolete Settings:"
 CURRENT = "Parameters:"
 
 
+def type_to_choose(text, chosen):
+    """Types a text in a list, again when a busy machine made a pause in it: there a new search begins."""
+    for _ in range(5):
+        xdotool("type", text)
+        try:
+            return wait_for(text, chosen, limit=5)
+        except AssertionError as error:
+            missed = error
+    raise missed
+
+
 class Mouse:
     """Does the job without a key."""
 
@@ -40,7 +51,11 @@ class Keyboard:
 
     def choose_file(self, name):
         self.program.tab_to(MAIN, "combo box", "Config File:")
-        xdotool("type", name)
+
+        def chosen():
+            return [c for c in self.program.active(MAIN).showing() if (c.role, c.name) == ("combo box", name)]
+
+        type_to_choose(name, chosen)  # the text of a list is its name
 
     def press(self, window, button, description=None):
         self.program.tab_to(window, "push button", button, description)
@@ -48,8 +63,7 @@ class Keyboard:
 
     def go_to(self, window, group, item):
         self.program.tab_to(window, "list", group)
-        xdotool("type", item)
-        wait_for(item, lambda: self.program.find(window, "list item", item).has("SELECTED"))
+        type_to_choose(item, lambda: self.program.find(window, "list item", item).has("SELECTED"))
 
     def tick(self, window, group, item):
         self.go_to(window, group, item)

@@ -20,7 +20,6 @@ class MergeFixture : public ::testing::Test {
   using Purpose = FileMerge::Purpose;
 
   MergeFixture(std::string_view distribution, std::string_view server) {
-    for (const char* name : {"dist", "conf"}) std::filesystem::create_directory(folder_ / name);
     Write(distribution, server);
   }
 

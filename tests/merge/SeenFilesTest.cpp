@@ -28,7 +28,7 @@ using ::testing::StartsWith;
 class SeenFilesTest : public ::testing::Test {
  protected:
   SeenFilesTest() {
-    for (const char* name : {"dist", "conf"}) fs::create_directory(folder_ / name);
+    fs::create_directory(folder_ / "dist");
     WriteFile(server_, "a: 9\r\n");
     EXPECT_EQ(Keep(seen_, "a: 1\r\n"), "");
     entry_ = seen_.EntryOf(server_);
@@ -124,7 +124,7 @@ TEST_F(SeenFilesTest, ClearsAfterAYearWhatHasGone) {
     if (there) WriteFile(server, "");
     EXPECT_EQ(seen_.Keep(server, {folder_ / "dist/a.conf", "x: 1\r\n"}), u"");
     std::string entry = ReadFile(seen_.EntryOf(server));
-    const std::time_t then = std::time(nullptr) - days * 86400;
+    const std::time_t then = std::time(nullptr) - days * std::time_t{86400};
     std::string date(10, ' ');
     std::strftime(date.data(), date.size() + 1, "%Y-%m-%d", std::gmtime(&then));
     entry.replace(entry.find("\ndate: ") + 7, date.size(), date);

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -93,14 +92,6 @@ TEST(WinRegistryTest, StoresOnlyWhatTheCodePageHasUpToTheFirstNul) {
   EXPECT_EQ(registry->RegReadString(kUser, kKey, u"Path"), u"a");
 }
 #endif
-
-void SetVariable(const char* name, const Path& value) {
-#ifdef _WIN32
-  ::_putenv_s(name, value.string().c_str());
-#else
-  ::setenv(name, value.c_str(), 1);
-#endif
-}
 
 /// @return whether the registry that is opened takes a value and keeps it in the file `place`.
 bool WritesTo(const std::optional<Path>& given, const Path& place) {
