@@ -105,7 +105,7 @@ def measure_odd_file(title, folders, commands):
 
 
 compare_programs("5000", RUNS)
-compare_programs("50000", 1)
+compare_programs("50000", 5)
 measure_layouts("5000", RUNS)
 
 block = b"".join(b"// line %d of a long block of comments, which every setting below it has\r\n" % i
