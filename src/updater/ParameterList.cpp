@@ -76,7 +76,6 @@ void ParameterList::Fill(const std::vector<SettingRow>& rows) {
     for (const SettingRow& row : rows) {
       // Ready before it is in the list, which would look at every change.
       auto* const added = new QListWidgetItem(ToQString(row.name));
-      added->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
       added->setCheckState(StateOf(row.ticked));
       SetData(added, row);
       addItem(added);

@@ -76,6 +76,7 @@ TEST_F(ConsoleTest, MergeRefusesWhatItCannotDo) {
       {{"--output", ""}, ""},
       {{"--output", "-", "--dry-run"}, "excludes"},
       {{"--all"}, "excludes"},
+      {{"dump", At("dist/a.conf")}, "not expected: dump"},
       {{"--layout", "other"}, "other not in"},
       {{"--layout", "settings", "--switch-off", "rate"}, "every setting is active"},
       {{"--layout", "server", "--switch-off", "none"}, "none is not among the kept settings"},

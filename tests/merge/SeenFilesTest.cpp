@@ -94,6 +94,7 @@ TEST_F(SeenFilesTest, KeepsTheBytesUnderTheAbsolutePath) {
   EXPECT_EQ(Found(folder_ / "conf2/a.conf"), "none");
   EXPECT_EQ(EntryCount(), 1);
   EXPECT_THAT(entry_.filename().string(), MatchesRegex("\\w+-a.conf.seen"));
+  EXPECT_THAT(seen_.EntryOf(folder_ / u8"Az 0-9\u00E9.x").string(), EndsWith("-Az_0-9_.x.seen"));
   EXPECT_THAT(ReadFile(entry_), AllOf(StartsWith("quenmar seen file 1\npath: "),
                                       HasSubstr("a.conf\ndate: 2"), EndsWith("\n\n" + bytes)));
   const Path here = fs::current_path();

@@ -148,6 +148,18 @@ class UpdaterListsTest : public OpenUpdater {
         "\r\n\r\nNew values that were typed and not added: net_port, need"));
   }
 
+  void TheListInUseIsHighlighted() {
+    OpenOwn();
+    const auto highlight = [this](int list) {
+      const QRect row = List(list)->visualItemRect(List(list)->currentItem());
+      return List(list)->viewport()->grab().toImage().pixelColor(row.bottomRight());
+    };
+    const QColor strong = highlight(kNew);
+    QVERIFY(highlight(kObsolete) != strong);
+    Click(kObsolete, 0);
+    QVERIFY(highlight(kObsolete) == strong && highlight(kNew) != strong);
+  }
+
   void OnlyWhatIsShownMoves() {
     OpenOwn();
     Press("cmdSelectAll2");
