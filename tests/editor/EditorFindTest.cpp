@@ -64,7 +64,7 @@ class EditorFindTest : public OpenEditor {
     QCOMPARE(Cell(3, 1), "4");
     Keys("Ctrl+Z");
     QCOMPARE(Settings(), "a=1 b=9 c=3 d=8 own=5");
-    Keys("Down Ctrl+Home Ctrl+R");  // leaves no row selected behind
+    Keys("Up Up Ctrl+Home Ctrl+R");  // leaves no row selected behind
     QVERIFY(!Changed());
 
     ClickCell(0, 0);
@@ -94,6 +94,10 @@ class EditorFindTest : public OpenEditor {
     Keys("Ctrl+T");
     QVERIFY(!Font(2, 0).strikeOut());
     QCOMPARE(Rows(), "a b c* d own note");
+    ClickCell(0, 0);
+    Keys("Ctrl+T");
+    QCOMPARE(Rows(), "a* b c* d own note");
+    Keys("Ctrl+Z");
     QVERIFY(Applied().find("\nc: 3") != std::string::npos);
     QCOMPARE(Rows(), "a b c d own note");
   }
