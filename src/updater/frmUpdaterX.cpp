@@ -76,11 +76,9 @@ void frmUpdaterX::ConnectControls() {
   connect(apply_, &QPushButton::clicked, this, &frmUpdaterX::Apply);
   connect(close_, &QPushButton::clicked, this, &frmUpdaterX::reject);
   // The comments are never about a series.
-  const auto makePale = [series = series_] {
+  connect(qApp, &QApplication::focusChanged, series_, [series = series_] {
     for (QListWidget* const list : series->Lists()) ListDelegate::SetPale(list, !list->hasFocus());
-  };
-  makePale();
-  connect(qApp, &QApplication::focusChanged, series_, makePale);
+  });
 }
 
 void frmUpdaterX::ConnectLists() {

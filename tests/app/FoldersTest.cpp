@@ -1,4 +1,5 @@
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QCompleter>
 #include <QDir>
 #include <QStringListModel>
@@ -108,6 +109,20 @@ class FoldersTest : public MainFixture {
     QCOMPARE(From()->text(), Folder("empty"));
     QCOMPARE(messages_.Take(), QStringList());
     QTest::keyClick(From(), Qt::Key_Return);
+    QCOMPARE(messages_.Take(), kSelectDistribution);
+  }
+
+  void AClickThatLeavesABoxCounts() {
+    Open();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    From()->setFocus();
+    From()->setText(Folder("missing"));
+    auto* const box = Get<QCheckBox>("Check1");
+    const QPoint place = box->mapTo(window_.get(), QPoint(8, box->height() / 2));
+    QTest::mousePress(window_->windowHandle(), Qt::LeftButton, {}, place);
+    QCOMPARE(messages_.Take(), QStringList());
+    QTest::mouseRelease(window_->windowHandle(), Qt::LeftButton, {}, place);
+    QTRY_VERIFY(box->isChecked());
     QCOMPARE(messages_.Take(), kSelectDistribution);
   }
 

@@ -135,7 +135,11 @@ class OverviewTest : public MainFixture {
       for (size_t i = 0; i < count; ++i) settings += "s" + std::string(i, 'x') + ": 1\r\n";
       Write("dist/s" + std::to_string(count) + ".conf", settings);
     }
+    Write("dist/s8.conf", Read("dist/s8.conf") + "npc: new\r\n");
+    Write("conf/s8.conf", "npc: own\r\n");
     OpenFilled();
+    Table()->sortByColumn(OverviewModel::kSeries, Qt::DescendingOrder);
+    QCOMPARE(Cell(0, 0) + ' ' + Cell(1, 0), "s8.conf a.conf");
     Table()->sortByColumn(OverviewModel::kNew, Qt::DescendingOrder);
     QStringList counts;
     for (int row = 0; row < 6; ++row) counts << Cell(row, OverviewModel::kNew).section(' ', 0, 0);

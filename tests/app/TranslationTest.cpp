@@ -47,6 +47,23 @@ bool IsNameless(QWidget* control) {
   return QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name).isEmpty();
 }
 
+/// @return whether a control is cut off, or another one is at the same place.
+bool IsMisplaced(const QWidget* control) {
+  const QWidget* const around = control->parentWidget();
+  if (!control->isVisible() || control->isWindow() || around->layout() == nullptr) return false;
+  if (control->inherits("QSizeGrip")) return false;
+  const QRect place = control->geometry();
+  const QSize size = place.size();
+  if (!around->rect().contains(place) || size != size.expandedTo(control->minimumSizeHint())) {
+    return true;
+  }
+  const auto others = around->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+  return std::any_of(others.begin(), others.end(), [&](const QWidget* other) {
+    return other != control && other->isVisible() && !other->inherits("QSizeGrip") &&
+           other->geometry().intersects(place);
+  });
+}
+
 }  // namespace
 
 class TranslationTest : public MainFixture {
@@ -84,6 +101,7 @@ class TranslationTest : public MainFixture {
       controls.prepend(window);
       for (QWidget* const control : controls) {
         if (IsNameless(control)) lacking << control->objectName() + " has no name";
+        if (IsMisplaced(control)) lacking << control->objectName() + " is misplaced";
         // The toolkit's, or in its words.
         if (control->objectName() == "dragComments") continue;
         if (qobject_cast<const QTabBar*>(control->parentWidget()) != nullptr) continue;

@@ -120,6 +120,8 @@ Old version not known (2 files)") +
   }
   EXPECT_EQ(Check({"no.conf"}), kFailure);
   EXPECT_THAT(ShortOut(), StartsWith("no.conf: could not be read\n  note     dist/no.conf: "));
+  EXPECT_EQ(Run({"check", At("none"), At("server")}), kFailure);
+  EXPECT_THAT(err_, HasSubstr("none: "));
   Check({"--json"});
   Run({"dump", At("dist/a.conf")});
   Run({"compare", At("dist/a.conf"), At("server/a.conf")});

@@ -71,6 +71,12 @@ class EditorTest : public OpenEditor {
     QCOMPARE(T()->accessibleName(), "long, Actual Value");
     Keys("Backspace");
     QCOMPARE(Applied(), "a: 1\r\na: 29\r\nlong: " + std::string(39999, 'x') + "\r\n");
+
+    // Where the file keeps its lines, all of a name have one value.
+    Open("a: 1\r\n", "a: 1\r\n//a: 2\r\n", Layout::kServer);
+    ClickCell(0, 1);
+    Keys("9");
+    QCOMPARE(Cell(1, 1), "19");
   }
 
   void movesTheEditByArrows() {
@@ -211,12 +217,12 @@ class EditorTest : public OpenEditor {
   void copiesAndPastes() {
     OpenSample();
     QClipboard* const clipboard = QGuiApplication::clipboard();
-    clipboard->setText("one\r\ntwo");
+    clipboard->setText("\r\none\r\ntwo");
     ClickCell(0, 1);
     Keys("Ctrl+V Ctrl+C");
-    QCOMPARE(Cell(0, 1), "5one two");
-    QCOMPARE(clipboard->text(), "5one two");
-    T()->setSelection(1, 3);
+    QCOMPARE(Cell(0, 1), "5 one two");
+    QCOMPARE(clipboard->text(), "5 one two");
+    T()->setSelection(2, 3);
     Keys("Ctrl+C");
     QCOMPARE(clipboard->text(), "one");
     Comments()->setFocus();
