@@ -80,7 +80,7 @@ class EditorFindTest : public OpenEditor {
   void marksRowsAndSwitchesThem() {
     for (const Layout layout : {Layout::kSettings, Layout::kServer}) {
       const bool keeps = layout == Layout::kServer;
-      Open(kMany, std::string(kManyOnServer) + "note: 1\r\n", layout);
+      Open(kMany, std::string(kManyOnServer).append("note: 1\r\n"), layout);
       QVERIFY(Font(1, 1).bold() && !Font(0, 1).bold() && !Font(4, 1).bold());
       QCOMPARE(Font(2, 0).strikeOut(), keeps);
       QCOMPARE(Cell(2, 0, Qt::AccessibleDescriptionRole),
