@@ -88,7 +88,7 @@ class TranslationTest : public MainFixture {
     QCOMPARE(lacking.join(' '), "");
   }
 
-  void AllThatIsVisibleIsTranslated() {
+  void ControlsAreTranslatedNamedAndInPlace() {
     for (size_t number = 0; number < kMessages; ++number) {
       const String name = u"LNG" + ToText(static_cast<int>(number) + 1);
       const String& text = language_.Text(static_cast<Message>(number));

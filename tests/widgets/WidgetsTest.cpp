@@ -177,7 +177,8 @@ class WidgetsTest : public QObject {
       QStringList coloured;
       for (const auto& line : details->extraSelections()) {
         const QColor colour = line.format.foreground().color();
-        QVERIFY(qAbs(qGray(colour.rgb()) - qGray(base.rgb())) > 100);
+        // On white, a contrast of 4.5 to 1; on black, more.
+        QVERIFY(qAbs(qGray(colour.rgb()) - qGray(base.rgb())) > 137);
         coloured << line.cursor.selectedText() + colour.name();
       }
       QCOMPARE(coloured.size(), 3);
