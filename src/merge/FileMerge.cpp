@@ -244,7 +244,11 @@ bool FileMerge::IsEdited(int index) const {
 bool FileMerge::IsChanged(int index) const {
   const auto setting = documents_.server->Fields().Field(index);
   const auto original = documents_.distribution->Fields().Field(setting->Name());
-  return !original->Name().empty() && setting->Value() != original->Value();
+  SettingFilter::Item item;  // without what costs searches in trees: this is asked for each cell
+  item.value = setting->Value();
+  item.originalValue = original->Value();
+  item.inDistribution = !original->Name().empty();
+  return item.IsChanged();
 }
 
 bool FileMerge::IsShown(int index, const SettingFilter& filter) const {

@@ -177,7 +177,7 @@ class WidgetsTest : public QObject {
       QStringList coloured;
       for (const auto& line : details->extraSelections()) {
         const QColor colour = line.format.foreground().color();
-        // On white, a contrast of 4.5 to 1; on black, more.
+        // On white about a contrast of 4.5 to 1; on black more.
         QVERIFY(qAbs(qGray(colour.rgb()) - qGray(base.rgb())) > 137);
         coloured << line.cursor.selectedText() + colour.name();
       }
