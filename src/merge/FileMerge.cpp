@@ -244,11 +244,7 @@ bool FileMerge::IsEdited(int index) const {
 bool FileMerge::IsChanged(int index) const {
   const auto setting = documents_.server->Fields().Field(index);
   const auto original = documents_.distribution->Fields().Field(setting->Name());
-  SettingFilter::Item item;  // without what costs searches in trees: this is asked for each cell
-  item.value = setting->Value();
-  item.originalValue = original->Value();
-  item.inDistribution = !original->Name().empty();
-  return item.IsChanged();
+  return !original->Name().empty() && setting->Value() != original->Value();
 }
 
 bool FileMerge::IsShown(int index, const SettingFilter& filter) const {
